@@ -1,0 +1,81 @@
+#include "framework/redfish.h"
+
+#include <openssl/evp.h>
+
+#include <iostream>
+
+namespace odata::redfish {
+namespace {
+
+std::string md5_hex(const std::string& text) {
+    unsigned char digest[EVP_MAX_MD_SIZE];
+    unsigned int length = 0;
+    EVP_Digest(text.data(), text.size(), digest, &length, EVP_md5(), nullptr);
+    static const char hex[] = "0123456789abcdef";
+    std::string result;
+    for (unsigned int i = 0; i < length; ++i) {
+        result += hex[digest[i] >> 4];
+        result += hex[digest[i] & 0x0f];
+    }
+    return result;
+}
+
+std::string last_segment(const std::string& uri) {
+    std::string trimmed = uri.substr(0, uri.find_last_not_of('/') + 1);
+    return trimmed.substr(trimmed.find_last_of('/') + 1);
+}
+
+}  // namespace
+
+redfish::redfish(request_context& context, std::string entity_type, std::string schema_version,
+                 std::string name, std::string uri)
+    : webservice(context),
+      entity_type_(std::move(entity_type)),
+      schema_version_(std::move(schema_version)),
+      name_(std::move(name)),
+      uri_(std::move(uri)) {}
+
+void redfish::set(std::string_view name, boost::json::value property) {
+    value_[name] = std::move(property);
+}
+
+void redfish::set_common_properties(std::string_view id) {
+    set("@odata.id", boost::json::string(uri_));
+    if (schema_version_.empty()) {
+        set("@odata.type", boost::json::string("#" + entity_type_ + "." + entity_type_));
+    } else {
+        set("@odata.type",
+            boost::json::string("#" + entity_type_ + "." + schema_version_ + "." + entity_type_));
+        set("Id", boost::json::string(id.empty() ? last_segment(uri_) : std::string(id)));
+    }
+    set("Name", boost::json::string(name_));
+}
+
+void redfish::set_members(const std::vector<std::string>& member_uris) {
+    boost::json::array members;
+    for (const auto& member : member_uris) members.push_back(link(member));
+    set("Members@odata.count", members.size());
+    set("Members", std::move(members));
+}
+
+const std::string& redfish::etag() {
+    if (body_.empty()) body_ = boost::json::serialize(value_);
+    if (etag_.empty()) etag_ = "\"" + md5_hex(body_) + "\"";
+    return etag_;
+}
+
+void redfish::send_response() {
+    if (context_.method == GET) etag();
+    if (body_.empty()) body_ = boost::json::serialize(value_);
+    if (!etag_.empty()) std::cout << "ETag: " << etag_ << "\r\n";
+    write_headers(static_cast<unsigned>(body_.size()), body_);
+    std::cout << body_;
+}
+
+boost::json::object link(std::string_view uri) {
+    boost::json::object object;
+    object["@odata.id"] = uri;
+    return object;
+}
+
+}  // namespace odata::redfish

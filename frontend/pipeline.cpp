@@ -1,0 +1,121 @@
+#include "frontend/pipeline.h"
+
+#include <boost/algorithm/string/split.hpp>
+#include <iostream>
+#include <string>
+
+#include "framework/handler_classes.h"
+#include "framework/redfish.h"
+#include "frontend/exception_http.h"
+#include "frontend/message_table.h"
+#include "frontend/request_context.h"
+#include "frontend/response_stream.h"
+#include "frontend/result_writer.h"
+#include "platform/libipmi.h"
+#include "platform/libweb.h"
+
+namespace odata::redfish {
+namespace {
+
+constexpr int interface_redfish = 5;
+
+// A CGI variable of the current request, "" when unset.
+std::string cgi_variable(const char* name, int max_length = 4096) {
+    std::string value(static_cast<size_t>(max_length) + 1, '\0');
+    int length = get_cgi_env(name, value.data(), max_length);
+    value.resize(length < 0 ? 0 : std::min(length, max_length));
+    return value;
+}
+
+bool cgi_variable_set(const char* name) {
+    char unused[1];
+    return get_cgi_env(name, unused, 0) >= 0;
+}
+
+void check_odata_version() {
+    if (!cgi_variable_set("HTTP_ODATA_VERSION")) return;
+    if (cgi_variable("HTTP_ODATA_VERSION").compare(0, 3, "4.0") != 0)
+        throw_http_error(412, "TWR.1.0.CertainConfigurationNotSet");
+}
+
+// Query options ("$select", "$expand", ...) are not supported by any
+// resource of the service.
+void check_query_options(const std::string& query) {
+    std::vector<std::string> options;
+    boost::algorithm::split(options, query, [](char c) { return c == '&'; });
+    for (const auto& option : options) {
+        if (!option.empty() && option[0] == '$') throw_query_not_supported();
+    }
+}
+
+// Conditional GET: If-None-Match answers 304 when the resource is unchanged.
+void check_conditional_headers(redfish& resource) {
+    if (cgi_variable_set("HTTP_NONE_MATCH") && cgi_variable("HTTP_NONE_MATCH") != resource.etag()) {
+        std::cout << "ETag: " << resource.etag() << "\r\n";
+        throw_http(204);
+    }
+    if (cgi_variable_set("HTTP_IF_NONE_MATCH") &&
+        cgi_variable("HTTP_IF_NONE_MATCH") == resource.etag())
+        throw_http(304);
+}
+
+void handle_request(request_context& context, std::istream& input) {
+    context.uri = normalise_path(cgi_variable("REQUEST_URI"));
+    context.query = cgi_variable("QUERY_STRING");
+    boost::algorithm::split(context.segments, context.uri, [](char c) { return c == '/'; });
+    context.method = request_method();
+    if (at_p_St_GlobalVar->fcgi_mode == 0) throw_http_error(503, "Base.1.10.ServiceInUnknownState");
+    InterfaceInfo->kind = interface_redfish;
+    check_odata_version();
+    read_request_input(input);
+
+    std::shared_ptr<webservice> handler = service_routes().resolve(context.uri, context);
+    if (!handler) throw_http(404);
+    check_query_options(context.query);
+
+    handler->call(context.method);
+    auto* resource = dynamic_cast<redfish*>(handler.get());
+    if (resource && context.method == GET) check_conditional_headers(*resource);
+    handler->send_response();
+}
+
+void answer_malformed_json() {
+    std::cout << "Status: 400 Bad Request\r\n";
+    result_record result = general_error();
+    add_message(result, "Base.1.10.MalformedJSON");
+    write_result(result);
+}
+
+// A logged-only failure: complete whatever status line was written, or
+// answer 500 when nothing was.
+void answer_logged_failure(const char* text) {
+    if (text[0] != '\0') console_log("%s.", text);
+    if (response_bytes_written() == 0) std::cout << "Status: 500 Internal Server Error\r\n";
+    std::cout << "Content-Length: 0\r\n\r\n";
+}
+
+}  // namespace
+
+std::string normalise_path(std::string uri) {
+    for (size_t at = uri.find("//"); at != std::string::npos; at = uri.find("//"))
+        uri.erase(at, 1);
+    return uri.substr(0, uri.find('?'));
+}
+
+void run_pipeline(std::istream& input) {
+    request_context context;
+    try {
+        handle_request(context, input);
+    } catch (const exception_http& error) {
+        error.write();
+    } catch (const malformed_json&) {
+        answer_malformed_json();
+    } catch (const invalid_uri& error) {
+        std::cout << error.what() << "\n";
+    } catch (const std::exception& error) {
+        answer_logged_failure(error.what());
+    }
+    release_request_input();
+}
+
+}  // namespace odata::redfish

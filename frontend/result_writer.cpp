@@ -1,0 +1,45 @@
+#include "frontend/result_writer.h"
+
+#include <iostream>
+#include <string_view>
+
+namespace odata::redfish {
+namespace {
+
+constexpr std::string_view code_prefix = "Base.v1_10_3.";
+
+bool starts_with(std::string_view text, std::string_view prefix) {
+    return text.substr(0, prefix.size()) == prefix;
+}
+
+}  // namespace
+
+std::string render_result(const result_record& result) {
+    std::string_view code = result.code;
+    boost::json::object inner;
+    inner["code"] = std::string(code_prefix) +
+                    std::string(starts_with(code, "Oem") ? code.substr(3) : code);
+    inner["Message"] = result.message;
+
+    boost::json::object outer;
+    if (starts_with(code, "Success") || starts_with(code, "Accepted")) {
+        outer[code] = std::move(inner);
+    } else if (starts_with(code, "GeneralError")) {
+        inner["@Message.ExtendedInfo"] = result.entries;
+        outer["error"] = std::move(inner);
+    } else if (starts_with(code, "Oem")) {
+        inner["@Message.ExtendedInfo"] = result.entries;
+        outer[code.substr(3)] = std::move(inner);
+    }
+    return boost::json::serialize(outer);
+}
+
+void write_result(const result_record& result) {
+    std::string body = render_result(result);
+    std::cout << "Content-Length: " << body.size() << "\r\n"
+              << "OData-Version: 4.0\r\n"
+              << "Content-Type: application/json; charset=UTF-8\r\n\r\n"
+              << body;
+}
+
+}  // namespace odata::redfish

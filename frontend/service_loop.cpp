@@ -1,0 +1,72 @@
+#include "frontend/service_loop.h"
+
+#include <fcgiapp.h>
+#include <fcgio.h>
+
+#include <cstring>
+#include <iostream>
+
+#include "frontend/pipeline.h"
+#include "frontend/request_context.h"
+#include "frontend/response_stream.h"
+#include "platform/libipmi.h"
+#include "platform/libweb.h"
+
+extern char** environ;
+
+namespace odata::redfish {
+namespace {
+
+// Reused for every request.
+FCGX_Request request;
+
+// Binds the standard output and the process environment to one request.
+void serve(FCGX_Request& current) {
+    fcgi_streambuf output(current.out);
+    fcgi_streambuf input(current.in);
+    counting_streambuf counted(&output);
+    std::streambuf* saved_output = std::cout.rdbuf(&counted);
+    char** saved_environment = environ;
+    environ = current.envp;
+    std::istream body(&input);
+
+    run_pipeline(body);
+
+    std::cout.flush();
+    std::cout.rdbuf(saved_output);
+    environ = saved_environment;
+    FCGX_Finish_r(&current);
+}
+
+}  // namespace
+
+int run_service() {
+    if (GlobalParaInit() == 0) return 0;
+    int result = FCGX_Init();
+    if (result != 0) {
+        console_log("FCGX_Init failed: %d", result);
+        return 1;
+    }
+    std::memset(&request, 0, sizeof request);
+    result = FCGX_InitRequest(&request, 0, 0);
+    if (result != 0) {
+        console_log("FCGX_InitRequest failed: %d", result);
+        return 2;
+    }
+    at_p_St_GlobalVar->fcgi_mode = 1;
+    for (;;) {
+        result = FCGX_Accept_r(&request);
+        if (result < 0) {
+            console_log("FCGX_Accept_r failed: %s\n", std::strerror(-result));
+            GlobalParaFin();
+            return 0;
+        }
+        serve(request);
+        if (stop_requested()) {
+            GlobalParaFin();
+            return 0;
+        }
+    }
+}
+
+}  // namespace odata::redfish

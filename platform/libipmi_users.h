@@ -1,0 +1,86 @@
+// The BMC user table, lockout and login audit (the BMC's libipmi.so).
+// Slots 0 to 15; slot 0 is reserved, slot 1 is the first administrator.
+#pragma once
+
+#include <cstdint>
+
+extern "C" {
+
+enum {
+    MAX_USER_SLOTS = 16,
+    MAX_USER_NAME_LEN = 16,     // names compare on their first 16 characters
+    PRIV_CALLBACK = 1,
+    PRIV_USER = 2,
+    PRIV_OPERATOR = 3,
+    PRIV_ADMINISTRATOR = 4,
+    PRIV_NO_ACCESS = 15,
+    USER_TABLE_MUTEX = 1,       // lx_mutex id of the user table
+};
+
+// One slot as LibInitUserInfo loads it; no password material.
+struct St_UserInfo {
+    uint32_t key;               // zero for an empty slot
+    char name[MAX_USER_NAME_LEN + 1];
+    uint8_t lan_privilege;
+    uint8_t enabled;
+};
+
+// Cross-process lock of the user table; 0 on success.
+int lx_mutex_get(int mutex_id);
+int lx_mutex_put(int mutex_id);
+
+// Select a slot, then load its record.
+void LibSetUserIndex(int slot);
+int LibGetUserIndex(void);
+int LibInitUserInfo(St_UserInfo* info);
+
+// Privilege level of a slot (PRIV_*), PRIV_NO_ACCESS for an empty slot.
+int UtilGetLANPriv(int slot);
+int UtilSetLANPriv(int slot, int level);
+// Non-zero when another slot already has the name.
+int UtilIsValidUserName(const char* name, int slot);
+// The enabled slot with this name (first 16 characters), or -1.
+int UtilFindUser(const char* name);
+// Zero when the password is the slot's.
+int UtilCheckUserPassword(int slot, const char* password);
+// Setters return 0 on success. Changes are kept in memory until PSCommit.
+int UtilSetUserName(int slot, const char* name);
+int UtilSetUserPassword(int slot, const char* password);
+int UtilSetUserEnable(int slot, int enable);
+int UtilDelUserName(int slot);
+int UtilDelUserPassword(int slot);
+int clear_user_privilege(int slot);
+// Writes the changed user table to persistent storage; 0 on success.
+int PSCommit(void);
+
+// Password complexity: the switch, and the test (0 = acceptable).
+int UtilGetPasswordComplexity(void);
+int UtilPasswordCheck(const char* password);
+
+// Lockout, by the policy of /nv/redfish/accountservice.ini.
+int isUserLocked(int slot);
+int AddBadPwdRecords(int slot);
+int ClearBadPwdRecords(int slot);
+int UnlockUser(int slot);
+int LoadUserLockFromFile(void);
+
+// Host interface: whether this request came over it, and whether the host
+// firmware's credential matches.
+int UtilIsHostInterface(void);
+int UtilIsExistHostFWUserInfo(const char* name, const char* password);
+
+// Login audit record and open sessions of a slot.
+int UtilSessionAduit(const char* name, const char* client_ip, int login);
+int UtilIsUserActivateSession(int slot);
+
+// System lockdown: with set 0 returns the state; with set 1 stores value.
+int GetSetSysLockdownEnable(int set, int value);
+
+// SNMPv3 user settings of a slot.
+int UtilSNMPSaveCfg(int slot, int authentication_protocol, const char* authentication_key,
+                    int encryption_protocol, const char* encryption_key);
+int UtilSNMPGetCfg(int slot, int* authentication_protocol, int* authentication_key_set,
+                   int* encryption_protocol, int* encryption_key_set);
+int setSNMPDaemonOP(int operation);
+
+}  // extern "C"

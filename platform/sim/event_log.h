@@ -1,0 +1,26 @@
+// The simulated BMC event log: <root>/var/log/bmc_events.jsonl, one compact
+// JSON object per event and line:
+// {"time":<seconds>,"code":<int>,"argument":<int>,"text":"..."}.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace platform {
+
+struct event_record {
+    long long time;
+    int code;
+    int argument;
+    std::string text;
+};
+
+std::string event_log_file();
+
+// The well-formed records, oldest first; empty when there is no log.
+std::vector<event_record> read_event_log();
+
+// Empties the log; false when it cannot be written.
+bool clear_event_log();
+
+}  // namespace platform

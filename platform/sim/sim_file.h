@@ -1,0 +1,57 @@
+// Small POSIX file helpers for the simulator's stores under the BMC root.
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <string>
+
+namespace platform::sim {
+
+// Creates every missing directory above the file path.
+bool make_parent_dirs(const std::string& path);
+
+// Writes all bytes, retrying short writes and EINTR.
+bool write_all(int fd, const void* data, std::size_t size);
+bool pwrite_all(int fd, const void* data, std::size_t size, off_t offset);
+
+// Reads the rest of the file into text.
+bool read_all(int fd, std::string& text);
+
+// Replaces the file at path with content (creating its directories): writes
+// a temporary file beside it with the given mode, syncs it and renames it
+// over path, so a reader sees the old or the new file, never a part.
+bool replace_file(const std::string& path, const std::string& content, mode_t mode);
+
+// Reads the whole file; false when it cannot be opened or read.
+bool read_file(const std::string& path, std::string& text);
+
+// Owns an open descriptor.
+class unique_fd {
+public:
+    explicit unique_fd(int fd = -1) : fd_(fd) {}
+    unique_fd(const unique_fd&) = delete;
+    unique_fd& operator=(const unique_fd&) = delete;
+    ~unique_fd();
+    int get() const { return fd_; }
+    bool valid() const { return fd_ >= 0; }
+
+private:
+    int fd_;
+};
+
+// Holds an flock (LOCK_SH or LOCK_EX) on a descriptor while alive.
+class file_lock {
+public:
+    file_lock(int fd, int operation);
+    file_lock(const file_lock&) = delete;
+    file_lock& operator=(const file_lock&) = delete;
+    ~file_lock();
+    bool locked() const { return locked_; }
+
+private:
+    int fd_;
+    bool locked_;
+};
+
+}  // namespace platform::sim

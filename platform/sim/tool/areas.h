@@ -1,0 +1,36 @@
+// bmcsim shows and changes the state of the simulated BMC. Each area has its
+// commands in <area>_commands.cpp and one entry in the table in areas.cpp.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace bmcsim {
+
+using arguments = std::vector<std::string>;
+
+enum exit_status : int { exit_ok = 0, exit_failed = 1, exit_usage = 2 };
+
+struct area {
+    const char* name;
+    const char* usage;  // the commands that follow the area's name
+    // words: the command and its arguments, after the area's name
+    int (*run)(const area& self, const arguments& words, std::ostream& out, std::ostream& err);
+};
+
+extern const area eventlog_area;
+extern const area state_area;
+extern const area crashdump_area;
+
+// Runs "<area> <command> [args]" (the words after the options).
+int run(const arguments& words, std::ostream& out, std::ostream& err);
+
+// Prints the usage line of the whole tool or of one area; returns exit_usage.
+int usage(std::ostream& err);
+int usage(const area& self, std::ostream& err);
+
+// Decimal, or hexadecimal after "0x"; false when not a number in [min, max].
+bool parse_number(const std::string& text, long long min, long long max, long long& value);
+
+}  // namespace bmcsim

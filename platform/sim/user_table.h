@@ -1,0 +1,47 @@
+// The simulated BMC user table: 16 slots in <root>/nv/bmc/users, a JSON
+// document (mode 0600) written by PSCommit through a temporary file and
+// rename:
+//
+//   {"format":1,"slots":[{"slot":0,"key":0,"name":"","privilege":15,
+//                         "enabled":false,"password":""}, ... 16 entries]}
+//
+// "key" is non-zero for a used slot (drawn at random when a name is given to
+// an empty slot, so a later user of the slot is told apart from an earlier
+// one); "password" is empty or the salted hash of password_hash.h.
+//
+// Each process keeps the table in memory: it loads the file when first
+// needed and again whenever the file has been replaced, and always after
+// lx_mutex_get; slots changed by this process and not yet committed are kept
+// over such a reload. lx_mutex_get(USER_TABLE_MUTEX) holds an flock on
+// <root>/var/bmc/user_table.lock until the matching lx_mutex_put (nested
+// pairs count; a put without a get does nothing).
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace platform {
+
+std::string user_table_file();
+std::string user_table_lock_file();
+
+enum class seed_result { seeded, exists, failed };
+
+// First boot: when the user table file does not exist yet, writes a table
+// whose slot 1 holds the enabled administrator with this name and password
+// (slot 0 stays empty); leaves an existing table alone.
+seed_result seed_first_administrator(const std::string& name, const std::string& password);
+
+// Name rules of the simulated table: 1 to 16 printable characters, no
+// blanks or control characters. Passwords: 1 to 20 characters.
+bool valid_user_name(const std::string& name);
+bool valid_user_password(const std::string& password);
+
+// The record key of a slot as this process sees it; 0 for an empty slot or
+// a slot number out of range.
+uint32_t user_slot_key(int slot);
+
+// The name of a slot; empty for an empty slot.
+std::string user_slot_name(int slot);
+
+}  // namespace platform

@@ -1,0 +1,26 @@
+#!/bin/sh
+# Prepares the state root of one simulated BMC and its lighttpd
+# configuration:
+#   prepare-instance.sh ROOT BUILD_DIR PORT TLS_PORT PROCESSES
+# Idempotent: state already under ROOT is kept.
+set -eu
+
+root=$1 build=$2 port=$3 tls_port=$4 processes=$5
+source_dir=$(cd "$(dirname "$0")/.." && pwd)
+build=$(cd "$build" && pwd)
+
+mkdir -p "$root/tmp/web/bin" "$root/tmp/www" "$root/nv/redfish" "$root/run" "$root/log" \
+         "$root/etc/ssl"
+ln -sfn "$build/service/index.fcgi" "$root/tmp/web/bin/index.fcgi"
+
+# The web server's own certificate, made once per instance.
+if [ ! -s "$root/etc/ssl/server.pem" ]; then
+    openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 3650 \
+        -subj "/CN=bmc.localdomain" -keyout "$root/etc/ssl/server.key" \
+        -out "$root/etc/ssl/server.crt" 2>/dev/null
+    cat "$root/etc/ssl/server.key" "$root/etc/ssl/server.crt" > "$root/etc/ssl/server.pem"
+    chmod 600 "$root/etc/ssl/server.key" "$root/etc/ssl/server.pem"
+fi
+
+sed -e "s|@ROOT@|$root|g" -e "s|@PORT@|$port|g" -e "s|@TLS_PORT@|$tls_port|g" \
+    -e "s|@PROCS@|$processes|g" "$source_dir/deploy/lighttpd.conf.in" > "$root/etc/lighttpd.conf"

@@ -1,0 +1,20 @@
+#!/bin/sh
+# make run: one simulated BMC under ./state, served by lighttpd on
+# 127.0.0.1:$PORT (HTTP) and $TLS_PORT (HTTPS) until Ctrl-C.
+set -eu
+
+build=$1
+source_dir=$(cd "$(dirname "$0")/.." && pwd)
+root="$source_dir/state"
+port=${PORT:-8000}
+tls_port=${TLS_PORT:-8443}
+user=${BMC_USER:-admin}
+password=${BMC_PASSWORD:-admin-pass1}
+
+"$source_dir/scripts/prepare-instance.sh" "$root" "$build" "$port" "$tls_port" 2
+
+echo "Redfish service: http://127.0.0.1:$port/redfish/v1 (https on port $tls_port)"
+echo "Administrator:   $user / $password"
+echo "Simulator tool:  $build/platform/sim/tool/bmcsim --root $root"
+echo "Stop with Ctrl-C."
+exec lighttpd -D -f "$root/etc/lighttpd.conf"

@@ -1,0 +1,105 @@
+"""One simulated BMC served by a real lighttpd on a free loopback port."""
+
+import os
+import signal
+import socket
+import subprocess
+import tempfile
+import time
+
+import requests
+
+SOURCE_DIR = os.environ.get("BMC_SOURCE_DIR", os.path.join(os.path.dirname(__file__), "..", ".."))
+BUILD_DIR = os.environ.get("BMC_BUILD_DIR", os.path.join(SOURCE_DIR, "build"))
+
+
+def free_port():
+    with socket.socket() as probe:
+        probe.bind(("127.0.0.1", 0))
+        return probe.getsockname()[1]
+
+
+class BmcInstance:
+    def __init__(self, processes=2):
+        self.directory = tempfile.TemporaryDirectory(prefix="bmc-e2e-")
+        self.root = self.directory.name
+        self.port = free_port()
+        self.tls_port = free_port()
+        self.base = f"http://127.0.0.1:{self.port}"
+        subprocess.run([os.path.join(SOURCE_DIR, "scripts", "prepare-instance.sh"), self.root,
+                        BUILD_DIR, str(self.port), str(self.tls_port), str(processes)], check=True)
+        self.server = subprocess.Popen(
+            ["lighttpd", "-D", "-f", os.path.join(self.root, "etc", "lighttpd.conf")])
+        self._wait_until_listening()
+
+    def _wait_until_listening(self):
+        for _ in range(100):
+            if self.server.poll() is not None:
+                raise RuntimeError("lighttpd exited: " + self.error_log())
+            try:
+                with socket.create_connection(("127.0.0.1", self.port), timeout=0.2):
+                    return
+            except OSError:
+                time.sleep(0.05)
+        raise RuntimeError("lighttpd did not listen on port %d" % self.port)
+
+    def url(self, path):
+        return self.base + path
+
+    def get(self, path, **kwargs):
+        return requests.get(self.url(path), timeout=10, **kwargs)
+
+    def request(self, method, path, **kwargs):
+        return requests.request(method, self.url(path), timeout=10, **kwargs)
+
+    def raw(self, request_bytes):
+        """Sends bytes as they stand and returns every byte of the answer."""
+        with socket.create_connection(("127.0.0.1", self.port), timeout=10) as connection:
+            connection.sendall(request_bytes)
+            connection.shutdown(socket.SHUT_WR)
+            chunks = []
+            for _ in range(1000):
+                chunk = connection.recv(65536)
+                if not chunk:
+                    break
+                chunks.append(chunk)
+            return b"".join(chunks)
+
+    def service_processes(self):
+        """The pids of the index.fcgi processes that lighttpd started."""
+        pids = []
+        for entry in os.listdir("/proc"):
+            if not entry.isdigit():
+                continue
+            try:
+                with open(f"/proc/{entry}/stat") as stat:
+                    fields = stat.read().rsplit(")", 1)[1].split()
+                with open(f"/proc/{entry}/cmdline", "rb") as cmdline:
+                    command = cmdline.read()
+            except OSError:
+                continue
+            if int(fields[1]) == self.server.pid and b"index.fcgi" in command:
+                pids.append(int(entry))
+        return sorted(pids)
+
+    def bmcsim(self, *arguments):
+        tool = os.path.join(BUILD_DIR, "platform", "sim", "tool", "bmcsim")
+        return subprocess.run([tool, "--root", self.root, *arguments], check=True,
+                              capture_output=True, text=True).stdout
+
+    def error_log(self):
+        try:
+            with open(os.path.join(self.root, "log", "lighttpd-error.log")) as log:
+                return log.read()
+        except OSError:
+            return ""
+
+    def stop(self):
+        if self.server.poll() is None:
+            self.server.send_signal(signal.SIGTERM)
+            try:
+                self.server.wait(timeout=10)
+            except subprocess.TimeoutExpired:
+                self.server.kill()
+                self.server.wait()
+        self.directory.cleanup()

@@ -1,0 +1,73 @@
+"""The service loop, the response writer and routing, over HTTP through lighttpd."""
+
+import glob
+import os
+
+import fastcgi_client
+
+
+def test_version_document_and_its_headers(bmc):
+    answer = bmc.get("/redfish")
+    assert answer.status_code == 200
+    assert answer.content == b'{"v1":"/redfish/v1/"}'
+    assert answer.headers["Content-Type"] == "application/json; charset=UTF-8"
+    assert answer.headers["Content-Length"] == "21"
+    assert "Access-Control-Allow-Origin" not in answer.headers
+    assert "ETag" not in answer.headers
+
+    with_origin = bmc.get("/redfish", headers={"Origin": "https://console.example"})
+    assert with_origin.headers["Access-Control-Allow-Origin"] == "https://console.example"
+
+    assert bmc.get("/restapi").json() == {"twri": "/restapi/twri/"}
+
+
+def test_doubled_slashes_reach_the_same_document(bmc):
+    assert bmc.raw(b"GET //redfish HTTP/1.0\r\n\r\n").endswith(b'{"v1":"/redfish/v1/"}')
+
+
+def test_unsupported_methods_answer_405_without_body(bmc):
+    head = bmc.request("HEAD", "/redfish")
+    assert head.status_code == 405 and head.content == b""
+    post = bmc.request("POST", "/redfish", data=b"{}")
+    assert post.status_code == 405 and post.content == b""
+    assert bmc.request("DELETE", "/restapi").status_code == 405
+
+
+def test_lower_case_method_is_not_get(bmc):
+    answer = bmc.raw(b"get /redfish HTTP/1.0\r\n\r\n")
+    assert answer.split(b"\r\n", 1)[0].split()[1] in (b"405", b"501")
+    assert b'"v1"' not in answer
+
+
+def test_unknown_path_answers_404_without_body(bmc):
+    for path in ("/redfish/v2", "/redfish/v1/Chassis/2", "/restapi/twri/Unknown"):
+        answer = bmc.get(path)
+        assert answer.status_code == 404, path
+        assert answer.content == b""
+
+
+def test_a_failing_request_does_not_end_the_service_process(single_process_bmc):
+    bmc = single_process_bmc
+    assert bmc.get("/redfish").status_code == 200
+    before = bmc.service_processes()
+    assert len(before) == 1
+    for _ in range(3):
+        assert bmc.request("PUT", "/redfish", data=b"x").status_code == 405
+        assert bmc.get("/redfish/v1/Nowhere").status_code == 404
+    assert bmc.get("/redfish").status_code == 200
+    assert bmc.service_processes() == before
+
+
+def test_body_beyond_content_length_is_drained(single_process_bmc):
+    socket_path = glob.glob(os.path.join(single_process_bmc.root, "run", "index.fcgi.socket*"))[0]
+    params = {"REQUEST_METHOD": "POST", "REQUEST_URI": "/redfish", "CONTENT_LENGTH": "5",
+              "SCRIPT_FILENAME": "/tmp/www/redfish"}
+    connection = fastcgi_client.connect(socket_path)
+    try:
+        first = fastcgi_client.request(connection, params, body=b"{}   and more than declared")
+        assert first.startswith(b"Status: 405 Method Not Allowed\r\n")
+        second = fastcgi_client.request(
+            connection, {"REQUEST_METHOD": "GET", "REQUEST_URI": "/redfish"}, request_id=2)
+        assert second.endswith(b'{"v1":"/redfish/v1/"}')
+    finally:
+        connection.close()

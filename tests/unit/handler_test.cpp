@@ -1,0 +1,80 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "framework/redfish.h"
+#include "framework/version_documents.h"
+#include "frontend/exception_http.h"
+#include "stdout_capture.h"
+
+using namespace odata::redfish;
+
+namespace {
+
+class sample_resource : public redfish {
+public:
+    explicit sample_resource(request_context& context)
+        : redfish(context, "Sample", "v1_0_0", "Sample Resource", "/redfish/v1/Sample") {}
+    int get(request_context&) override {
+        set_common_properties();
+        set("Value", 1);
+        return 0;
+    }
+    void use_ready_body(std::string text) { set_body(std::move(text)); }
+};
+
+}  // namespace
+
+TEST(Webservice, MethodsAHandlerDoesNotServeAnswer405WithoutBody) {
+    request_context context;
+    auto handler = std::make_shared<redfish_ver>(context);
+    for (int method : {PATCH, POST, PUT, DELETE}) {
+        stdout_capture capture;
+        EXPECT_THROW(handler->call(method), exception);
+        EXPECT_EQ(capture.text(), "Status: 405 Method Not Allowed\r\n");
+    }
+}
+
+TEST(Webservice, CorsHeaderRepeatsTheOrigin) {
+    request_context context;
+    redfish_ver handler(context);
+    handler.get(context);
+    {
+        stdout_capture capture;
+        handler.send_response();
+        EXPECT_EQ(capture.text(),
+                  "Content-Length: 21\r\nContent-Type: application/json; charset=UTF-8\r\n\r\n"
+                  "{\"v1\":\"/redfish/v1/\"}");
+    }
+    setenv("HTTP_ORIGIN", "https://a.example:8443", 1);
+    stdout_capture capture;
+    handler.send_response();
+    unsetenv("HTTP_ORIGIN");
+    EXPECT_EQ(capture.text().rfind("Access-Control-Allow-Origin: https://a.example:8443\r\n", 0), 0u);
+}
+
+TEST(RedfishResource, GetAnswersTheValueWithItsEtag) {
+    request_context context;
+    context.method = GET;
+    sample_resource resource(context);
+    resource.get(context);
+    stdout_capture capture;
+    resource.send_response();
+    const std::string body =
+        R"({"@odata.id":"/redfish/v1/Sample","@odata.type":"#Sample.v1_0_0.Sample","Id":"Sample","Name":"Sample Resource","Value":1})";
+    EXPECT_EQ(resource.etag().size(), 34u);
+    EXPECT_EQ(capture.text(), "ETag: " + resource.etag() + "\r\nContent-Length: " +
+                                  std::to_string(body.size()) +
+                                  "\r\nContent-Type: application/json; charset=UTF-8\r\n\r\n" + body);
+}
+
+TEST(RedfishResource, ReadyBodyIsSentAsItStandsAndNoEtagOutsideGet) {
+    request_context context;
+    context.method = POST;
+    sample_resource resource(context);
+    resource.use_ready_body("already");
+    stdout_capture capture;
+    resource.send_response();
+    EXPECT_EQ(capture.text(),
+              "Content-Length: 7\r\nContent-Type: application/json; charset=UTF-8\r\n\r\nalready");
+}

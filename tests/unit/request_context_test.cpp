@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <sstream>
+
+#include "frontend/exception_http.h"
+#include "frontend/pipeline.h"
+#include "frontend/request_context.h"
+#include "stdout_capture.h"
+
+using namespace odata::redfish;
+
+namespace {
+
+// One request's CGI variables, removed again afterwards.
+class cgi_request {
+public:
+    cgi_request(const char* method, const char* content_length) {
+        setenv("REQUEST_METHOD", method, 1);
+        if (content_length) setenv("CONTENT_LENGTH", content_length, 1);
+    }
+    ~cgi_request() {
+        release_request_input();
+        unsetenv("REQUEST_METHOD");
+        unsetenv("CONTENT_LENGTH");
+    }
+};
+
+std::string body_read_from(const char* input_text, const char* content_length,
+                           std::string* rest = nullptr) {
+    cgi_request request("POST", content_length);
+    std::istringstream input(input_text);
+    read_request_input(input);
+    request_context context;
+    std::string body = context.body() ? context.body() : "<null>";
+    if (rest) *rest = std::string(std::istreambuf_iterator<char>(input), {});
+    return body;
+}
+
+}  // namespace
+
+TEST(RequestMethod, ExactNamesGiveTheirCodes) {
+    const std::pair<const char*, int> methods[] = {
+        {"GET", GET}, {"PATCH", PATCH}, {"POST", POST}, {"PUT", PUT}, {"DELETE", DELETE}};
+    for (const auto& [name, code] : methods) {
+        cgi_request request(name, nullptr);
+        EXPECT_EQ(request_method(), code) << name;
+    }
+}
+
+TEST(RequestMethod, OtherMethodsWrite405AndThrow) {
+    for (const char* name : {"get", "HEAD", "OPTIONS", "DELETEX", "PATC", ""}) {
+        cgi_request request(name, nullptr);
+        stdout_capture capture;
+        EXPECT_THROW(request_method(), exception) << name;
+        EXPECT_EQ(capture.text(), "Status: 405 Method Not Allowed\r\n") << name;
+    }
+    unsetenv("REQUEST_METHOD");
+    stdout_capture capture;
+    EXPECT_THROW(request_method(), exception);
+}
+
+TEST(RequestBody, KeepsTheDeclaredLengthAndDrainsTheRest) {
+    std::string rest;
+    EXPECT_EQ(body_read_from("0123456789", "5", &rest), "01234");
+    EXPECT_EQ(rest, "");
+    EXPECT_EQ(body_read_from("abc", "10"), "abc");
+    EXPECT_EQ(body_read_from("", "10"), "");
+}
+
+TEST(RequestBody, NoBodyWithoutAPositiveLength) {
+    EXPECT_EQ(body_read_from("{}", "0"), "<null>");
+    EXPECT_EQ(body_read_from("{}", nullptr), "<null>");
+    EXPECT_EQ(body_read_from("{}", "-4"), "<null>");
+}
+
+TEST(RequestBody, ParsedAsJsonOrRefused) {
+    cgi_request request("PATCH", "16");
+    std::istringstream input(R"({"A":1} trailing)");
+    read_request_input(input);
+    request_context context;
+    EXPECT_THROW(context.body_json(), malformed_json);
+}
+
+TEST(ScriptName, ComparesTheLastComponent) {
+    setenv("SCRIPT_FILENAME", "/tmp/www/redfish/v1/Actions/BiosFile.Upload", 1);
+    EXPECT_TRUE(script_name_is("BiosFile.Upload"));
+    EXPECT_FALSE(script_name_is("Upload"));
+    unsetenv("SCRIPT_FILENAME");
+    EXPECT_FALSE(script_name_is("BiosFile.Upload"));
+}
+
+TEST(PathNormalisation, CollapsesSlashesAndCutsTheQuery) {
+    EXPECT_EQ(normalise_path("//redfish///v1//Systems?$top=1"), "/redfish/v1/Systems");
+    EXPECT_EQ(normalise_path("/redfish/v1/"), "/redfish/v1/");
+}
