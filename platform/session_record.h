@@ -27,7 +27,7 @@ struct St_RedfishSession {
     int32_t privilege;          // the user's privilege level
     char token[SESSION_TOKEN_LEN + 1];
     uint8_t source;             // session_source
-    uint8_t reserved[SESSION_RECORD_SIZE - 138];
+    uint8_t reserved[SESSION_RECORD_SIZE - 134];  // the fields above end at byte 134
 };
 
 static_assert(sizeof(St_RedfishSession) == SESSION_RECORD_SIZE, "session record is 244 bytes");

@@ -37,6 +37,9 @@ seed_result seed_first_administrator(const std::string& name, const std::string&
 bool valid_user_name(const std::string& name);
 bool valid_user_password(const std::string& password);
 
+// Drops this process's uncommitted changes (the next read loads the file).
+void discard_user_table_changes();
+
 // The record key of a slot as this process sees it; 0 for an empty slot or
 // a slot number out of range.
 uint32_t user_slot_key(int slot);

@@ -1,0 +1,46 @@
+// bmcsim hostif: whether requests come over the host interface, and the
+// host firmware's credential.
+#include <ostream>
+
+#include "platform/libipmi_users.h"
+#include "platform/sim/host_interface.h"
+#include "platform/sim/sim_settings.h"
+#include "platform/sim/tool/areas.h"
+
+namespace bmcsim {
+namespace {
+
+int written(bool ok, std::ostream& err)
+{
+    if (ok)
+        return exit_ok;
+    err << "bmcsim: cannot write " << platform::sim_settings_file() << '\n';
+    return exit_failed;
+}
+
+int run_hostif(const area& self, const arguments& words, std::ostream& out, std::ostream& err)
+{
+    const std::string& command = words.front();
+    if ((command == "on" || command == "off") && words.size() == 1)
+        return written(platform::set_host_interface(command == "on"), err);
+    if (command == "show" && words.size() == 1) {
+        std::string user = platform::host_firmware_user();
+        out << (UtilIsHostInterface() ? "on" : "off") << '\n'
+            << "firmware user: " << (user.empty() ? "(none)" : user) << '\n';
+        return exit_ok;
+    }
+    if (command == "credential" && words.size() == 2 && words[1] == "clear")
+        return written(platform::set_host_firmware_credential("", ""), err);
+    if (command == "credential" && words.size() == 3) {
+        if (words[1].empty() || words[2].empty())
+            return usage(self, err);
+        return written(platform::set_host_firmware_credential(words[1], words[2]), err);
+    }
+    return usage(self, err);
+}
+
+}  // namespace
+
+const area hostif_area = {"hostif", "on | off | show | credential NAME PASSWORD | credential clear", run_hostif};
+
+}  // namespace bmcsim

@@ -1,0 +1,193 @@
+// bmcsim's areas users, directory, lockdown, hostif and snmp.
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "platform/libdirectory.h"
+#include "platform/libipmi_users.h"
+#include "platform/sim/tool/areas.h"
+#include "platform/sim/user_table.h"
+#include "sim_root_fixture.h"
+
+namespace {
+
+using sim_testing::file_text;
+
+class users_tool : public sim_testing::sim_root {
+protected:
+    int run(const bmcsim::arguments& words)
+    {
+        out_.str("");
+        err_.str("");
+        return bmcsim::run(words, out_, err_);
+    }
+    std::ostringstream out_;
+    std::ostringstream err_;
+};
+
+TEST_F(users_tool, seed_then_list)
+{
+    ASSERT_EQ(run({"users", "seed", "admin", "admin-pass1"}), 0);
+    EXPECT_EQ(out_.str(), "seeded slot 1: admin\n");
+    ASSERT_EQ(run({"users", "seed", "admin", "admin-pass1"}), 0);
+    EXPECT_EQ(out_.str(), "user table exists; not seeded\n");
+    ASSERT_EQ(run({"users", "list"}), 0);
+    EXPECT_EQ(out_.str(), "SLOT ID NAME LEVEL ROLE ENABLED LOCKED\n1 2 admin 4 Administrator yes no\n");
+    EXPECT_EQ(out_.str().find("admin-pass1"), std::string::npos);
+}
+
+TEST_F(users_tool, add_passwd_disable_enable_delete)
+{
+    ASSERT_EQ(run({"users", "add", "3", "bob", "Bob-Pass1", "Operator"}), 0);
+    ASSERT_EQ(run({"users", "add", "4", "eve", "Eve-Pass1", "2"}), 0);
+    EXPECT_EQ(UtilFindUser("bob"), 3);
+    EXPECT_EQ(UtilGetLANPriv(3), PRIV_OPERATOR);
+    EXPECT_EQ(UtilGetLANPriv(4), PRIV_USER);
+    EXPECT_EQ(UtilCheckUserPassword(3, "Bob-Pass1"), 0);
+
+    EXPECT_EQ(run({"users", "add", "3", "other", "Pass", "2"}), bmcsim::exit_failed);  // in use
+    EXPECT_EQ(run({"users", "add", "5", "bob", "Pass", "2"}), bmcsim::exit_failed);    // duplicate
+    EXPECT_EQ(UtilGetLANPriv(5), PRIV_NO_ACCESS);
+
+    ASSERT_EQ(run({"users", "passwd", "3", "Bob-Pass2"}), 0);
+    EXPECT_EQ(UtilCheckUserPassword(3, "Bob-Pass2"), 0);
+    ASSERT_EQ(run({"users", "disable", "3"}), 0);
+    EXPECT_EQ(UtilFindUser("bob"), -1);
+    ASSERT_EQ(run({"users", "list"}), 0);
+    EXPECT_NE(out_.str().find("\n3 4 bob 3 Operator no no\n"), std::string::npos);
+    ASSERT_EQ(run({"users", "enable", "3"}), 0);
+    EXPECT_EQ(UtilFindUser("bob"), 3);
+    ASSERT_EQ(run({"users", "delete", "3"}), 0);
+    EXPECT_EQ(UtilGetLANPriv(3), PRIV_NO_ACCESS);
+    EXPECT_EQ(UtilFindUser("bob"), -1);
+    EXPECT_EQ(run({"users", "delete", "3"}), bmcsim::exit_failed);
+    EXPECT_EQ(run({"users", "passwd", "3", "x"}), bmcsim::exit_failed);
+    EXPECT_EQ(file_text(platform::user_table_file()).find("Bob-Pass"), std::string::npos);
+}
+
+TEST_F(users_tool, unlock_and_complexity)
+{
+    sim_testing::write_text(path("/nv/redfish/accountservice.ini"),
+                            "[AccountService]\nAccountLockoutThreshold=1\nAccountLockoutDuration=0\n");
+    ASSERT_EQ(run({"users", "add", "2", "bob", "Bob-Pass1", "Administrator"}), 0);
+    ASSERT_EQ(AddBadPwdRecords(2), 0);
+    ASSERT_EQ(run({"users", "list"}), 0);
+    EXPECT_NE(out_.str().find("\n2 3 bob 4 Administrator yes yes\n"), std::string::npos);
+    ASSERT_EQ(run({"users", "unlock", "2"}), 0);
+    EXPECT_EQ(isUserLocked(2), 0);
+
+    ASSERT_EQ(run({"users", "complexity", "show"}), 0);
+    EXPECT_EQ(out_.str(), "off\n");
+    ASSERT_EQ(run({"users", "complexity", "on"}), 0);
+    EXPECT_EQ(UtilGetPasswordComplexity(), 1);
+    ASSERT_EQ(run({"users", "complexity", "off"}), 0);
+    EXPECT_EQ(UtilGetPasswordComplexity(), 0);
+}
+
+TEST_F(users_tool, directory_switches_and_accounts)
+{
+    sim_testing::write_text(path("/nv/redfish/ad.ini"), "[ActiveDirectory]\nServiceAddresses=ldap://ad\n");
+    ASSERT_EQ(run({"directory", "ad", "enable"}), 0);
+    EXPECT_EQ(UtilGetNewADEnable(), 1);
+    EXPECT_NE(file_text(path("/nv/redfish/ad.ini")).find("ServiceAddresses=ldap://ad"), std::string::npos);
+    ASSERT_EQ(run({"directory", "ad", "user", "dave", "Dave-Pass1", "Operator"}), 0);
+    int privilege = 0;
+    EXPECT_EQ(AuthADProcess2("dave", "Dave-Pass1", &privilege), 0);
+    EXPECT_EQ(privilege, PRIV_OPERATOR);
+    ASSERT_EQ(run({"directory", "ad", "show"}), 0);
+    EXPECT_EQ(out_.str(), "enabled\ndave 3 Operator\n");
+    ASSERT_EQ(run({"directory", "ad", "remove", "dave"}), 0);
+    EXPECT_NE(AuthADProcess2("dave", "Dave-Pass1", &privilege), 0);
+    EXPECT_EQ(run({"directory", "ad", "remove", "dave"}), bmcsim::exit_failed);
+
+    ASSERT_EQ(run({"directory", "ldap", "enable"}), 0);
+    EXPECT_EQ(UtilGetLdapEnable(), 1);
+    ASSERT_EQ(run({"directory", "ldap", "disable"}), 0);
+    EXPECT_EQ(UtilGetLdapEnable(), 0);
+    ASSERT_EQ(run({"directory", "radius", "enable"}), 0);
+    ASSERT_EQ(run({"directory", "radius", "user", "erin", "Erin-Pass1", "ReadOnly"}), 0);
+    EXPECT_EQ(AuthRadiusProcess("erin", "Erin-Pass1", &privilege), 0);
+    EXPECT_EQ(privilege, PRIV_USER);
+}
+
+TEST_F(users_tool, lockdown_and_host_interface)
+{
+    ASSERT_EQ(run({"lockdown", "show"}), 0);
+    EXPECT_EQ(out_.str(), "off\n");
+    ASSERT_EQ(run({"lockdown", "on"}), 0);
+    EXPECT_EQ(GetSetSysLockdownEnable(0, 0), 1);
+    ASSERT_EQ(run({"lockdown", "show"}), 0);
+    EXPECT_EQ(out_.str(), "on\n");
+    ASSERT_EQ(run({"lockdown", "off"}), 0);
+    EXPECT_EQ(GetSetSysLockdownEnable(0, 0), 0);
+
+    ASSERT_EQ(run({"hostif", "on"}), 0);
+    EXPECT_EQ(UtilIsHostInterface(), 1);
+    ASSERT_EQ(run({"hostif", "credential", "host", "Host-Pass1"}), 0);
+    EXPECT_EQ(UtilIsExistHostFWUserInfo("host", "Host-Pass1"), 1);
+    ASSERT_EQ(run({"hostif", "show"}), 0);
+    EXPECT_EQ(out_.str(), "on\nfirmware user: host\n");
+    ASSERT_EQ(run({"hostif", "credential", "clear"}), 0);
+    EXPECT_EQ(UtilIsExistHostFWUserInfo("host", "Host-Pass1"), 0);
+    ASSERT_EQ(run({"hostif", "off"}), 0);
+    EXPECT_EQ(UtilIsHostInterface(), 0);
+}
+
+TEST_F(users_tool, snmp_show_tells_only_whether_keys_are_set)
+{
+    ASSERT_EQ(run({"users", "seed", "admin", "admin-pass1"}), 0);
+    ASSERT_EQ(UtilSNMPSaveCfg(1, 2, "AuthKey123", 0, nullptr), 0);
+    ASSERT_EQ(setSNMPDaemonOP(1), 0);
+    ASSERT_EQ(run({"snmp", "show"}), 0);
+    EXPECT_EQ(out_.str(), "daemon restarts: 1\n"
+                          "SLOT NAME AUTH_PROTOCOL AUTH_KEY_SET ENCRYPTION_PROTOCOL ENCRYPTION_KEY_SET\n"
+                          "1 admin 2 yes 0 no\n");
+}
+
+TEST_F(users_tool, usage_errors_exit_2)
+{
+    const std::vector<bmcsim::arguments> wrong = {
+        {"users", "fly"},
+        {"users", "list", "extra"},
+        {"users", "add", "0", "zero", "Pass", "2"},
+        {"users", "add", "16", "big", "Pass", "2"},
+        {"users", "add", "2", "bob", "Pass", "9"},
+        {"users", "add", "2", "two words", "Pass", "2"},
+        {"users", "add", "2", "bob", "Pass"},
+        {"users", "seed", "admin"},
+        {"users", "seed", "", "Pass"},
+        {"users", "passwd", "2"},
+        {"users", "enable", "x"},
+        {"users", "complexity", "maybe"},
+        {"directory", "nis", "enable"},
+        {"directory", "ldap"},
+        {"directory", "ldap", "user", "carol", "Pass", "Boss"},
+        {"lockdown", "maybe"},
+        {"hostif", "credential", "host"},
+        {"snmp", "set"},
+    };
+    for (const auto& words : wrong) {
+        SCOPED_TRACE(words.size() > 1 ? words[1] : words[0]);
+        EXPECT_EQ(run(words), bmcsim::exit_usage);
+        EXPECT_EQ(err_.str().rfind("usage: bmcsim", 0) == 0 || err_.str().find("\nusage: bmcsim") != std::string::npos,
+                  true)
+            << err_.str();
+    }
+    EXPECT_FALSE(std::filesystem::exists(platform::user_table_file()));
+}
+
+TEST_F(users_tool, an_unwritable_root_fails_with_1)
+{
+    sim_testing::write_text(root_ + "/file", "x");
+    platform::set_bmc_root_for_tests(root_ + "/file/root");
+    EXPECT_EQ(run({"users", "seed", "admin", "admin-pass1"}), bmcsim::exit_failed);
+    EXPECT_EQ(run({"users", "add", "2", "bob", "Bob-Pass1", "2"}), bmcsim::exit_failed);
+    EXPECT_EQ(run({"lockdown", "on"}), bmcsim::exit_failed);
+    EXPECT_EQ(run({"directory", "radius", "enable"}), bmcsim::exit_failed);
+    EXPECT_EQ(run({"hostif", "on"}), bmcsim::exit_failed);
+    platform::set_bmc_root_for_tests(root_);
+}
+
+}  // namespace
