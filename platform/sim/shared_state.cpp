@@ -1,4 +1,5 @@
 #include "platform/sim/shared_state.h"
+#include "platform/sim/sdr_repository.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -128,6 +129,8 @@ extern "C" int GlobalParaInit(void)
     attached = static_cast<shared_block*>(mapping);
     at_p_St_GlobalVar = &attached->global;
     InterfaceInfo = &attached->interface;
+    // The SDR repository is built in; its size is published like on the BMC.
+    at_p_St_GlobalVar->sensor_count = static_cast<uint16_t>(platform::sdr_record_count());
     return 1;
 }
 

@@ -1,6 +1,8 @@
 // The simulated BMC's platform: shared state, CGI store, event log, tool.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+
+#include "platform/sim/sdr_repository.h"
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -148,7 +150,7 @@ TEST_F(shared_state, first_attach_creates_the_file_with_defaults)
     EXPECT_EQ(state.fw_update_flags, 0u);
     EXPECT_STREQ(state.node_serial_number, "NODE0001");
     EXPECT_STREQ(state.node_part_number, "PN-NODE-01");
-    EXPECT_EQ(state.sensor_count, 0);
+    EXPECT_EQ(state.sensor_count, platform::sdr_record_count());
     EXPECT_EQ(InterfaceInfo->kind, 0);
     EXPECT_STREQ(InterfaceInfo->user_name, "");
 }

@@ -5,10 +5,16 @@
 #include <ostream>
 #include <string_view>
 
+#include "platform/libipmi.h"
+#include "platform/sim/shared_state.h"
+
 namespace bmcsim {
 namespace {
 
-const area* const areas[] = {&state_area, &eventlog_area, &crashdump_area};
+const area* const areas[] = {&state_area,    &eventlog_area, &crashdump_area, &users_area,
+                             &directory_area, &lockdown_area, &hostif_area,    &snmp_area,
+                             &power_area,     &sensors_area,  &fru_area,       &smbios_area,
+                             &bios_area,      &boot_area,     &storage_area,   &board_area};
 
 const area* find_area(const std::string& name)
 {
@@ -45,6 +51,14 @@ int run(const arguments& words, std::ostream& out, std::ostream& err)
     if (rest.empty())
         return usage(*chosen, err);
     return chosen->run(*chosen, rest, out, err);
+}
+
+bool attach_shared_state(std::ostream& err)
+{
+    if (GlobalParaInit())
+        return true;
+    err << "bmcsim: cannot attach " << platform::shared_state_file() << '\n';
+    return false;
 }
 
 bool parse_number(const std::string& text, long long min, long long max, long long& value)

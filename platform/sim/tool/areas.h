@@ -22,6 +22,19 @@ struct area {
 extern const area eventlog_area;
 extern const area state_area;
 extern const area crashdump_area;
+extern const area users_area;
+extern const area directory_area;
+extern const area lockdown_area;
+extern const area hostif_area;
+extern const area snmp_area;
+extern const area power_area;
+extern const area sensors_area;
+extern const area fru_area;
+extern const area smbios_area;
+extern const area bios_area;
+extern const area boot_area;
+extern const area storage_area;
+extern const area board_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);
@@ -29,6 +42,15 @@ int run(const arguments& words, std::ostream& out, std::ostream& err);
 // Prints the usage line of the whole tool or of one area; returns exit_usage.
 int usage(std::ostream& err);
 int usage(const area& self, std::ostream& err);
+
+// A privilege level: 1 to 4, or Administrator, Operator, ReadOnly (or
+// User), Callback; and the role name of a level (users_commands.cpp).
+bool parse_privilege(const std::string& text, int& level);
+const char* role_name(int level);
+
+// Attaches the shared BMC state record; false (with a message) when it
+// cannot be attached.
+bool attach_shared_state(std::ostream& err);
 
 // Decimal, or hexadecimal after "0x"; false when not a number in [min, max].
 bool parse_number(const std::string& text, long long min, long long max, long long& value);

@@ -1,0 +1,199 @@
+// Readings, threshold states and health of the SDR's sensors. Sensors that
+// the host powers have no reading while host power is off.
+#include <cstddef>
+#include <map>
+
+#include "platform/libipmi_chassis.h"
+#include "platform/libipmi_sensors.h"
+#include "platform/sim/sdr_repository.h"
+#include "platform/sim/sensor_readings.h"
+
+namespace {
+
+// What the state bits of a discrete sensor mean for its health. A sensor
+// with a presence bit that is clear has no health (an empty bay).
+struct discrete_severity {
+    uint8_t sensor_type;
+    uint8_t presence_bit;
+    uint8_t warning_bits;
+    uint8_t critical_bits;
+};
+
+constexpr discrete_severity discrete_severities[] = {
+    {SENSOR_TYPE_POWER_SUPPLY, PS_STATE_PRESENT, PS_STATE_PREDICTIVE_FAILURE,
+     PS_STATE_FAILED | PS_STATE_INPUT_LOST},
+    {SENSOR_TYPE_PHYSICAL_SECURITY, 0, INTRUSION_STATE_GENERAL, 0},
+    {SENSOR_TYPE_MEMORY, 0, MEMORY_STATE_CORRECTABLE_ECC, MEMORY_STATE_UNCORRECTABLE_ECC},
+};
+
+struct threshold_check {
+    uint8_t bit;
+    uint8_t St_SensorThresholds::*limit;
+    bool upper;
+};
+
+constexpr threshold_check threshold_checks[] = {
+    {THRESHOLD_LOWER_NON_CRITICAL, &St_SensorThresholds::lower_non_critical, false},
+    {THRESHOLD_LOWER_CRITICAL, &St_SensorThresholds::lower_critical, false},
+    {THRESHOLD_LOWER_NON_RECOVERABLE, &St_SensorThresholds::lower_non_recoverable, false},
+    {THRESHOLD_UPPER_NON_CRITICAL, &St_SensorThresholds::upper_non_critical, true},
+    {THRESHOLD_UPPER_CRITICAL, &St_SensorThresholds::upper_critical, true},
+    {THRESHOLD_UPPER_NON_RECOVERABLE, &St_SensorThresholds::upper_non_recoverable, true},
+};
+
+constexpr uint8_t critical_thresholds = THRESHOLD_LOWER_CRITICAL | THRESHOLD_LOWER_NON_RECOVERABLE |
+                                        THRESHOLD_UPPER_CRITICAL | THRESHOLD_UPPER_NON_RECOVERABLE;
+constexpr uint8_t warning_thresholds = THRESHOLD_LOWER_NON_CRITICAL | THRESHOLD_UPPER_NON_CRITICAL;
+
+// The stored readings and host power, read once per call.
+struct sensor_snapshot {
+    std::map<uint8_t, uint8_t> stored = platform::stored_sensor_readings();
+    bool host_on = PltCHASSIS_PowerStatus() == 1;
+};
+
+bool is_threshold_sensor(const St_SensorData& record)
+{
+    return record.reading_type == READING_TYPE_THRESHOLD;
+}
+
+bool has_reading(const St_SensorData& record, const sensor_snapshot& snapshot)
+{
+    return (record.flags & SDR_FLAG_HOST_POWERED) == 0 || snapshot.host_on;
+}
+
+int crossed_thresholds(const St_SensorData& record, uint8_t raw)
+{
+    double value = SensorRawToValue(&record, raw);
+    int bits = 0;
+    for (const threshold_check& check : threshold_checks) {
+        if ((record.thresholds.readable & check.bit) == 0)
+            continue;
+        double limit = SensorRawToValue(&record, record.thresholds.*check.limit);
+        if (check.upper ? value >= limit : value <= limit)
+            bits |= check.bit;
+    }
+    return bits;
+}
+
+int threshold_health(int crossed)
+{
+    if (crossed & critical_thresholds)
+        return SENSOR_HEALTH_CRITICAL;
+    return crossed & warning_thresholds ? SENSOR_HEALTH_WARNING : SENSOR_HEALTH_OK;
+}
+
+int discrete_health(const St_SensorData& record, uint8_t state)
+{
+    for (const discrete_severity& severity : discrete_severities) {
+        if (severity.sensor_type != record.sensor_type)
+            continue;
+        if (severity.presence_bit != 0 && (state & severity.presence_bit) == 0)
+            return SENSOR_HEALTH_UNAVAILABLE;
+        if (state & severity.critical_bits)
+            return SENSOR_HEALTH_CRITICAL;
+        return state & severity.warning_bits ? SENSOR_HEALTH_WARNING : SENSOR_HEALTH_OK;
+    }
+    return SENSOR_HEALTH_OK;
+}
+
+int state_bits(const St_SensorData& record, uint8_t raw)
+{
+    return is_threshold_sensor(record) ? crossed_thresholds(record, raw) : raw;
+}
+
+int sensor_health(const St_SensorData& record, const sensor_snapshot& snapshot)
+{
+    if (!has_reading(record, snapshot))
+        return SENSOR_HEALTH_UNAVAILABLE;
+    uint8_t raw = platform::raw_reading(record, snapshot.stored);
+    return is_threshold_sensor(record) ? threshold_health(crossed_thresholds(record, raw))
+                                       : discrete_health(record, raw);
+}
+
+// The worst health of the chosen sensors; no reading counts as OK.
+int worst_health(bool (*chosen)(const St_SensorData&))
+{
+    sensor_snapshot snapshot;
+    int worst = SENSOR_HEALTH_OK;
+    for (std::size_t i = 0; i < platform::sdr_record_count(); ++i) {
+        const St_SensorData& record = at_St_SensorData[i];
+        if (chosen(record)) {
+            int health = sensor_health(record, snapshot);
+            worst = health > worst ? health : worst;
+        }
+    }
+    return worst;
+}
+
+bool any_sensor(const St_SensorData&)
+{
+    return true;
+}
+
+bool memory_sensor(const St_SensorData& record)
+{
+    return record.entity_id == ENTITY_MEMORY_DEVICE &&
+           (record.sensor_type == SENSOR_TYPE_MEMORY || record.sensor_type == SENSOR_TYPE_TEMPERATURE);
+}
+
+bool memory_state_sensor(const St_SensorData& record)
+{
+    return record.sensor_type == SENSOR_TYPE_MEMORY;
+}
+
+}  // namespace
+
+extern "C" int UtilGetSensorReading(uint8_t sensor_number, uint8_t* raw)
+{
+    if (!raw)
+        return PLT_ERR_ARGUMENT;
+    const St_SensorData* record = SensorFindRecord(sensor_number);
+    if (!record)
+        return PLT_ERR_NOT_FOUND;
+    sensor_snapshot snapshot;
+    if (!has_reading(*record, snapshot))
+        return PLT_ERR_UNAVAILABLE;
+    *raw = platform::raw_reading(*record, snapshot.stored);
+    return PLT_OK;
+}
+
+extern "C" int UtilGetSensorThreshold(uint8_t sensor_number, St_SensorThresholds* thresholds)
+{
+    if (!thresholds)
+        return PLT_ERR_ARGUMENT;
+    const St_SensorData* record = SensorFindRecord(sensor_number);
+    if (!record || !is_threshold_sensor(*record))
+        return PLT_ERR_NOT_FOUND;
+    *thresholds = record->thresholds;
+    return PLT_OK;
+}
+
+extern "C" int UtilGetSensorCurrStatus(uint8_t sensor_number, int form)
+{
+    const St_SensorData* record = SensorFindRecord(sensor_number);
+    if (!record)
+        return PLT_ERR_NOT_FOUND;
+    sensor_snapshot snapshot;
+    if (form == SENSOR_STATUS_HEALTH)
+        return sensor_health(*record, snapshot);
+    if (form != SENSOR_STATUS_STATE_BITS)
+        return PLT_ERR_ARGUMENT;
+    if (!has_reading(*record, snapshot))
+        return PLT_ERR_UNAVAILABLE;
+    return state_bits(*record, platform::raw_reading(*record, snapshot.stored));
+}
+
+extern "C" int UtilGetSensorTotalStatus(void)
+{
+    return worst_health(any_sensor);
+}
+
+extern "C" int UtilCheckAllMemHealthAndTemp(void)
+{
+    return worst_health(memory_sensor);
+}
+
+extern "C" int UtilCheckAllMemHealth(void)
+{
+    return worst_health(memory_state_sensor);
+}

@@ -1,0 +1,71 @@
+// bmcsim bios: BIOS version, update mode and HII configuration.
+#include <ostream>
+#include <string>
+
+#include "platform/libbios.h"
+#include "platform/libipmi.h"
+#include "platform/sim/bios_config.h"
+#include "platform/sim/tool/areas.h"
+
+namespace bmcsim {
+namespace {
+
+constexpr uint32_t bios_update_mode = 2;
+
+int show(std::ostream& out, std::ostream& err)
+{
+    if (!attach_shared_state(err))
+        return exit_failed;
+    char version[64] = "";
+    int result = UtilGetLatestBiosRev(version, sizeof version);
+    out << "version=" << (result == PLT_OK ? version : "unknown") << '\n'
+        << "update_mode=" << ((at_p_St_GlobalVar->fw_update_flags & bios_update_mode) ? "on" : "off") << '\n'
+        << "hii=" << (isNewHIISupport() ? "on" : "off") << '\n'
+        << "boot_order=";
+    const char* separator = "";
+    for (const std::string& option : platform::pending_boot_order()) {
+        out << separator << option;
+        separator = ",";
+    }
+    out << '\n';
+    return exit_ok;
+}
+
+int update_mode(bool on, std::ostream& err)
+{
+    if (!attach_shared_state(err))
+        return exit_failed;
+    if (on)
+        at_p_St_GlobalVar->fw_update_flags |= bios_update_mode;
+    else
+        at_p_St_GlobalVar->fw_update_flags &= ~bios_update_mode;
+    return exit_ok;
+}
+
+int hii(bool on, std::ostream& err)
+{
+    if (platform::set_hii_supported(on))
+        return exit_ok;
+    err << "bmcsim: cannot write " << platform::bios_config_file() << '\n';
+    return exit_failed;
+}
+
+int run_bios(const area& self, const arguments& words, std::ostream& out, std::ostream& err)
+{
+    const std::string& command = words.front();
+    if (command == "show" && words.size() == 1)
+        return show(out, err);
+    bool on = words.size() == 2 && words[1] == "on";
+    bool off = words.size() == 2 && words[1] == "off";
+    if (command == "update-mode" && (on || off))
+        return update_mode(on, err);
+    if (command == "hii" && (on || off))
+        return hii(on, err);
+    return usage(self, err);
+}
+
+}  // namespace
+
+const area bios_area = {"bios", "show | update-mode on|off | hii on|off", run_bios};
+
+}  // namespace bmcsim

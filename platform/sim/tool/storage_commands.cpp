@@ -1,0 +1,67 @@
+// bmcsim storage: storage controllers found on the host.
+#include <ostream>
+#include <string>
+
+#include "platform/libstorage.h"
+#include "platform/sim/storage_inventory.h"
+#include "platform/sim/tool/areas.h"
+
+namespace bmcsim {
+namespace {
+
+struct controller_kind {
+    const char* name;
+    platform::storage_count which;
+    int (*count)(void);
+};
+
+constexpr controller_kind controller_kinds[] = {
+    {"broadcom", platform::storage_count::broadcom, GetBRCMDeviceNum},
+    {"marvell", platform::storage_count::marvell, UtilGetMRVLCtrlNum},
+    {"nvme", platform::storage_count::nvme_slots, GetNVMeSSDMaxNumSupport},
+};
+
+int show(std::ostream& out)
+{
+    for (const controller_kind& kind : controller_kinds)
+        out << kind.name << '=' << kind.count() << '\n';
+    out << "loading=" << (UtilIsStorageInventoryLoading() ? "on" : "off") << '\n';
+    return exit_ok;
+}
+
+int stored(bool written, std::ostream& err)
+{
+    if (written)
+        return exit_ok;
+    err << "bmcsim: cannot write " << platform::storage_inventory_file() << '\n';
+    return exit_failed;
+}
+
+int set(const area& self, const arguments& words, std::ostream& err)
+{
+    long long count = 0;
+    if (words.size() != 3 || !parse_number(words[2], 0, 64, count))
+        return usage(self, err);
+    for (const controller_kind& kind : controller_kinds)
+        if (words[1] == kind.name)
+            return stored(platform::set_storage_count(kind.which, static_cast<int>(count)), err);
+    return usage(self, err);
+}
+
+int run_storage(const area& self, const arguments& words, std::ostream& out, std::ostream& err)
+{
+    const std::string& command = words.front();
+    if (command == "show" && words.size() == 1)
+        return show(out);
+    if (command == "set")
+        return set(self, words, err);
+    if (command == "loading" && words.size() == 2 && (words[1] == "on" || words[1] == "off"))
+        return stored(platform::set_storage_inventory_loading(words[1] == "on"), err);
+    return usage(self, err);
+}
+
+}  // namespace
+
+const area storage_area = {"storage", "show | set broadcom|marvell|nvme COUNT | loading on|off", run_storage};
+
+}  // namespace bmcsim

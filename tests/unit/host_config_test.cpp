@@ -1,0 +1,77 @@
+// BIOS configuration hand-over, storage controller counts and the bios,
+// boot and storage tool areas.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "hardware_root_fixture.h"
+#include "platform/libbios.h"
+#include "platform/libstorage.h"
+#include "platform/sim/bios_config.h"
+
+namespace {
+
+using host_config = sim_testing::hardware_root;
+
+TEST_F(host_config, boot_order_goes_to_the_hii_daemon_when_supported)
+{
+    const char* order[] = {"Boot0003", "Boot0001"};
+    EXPECT_EQ(isNewHIISupport(), 1);
+    ASSERT_EQ(UtilHiiSetBootOrder(order, 2), PLT_OK);
+    EXPECT_EQ(platform::pending_boot_order(), (std::vector<std::string>{"Boot0003", "Boot0001"}));
+
+    const char* bad[] = {"Boot,0003"};
+    EXPECT_EQ(UtilHiiSetBootOrder(bad, 1), PLT_ERR_ARGUMENT);
+    EXPECT_EQ(UtilHiiSetBootOrder(nullptr, 1), PLT_ERR_ARGUMENT);
+    ASSERT_EQ(tool({"bios", "hii", "off"}), bmcsim::exit_ok);
+    EXPECT_EQ(isNewHIISupport(), 0);
+    EXPECT_EQ(UtilHiiSetBootOrder(order, 1), PLT_ERR_STATE);
+    EXPECT_EQ(platform::pending_boot_order().size(), 2u);
+}
+
+TEST_F(host_config, config_files_are_written_under_the_root_only)
+{
+    ASSERT_EQ(WriteConfigFile("/tmp/user_save_to_bios.json", "{\"BootURI\":\"\"}"), PLT_OK);
+    EXPECT_EQ(sim_testing::file_text(path("/tmp/user_save_to_bios.json")), "{\"BootURI\":\"\"}");
+    EXPECT_EQ(WriteConfigFile("tmp/relative.json", "x"), PLT_ERR_ARGUMENT);
+    EXPECT_EQ(WriteConfigFile("/tmp/../../escape.json", "x"), PLT_ERR_ARGUMENT);
+    EXPECT_EQ(WriteConfigFile("/tmp/a..b.json", "x"), PLT_OK);
+}
+
+TEST_F(host_config, bios_update_mode_is_flag_value_2)
+{
+    ASSERT_EQ(tool({"bios", "update-mode", "on"}), bmcsim::exit_ok);
+    EXPECT_EQ(at_p_St_GlobalVar->fw_update_flags, 2u);
+    ASSERT_EQ(tool({"bios", "show"}), bmcsim::exit_ok);
+    EXPECT_EQ(out_.str(), "version=2.1.0\nupdate_mode=on\nhii=on\nboot_order=\n");
+    ASSERT_EQ(tool({"bios", "update-mode", "off"}), bmcsim::exit_ok);
+    EXPECT_EQ(at_p_St_GlobalVar->fw_update_flags, 0u);
+    EXPECT_EQ(tool({"bios", "update-mode", "maybe"}), bmcsim::exit_usage);
+}
+
+TEST_F(host_config, boot_show_decodes_the_override)
+{
+    at_p_St_GlobalVar->boot_flags[0] = 0xE0;
+    at_p_St_GlobalVar->boot_flags[1] = 0x04;
+    ASSERT_EQ(tool({"boot", "show"}), bmcsim::exit_ok);
+    EXPECT_EQ(out_.str().rfind("override=continuous\nmode=uefi\ntarget=Pxe\n", 0), 0u);
+}
+
+TEST_F(host_config, storage_counts_and_loading)
+{
+    EXPECT_EQ(GetBRCMDeviceNum(), 0);
+    EXPECT_EQ(UtilGetMRVLCtrlNum(), 0);
+    EXPECT_EQ(GetNVMeSSDMaxNumSupport(), 0);
+    EXPECT_EQ(UtilIsStorageInventoryLoading(), 0);
+    ASSERT_EQ(tool({"storage", "set", "broadcom", "2"}), bmcsim::exit_ok);
+    ASSERT_EQ(tool({"storage", "set", "nvme", "8"}), bmcsim::exit_ok);
+    ASSERT_EQ(tool({"storage", "loading", "on"}), bmcsim::exit_ok);
+    EXPECT_EQ(GetBRCMDeviceNum(), 2);
+    EXPECT_EQ(GetNVMeSSDMaxNumSupport(), 8);
+    EXPECT_EQ(UtilIsStorageInventoryLoading(), 1);
+    EXPECT_EQ(tool({"storage", "set", "broadcom", "65"}), bmcsim::exit_usage);
+    EXPECT_EQ(tool({"storage", "set", "scsi", "1"}), bmcsim::exit_usage);
+}
+
+}  // namespace
