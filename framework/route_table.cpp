@@ -48,6 +48,7 @@ const std::vector<route>& route_table() {
         {"/redfish", "redfish_ver"},
         {"/redfish/v1", "service_root"},
         {"/redfish/v1/odata", "servicedocument"},
+        {"/redfish/v1/$metadata", "metadata"},
         {"/restapi", "restapi_ver"},
         {"/restapi/twri/Actions/File.Import", "common_fileoperation"},
         {"/restapi/twri/Actions/File.Export", "common_fileoperation"},

@@ -1,19 +1,16 @@
 // The version documents at /redfish and /restapi.
 #pragma once
 
-#include <string>
-
-#include "framework/webservice.h"
+#include "framework/plain_document.h"
 
 namespace odata::redfish {
 
 // A one-member JSON object, written with the standard headers.
-class version_document : public webservice {
+class version_document : public plain_document {
 public:
     version_document(request_context& context, const char* member, const char* uri)
-        : webservice(context), member_(member), uri_(uri) {}
+        : plain_document(context), member_(member), uri_(uri) {}
     int get(request_context& context) override;
-    void send_response() override;
 
 protected:
     ~version_document() = default;
@@ -21,7 +18,6 @@ protected:
 private:
     const char* member_;
     const char* uri_;
-    std::string body_;
 };
 
 class redfish_ver : public version_document {

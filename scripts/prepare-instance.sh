@@ -22,5 +22,22 @@ if [ ! -s "$root/etc/ssl/server.pem" ]; then
     chmod 600 "$root/etc/ssl/server.key" "$root/etc/ssl/server.pem"
 fi
 
+# Static content: the DMTF schemas and Base registry when the DMTF files
+# are checked out beside the repository, and the OEM registry generated from
+# the service's message table. Registry files are named after the registry
+# they hold ("Base.1.10.3.json").
+www="$root/tmp/www"
+mkdir -p "$www/schemas/v1" "$www/registries"
+dmtf="$source_dir/../shared/redfish"
+if [ -d "$dmtf" ]; then
+    dmtf=$(cd "$dmtf" && pwd)
+    ln -sf "$dmtf"/json-schema/*.json "$dmtf"/csdl/*.xml "$dmtf/LICENSE.md" "$www/schemas/v1/"
+    ln -sf "$dmtf/registries/Base.1.10.3.json" "$www/registries/"
+fi
+oem_registry=$(mktemp "$www/registries/.TWR.XXXXXX")
+"$build/framework/tools/oem_registry" > "$oem_registry" || { rm -f "$oem_registry"; exit 1; }
+chmod 644 "$oem_registry"
+mv -f "$oem_registry" "$www/registries/TWR.1.0.0.json"
+
 sed -e "s|@ROOT@|$root|g" -e "s|@PORT@|$port|g" -e "s|@TLS_PORT@|$tls_port|g" \
     -e "s|@PROCS@|$processes|g" "$source_dir/deploy/lighttpd.conf.in" > "$root/etc/lighttpd.conf"

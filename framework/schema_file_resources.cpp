@@ -1,0 +1,43 @@
+#include "framework/schema_file_resources.h"
+
+#include "framework/schema_files.h"
+#include "frontend/exception_http.h"
+
+namespace odata::redfish {
+namespace {
+
+constexpr const char* collection_uri = "/redfish/v1/JsonSchemas";
+
+}  // namespace
+
+jsonschemafilecollection::jsonschemafilecollection(request_context& context)
+    : redfish(context, "JsonSchemaFileCollection", "", "JSON Schema File Collection",
+              collection_uri) {}
+
+int jsonschemafilecollection::get(request_context&) {
+    set_common_properties();
+    set("Description", "Schema Repository");
+    std::vector<std::string> members;
+    for (const auto& schema : schema_files()) {
+        if (schema.json_published)
+            members.push_back(collection_uri + ("/" + std::string(schema.name)));
+    }
+    set_members(members);
+    return 0;
+}
+
+json_file_common::json_file_common(request_context& context)
+    : published_file(context, "JsonSchemaFile", collection_uri) {}
+
+int json_file_common::get(request_context&) {
+    const schema_file* schema = find_schema_file(id());
+    if (!schema || !schema->json_published)
+        throw_http_error(404, "Base.1.10.ResourceNotFound", {"JsonSchemaFile", id()});
+    name_ = id() + " Schema File";
+    set_common_properties();
+    set_file_properties(name_ + " Location", "Schema", schema_type(*schema),
+                        "/schemas/v1/" + id() + ".json");
+    return 0;
+}
+
+}  // namespace odata::redfish

@@ -1,0 +1,77 @@
+#include "framework/schema_files.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace odata::redfish {
+
+const std::vector<schema_file>& schema_files() {
+    static const std::vector<schema_file> table = {
+        {"AccountService", "v1_7_0", true},
+        {"ActionInfo", "v1_1_2", true},
+        // The DMTF bundle the service ships has no JSON form of these two.
+        {"CertificateService", "v1_0_0", false},
+        {"Chassis", "v1_10_0", true},
+        {"ChassisCollection", "", true},
+        {"ComputerSystem", "v1_10_0", true},
+        {"ComputerSystemCollection", "", true},
+        {"Event", "v1_4_0", true},
+        {"EventDestination", "v1_7_0", true},
+        {"EventDestinationCollection", "", true},
+        {"EventService", "v1_5_0", true},
+        {"ExternalAccountProvider", "v1_1_0", true},
+        {"JsonSchemaFile", "v1_1_0", true},
+        {"JsonSchemaFileCollection", "", true},
+        {"Manager", "v1_8_0", true},
+        {"ManagerAccount", "v1_5_0", true},
+        {"ManagerAccountCollection", "", true},
+        {"ManagerCollection", "", true},
+        {"Memory", "v1_8_0", true},
+        {"Message", "v1_0_0", true},
+        {"MessageRegistry", "v1_4_0", true},
+        {"MessageRegistryFile", "v1_1_0", true},
+        {"MessageRegistryFileCollection", "", true},
+        {"Power", "v1_6_0", true},
+        {"Processor", "v1_7_0", true},
+        {"Redundancy", "v1_2_0", true},
+        {"Resource", "v1_8_0", true},
+        {"Role", "v1_2_3", true},
+        {"RoleCollection", "", true},
+        {"Sensor", "v1_1_0", true},
+        {"SensorCollection", "", true},
+        {"ServiceRoot", "v1_5_2", true},
+        {"Session", "v1_2_0", true},
+        {"SessionCollection", "", true},
+        {"SessionService", "v1_1_6", true},
+        {"SoftwareInventory", "v1_2_0", true},
+        {"SoftwareInventoryCollection", "", true},
+        {"Task", "v1_4_3", true},
+        {"TaskCollection", "", true},
+        {"TaskService", "v1_1_3", true},
+        {"TelemetryService", "v1_1_0", false},
+        {"Thermal", "v1_6_0", true},
+        {"UpdateService", "v1_8_0", true},
+    };
+    return table;
+}
+
+const schema_file* find_schema_file(std::string_view name) {
+    const auto& table = schema_files();
+    auto before = [](const schema_file& row, std::string_view key) { return row.name < key; };
+    auto row = std::lower_bound(table.begin(), table.end(), name, before);
+    return row != table.end() && row->name == name ? &*row : nullptr;
+}
+
+const schema_file& schema_file_of(std::string_view name) {
+    const schema_file* row = find_schema_file(name);
+    if (!row) throw std::out_of_range("unknown schema: " + std::string(name));
+    return *row;
+}
+
+std::string schema_type(const schema_file& schema) {
+    std::string name(schema.name);
+    if (schema.version.empty()) return "#" + name + "." + name;
+    return "#" + name + "." + std::string(schema.version) + "." + name;
+}
+
+}  // namespace odata::redfish

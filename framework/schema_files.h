@@ -1,0 +1,31 @@
+// The DMTF schemas whose types the service's bodies carry, with the version
+// of each. The JSON schema collection and the metadata document both list
+// this table; the files themselves are installed as static content.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace odata::redfish {
+
+struct schema_file {
+    std::string_view name;     // "Chassis": the files Chassis.json and Chassis_v1.xml
+    std::string_view version;  // "v1_10_0"; empty for collections
+    bool json_published;       // false: only the CSDL file is installed
+};
+
+// Sorted by name.
+const std::vector<schema_file>& schema_files();
+
+// The row of a schema name, or null.
+const schema_file* find_schema_file(std::string_view name);
+
+// The row of a schema name; throws std::out_of_range for a name the table
+// does not hold (a programming fault).
+const schema_file& schema_file_of(std::string_view name);
+
+// "#Chassis.v1_10_0.Chassis", "#ChassisCollection.ChassisCollection".
+std::string schema_type(const schema_file& schema);
+
+}  // namespace odata::redfish

@@ -1,0 +1,78 @@
+// The simulated BMC draws its GUID once and keeps it in
+// <root>/var/bmc/device_guid.
+#include "platform/device_guid.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <random>
+#include <string>
+
+#include "platform/bmc_root.h"
+#include "platform/sim/sim_file.h"
+
+namespace {
+
+using guid_bytes = std::array<unsigned char, 16>;
+
+std::string guid_file()
+{
+    return platform::bmc_path("/var/bmc/device_guid");
+}
+
+bool read_guid(const std::string& path, unsigned char* guid)
+{
+    platform::sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    std::string bytes;
+    if (!fd.valid() || !platform::sim::read_all(fd.get(), bytes))
+        return false;
+    if (bytes.size() != guid_bytes().size())
+        return false;
+    std::memcpy(guid, bytes.data(), bytes.size());
+    return true;
+}
+
+// A random GUID of version 4, variant 1.
+guid_bytes random_guid()
+{
+    std::random_device source;
+    guid_bytes guid;
+    for (auto& byte : guid)
+        byte = static_cast<unsigned char>(source());
+    guid[6] = static_cast<unsigned char>((guid[6] & 0x0f) | 0x40);
+    guid[8] = static_cast<unsigned char>((guid[8] & 0x3f) | 0x80);
+    return guid;
+}
+
+// Written under a temporary name and linked into place, which never
+// replaces a GUID that another process has linked first.
+bool create_guid(const std::string& path)
+{
+    if (!platform::sim::make_parent_dirs(path))
+        return false;
+    std::string temporary = path + ".XXXXXX";
+    platform::sim::unique_fd fd(::mkstemp(temporary.data()));
+    if (!fd.valid())
+        return false;
+    guid_bytes guid = random_guid();
+    bool written = ::fchmod(fd.get(), 0644) == 0 &&
+                   platform::sim::write_all(fd.get(), guid.data(), guid.size()) &&
+                   ::fsync(fd.get()) == 0;
+    bool linked = written && (::link(temporary.c_str(), path.c_str()) == 0 || errno == EEXIST);
+    ::unlink(temporary.c_str());
+    return linked;
+}
+
+}  // namespace
+
+extern "C" int GetDeviceGUID(unsigned char guid[16])
+{
+    std::string path = guid_file();
+    if (read_guid(path, guid))
+        return 0;
+    return create_guid(path) && read_guid(path, guid) ? 0 : -1;
+}

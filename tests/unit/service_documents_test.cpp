@@ -1,0 +1,359 @@
+// The documents a client reads first: service root, service document,
+// metadata, the registry and schema file resources and the OEM registry.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+#include <sstream>
+
+#include "framework/metadata.h"
+#include "framework/oem_registry.h"
+#include "framework/registry_file_resources.h"
+#include "framework/registry_files.h"
+#include "framework/schema_file_resources.h"
+#include "framework/schema_files.h"
+#include "framework/service_root.h"
+#include "framework/servicedocument.h"
+#include "framework/top_level_services.h"
+#include "frontend/exception_http.h"
+#include "frontend/message_table.h"
+#include "platform/bmc_root.h"
+#include "stdout_capture.h"
+
+using namespace odata::redfish;
+namespace fs = std::filesystem;
+
+namespace {
+
+// The value GET builds for a resource of class handler named by capture.
+template <class handler>
+boost::json::object get_resource(const std::string& capture = "") {
+    request_context context;
+    context.method = GET;
+    if (!capture.empty()) context.captures.push_back(capture);
+    handler resource(context);
+    resource.get(context);
+    return resource.value();
+}
+
+// The status line of the error that GET of handler throws, "" for none.
+template <class handler>
+std::string get_error_status(const std::string& capture) {
+    try {
+        get_resource<handler>(capture);
+    } catch (const exception_http& error) {
+        return error.headers().substr(0, error.headers().find("\r\n"));
+    }
+    return "";
+}
+
+std::string read_file(const fs::path& path) {
+    std::ifstream file(path);
+    std::stringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+std::string text(const boost::json::value& value) {
+    return boost::json::value_to<std::string>(value);
+}
+
+std::vector<std::string> member_ids(const boost::json::object& collection) {
+    std::vector<std::string> ids;
+    for (const auto& member : collection.at("Members").as_array()) {
+        const std::string uri = text(member.at("@odata.id"));
+        ids.push_back(uri.substr(uri.rfind('/') + 1));
+    }
+    return ids;
+}
+
+const fs::path dmtf_files = REDFISH_DATA_DIR;
+
+}  // namespace
+
+TEST(RegistryId, DropsTheVersionLetterAndTurnsUnderscoresIntoDots) {
+    EXPECT_EQ(registry_of("Base.v1_10_3"), "Base.1.10.3");
+    EXPECT_EQ(registry_of("TWR.v1_0_0"), "TWR.1.0.0");
+    EXPECT_EQ(registry_of("BiosAttributeRegistry.v1_0_0"), "BiosAttributeRegistry.1.0.0");
+    // Only the character after the first dot goes, whatever it is.
+    EXPECT_EQ(registry_of("A.v1_0.v2_0"), "A.1.0.v2.0");
+    EXPECT_EQ(registry_of("A.x1_0"), "A.1.0");
+    EXPECT_EQ(registry_of("NoDot_1_2"), "NoDot.1.2");
+    EXPECT_EQ(registry_of("Trailing."), "Trailing.");
+    EXPECT_EQ(registry_of(""), "");
+    EXPECT_EQ(registry_location("Base.v1_10_3"), "/registries/Base.1.10.3.json");
+}
+
+TEST(RegistryFiles, CollectionListsTheFourRegistriesInOrder) {
+    const auto collection = get_resource<messageregistryfilecollection>();
+    EXPECT_EQ(collection.at("@odata.id"), "/redfish/v1/Registries");
+    EXPECT_EQ(collection.at("Description"), "Registry Repository");
+    EXPECT_EQ(collection.at("Members@odata.count"), 4);
+    EXPECT_EQ(member_ids(collection),
+              (std::vector<std::string>{"Base.v1_10_3", "Event.v1_0_0", "TWR.v1_0_0",
+                                        "BiosAttributeRegistry.v1_0_0"}));
+}
+
+TEST(RegistryFiles, MemberTellsItsRegistryAndWhereItsFileIs) {
+    const auto bios = get_resource<messageregisteryfile>("BiosAttributeRegistry.v1_0_0");
+    EXPECT_EQ(bios.at("@odata.id"), "/redfish/v1/Registries/BiosAttributeRegistry.v1_0_0");
+    EXPECT_EQ(bios.at("Id"), "BiosAttributeRegistry.v1_0_0");
+    EXPECT_EQ(bios.at("Name"), "BIOS Attribute Registry File");
+    EXPECT_EQ(bios.at("Description"), "BIOS Attribute Registry File locations");
+    EXPECT_EQ(bios.at("Registry"), "BiosAttributeRegistry.1.0.0");
+
+    const auto base = get_resource<messageregisteryfile>("Base.v1_10_3");
+    EXPECT_EQ(base.at("Languages"), boost::json::array{"en"});
+    const auto& location = base.at("Location").as_array().at(0).as_object();
+    EXPECT_EQ(location.at("Language"), "en");
+    EXPECT_EQ(location.at("Uri"), "/registries/Base.1.10.3.json");
+    EXPECT_TRUE(fs::exists(dmtf_files / "registries" / "Base.1.10.3.json"));
+}
+
+TEST(RegistryFiles, IdsOutsideTheTableAreNotFound) {
+    // The route's unescaped "." lets these through to the handler.
+    EXPECT_EQ(get_error_status<messageregisteryfile>("BaseXv1_10_3"), "Status: 404 Not Found");
+    EXPECT_EQ(get_error_status<messageregisteryfile>("Base.v1_10_2"), "Status: 404 Not Found");
+}
+
+TEST(ArgumentCount, IsTheHighestPlaceholder) {
+    EXPECT_EQ(number_of_args("No arguments."), 0u);
+    EXPECT_EQ(number_of_args("%1."), 1u);
+    EXPECT_EQ(number_of_args("%1 and again %1"), 1u);
+    EXPECT_EQ(number_of_args("%2 before %1"), 2u);
+    EXPECT_EQ(number_of_args("up to %10"), 10u);
+    EXPECT_EQ(number_of_args("cannot contain: #%{}"), 0u);
+    EXPECT_EQ(number_of_args("100%"), 0u);
+}
+
+TEST(OemRegistry, ListsEveryTwrMessageOfTheMessageTable) {
+    const auto registry = oem_message_registry();
+    EXPECT_EQ(registry.at("@odata.type"), "#MessageRegistry.v1_4_0.MessageRegistry");
+    EXPECT_EQ(registry.at("Id"), "TWR.1.0.0");
+    EXPECT_EQ(registry.at("RegistryPrefix"), "TWR");
+    EXPECT_EQ(registry.at("RegistryVersion"), "1.0.0");
+
+    const auto& messages = registry.at("Messages").as_object();
+    size_t twr_rows = 0;
+    for (auto row = message_table_begin(); row != message_table_end(); ++row) {
+        if (row->id.substr(0, 8) != "TWR.1.0.") continue;
+        ++twr_rows;
+        const auto* message = messages.if_contains(row->id.substr(8));
+        ASSERT_NE(message, nullptr) << row->id;
+        EXPECT_EQ(text(message->at("Message")), row->message) << row->id;
+        EXPECT_EQ(text(message->at("Severity")), row->severity) << row->id;
+        EXPECT_EQ(text(message->at("Resolution")), row->resolution) << row->id;
+    }
+    EXPECT_EQ(messages.size(), twr_rows);
+}
+
+TEST(OemRegistry, ArgumentsAndSeveritiesFollowTheTexts) {
+    const auto registry = oem_message_registry();
+    const auto& messages = registry.at("Messages").as_object();
+    const auto& two = messages.at("OemOtherAuthenticationServiceIsRunning").as_object();
+    EXPECT_EQ(two.at("NumberOfArgs"), 2);
+    EXPECT_EQ(two.at("ParamTypes"), (boost::json::array{"string", "string"}));
+    const auto& none = messages.at("OemSnmpv3IllegalUser").as_object();
+    EXPECT_EQ(none.at("NumberOfArgs"), 0);
+    EXPECT_FALSE(none.contains("ParamTypes"));
+    EXPECT_EQ(messages.at("OemHttppushuriErrorMessage").at("NumberOfArgs"), 1);
+    // Severities the service sends as "Ok" and "Info" are OK in the registry.
+    EXPECT_EQ(messages.at("OemRequestAcceptedMessage").at("MessageSeverity"), "OK");
+    EXPECT_EQ(messages.at("OemSystemLockdownEnabled").at("MessageSeverity"), "OK");
+    EXPECT_EQ(messages.at("OemSystemLockdownEnabled").at("Severity"), "Info");
+}
+
+TEST(ServiceDocument, ListsTheFifteenServicesInOrder) {
+    const auto document = boost::json::parse(service_document_text()).as_object();
+    EXPECT_EQ(document.at("@odata.context"), "/redfish/v1/$metadata");
+    const std::vector<std::pair<std::string, std::string>> expected = {
+        {"Service", "/redfish/v1"},
+        {"Systems", "/redfish/v1/Systems"},
+        {"Chassis", "/redfish/v1/Chassis"},
+        {"Managers", "/redfish/v1/Managers"},
+        {"Tasks", "/redfish/v1/TaskService"},
+        {"SessionService", "/redfish/v1/SessionService"},
+        {"AccountService", "/redfish/v1/AccountService"},
+        {"EventService", "/redfish/v1/EventService"},
+        {"Registries", "/redfish/v1/Registries"},
+        {"JsonSchemas", "/redfish/v1/JsonSchemas"},
+        {"UpdateService", "/redfish/v1/UpdateService"},
+        {"CertificateService", "/redfish/v1/CertificateService"},
+        {"Sessions", "/redfish/v1/SessionService/Sessions"},
+        {"TelemetryService", "/redfish/v1/TelemetryService"},
+        {"DumpService", "/redfish/v1/Oem/Tarnwright/DumpService"},
+    };
+    const auto& entries = document.at("value").as_array();
+    ASSERT_EQ(entries.size(), expected.size());
+    for (size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_EQ(text(entries[i].at("name")), expected[i].first) << i;
+        EXPECT_EQ(text(entries[i].at("url")), expected[i].second) << i;
+        EXPECT_EQ(entries[i].at("kind"), "Singleton") << i;
+    }
+}
+
+TEST(ServiceDocument, IsWrittenWithJsonHeadersOnlyAfterGet) {
+    request_context context;
+    servicedocument handler(context);
+    {
+        stdout_capture before_get;
+        handler.send_response();
+        EXPECT_EQ(before_get.text(), "");
+    }
+    handler.get(context);
+    stdout_capture capture;
+    handler.send_response();
+    const std::string& body = service_document_text();
+    EXPECT_EQ(capture.text(), "Content-Length: " + std::to_string(body.size()) +
+                                  "\r\nContent-Type: application/json; charset=UTF-8\r\n\r\n" +
+                                  body);
+}
+
+TEST(Metadata, IsXmlWithItsOwnHeaders) {
+    request_context context;
+    metadata handler(context);
+    handler.get(context);
+    stdout_capture capture;
+    handler.send_response();
+    const std::string& text = metadata_text();
+    EXPECT_EQ(capture.text(), "Content-Length: " + std::to_string(text.size()) +
+                                  "\r\nContent-Type: application/xml\r\n\r\n" + text);
+    EXPECT_NE(text.find("<edmx:Edmx xmlns:edmx=\"http://docs.oasis-open.org/odata/ns/edmx\" "
+                        "Version=\"4.0\">"),
+              std::string::npos);
+    EXPECT_NE(text.find("<EntityContainer Name=\"Service\" "
+                        "Extends=\"ServiceRoot.v1_5_0.ServiceContainer\"/>"),
+              std::string::npos);
+}
+
+// Every reference names a CSDL file of the DMTF bundle, and every included
+// namespace is one that file declares.
+TEST(Metadata, ReferencesOnlyNamespacesTheCsdlFilesDeclare) {
+    const std::string text = metadata_text();
+    static const std::regex reference(
+        R"re(<edmx:Reference Uri="/schemas/v1/([^"]+)">(.*?)</edmx:Reference>)re");
+    static const std::regex include(R"re(<edmx:Include Namespace="([^"]+)")re");
+    static const std::regex schema(R"re(<Schema\s[^>]*Namespace="([^"]+)")re");
+    std::set<std::string> files;
+    const std::sregex_iterator end;
+    for (std::sregex_iterator it(text.begin(), text.end(), reference); it != end; ++it) {
+        const std::string file = (*it)[1];
+        files.insert(file);
+        const std::string csdl = read_file(dmtf_files / "csdl" / file);
+        ASSERT_FALSE(csdl.empty()) << file;
+        std::set<std::string> declared;
+        for (std::sregex_iterator ns(csdl.begin(), csdl.end(), schema); ns != end; ++ns)
+            declared.insert((*ns)[1]);
+        const std::string includes = (*it)[2];
+        for (std::sregex_iterator ns(includes.begin(), includes.end(), include); ns != end; ++ns)
+            EXPECT_TRUE(declared.count((*ns)[1])) << file << " " << (*ns)[1];
+    }
+    EXPECT_EQ(files.size(), schema_files().size() + 1);  // and RedfishExtensions
+    EXPECT_TRUE(files.count("ServiceRoot_v1.xml"));
+    EXPECT_TRUE(files.count("RedfishExtensions_v1.xml"));
+}
+
+TEST(SchemaFiles, TableIsSortedAndMatchesTheJsonBundle) {
+    const auto& table = schema_files();
+    EXPECT_TRUE(std::is_sorted(table.begin(), table.end(),
+                               [](const auto& a, const auto& b) { return a.name < b.name; }));
+    for (const auto& schema : table) {
+        const std::string name(schema.name);
+        EXPECT_EQ(find_schema_file(name), &schema);
+        EXPECT_EQ(fs::exists(dmtf_files / "json-schema" / (name + ".json")), schema.json_published)
+            << name;
+        if (!schema.json_published || schema.version.empty()) continue;
+        // Bodies of this version validate against an errata file of its minor version.
+        const std::string version(schema.version);
+        const std::string minor = name + "." + version.substr(0, version.rfind('_') + 1);
+        bool found = false;
+        for (const auto& entry : fs::directory_iterator(dmtf_files / "json-schema"))
+            found = found || entry.path().filename().string().rfind(minor, 0) == 0;
+        EXPECT_TRUE(found) << minor;
+    }
+    EXPECT_EQ(find_schema_file("Nope"), nullptr);
+}
+
+TEST(SchemaFiles, CollectionListsThePublishedSchemas) {
+    const auto collection = get_resource<jsonschemafilecollection>();
+    EXPECT_EQ(collection.at("@odata.type"), "#JsonSchemaFileCollection.JsonSchemaFileCollection");
+    EXPECT_EQ(collection.at("Description"), "Schema Repository");
+    const auto ids = member_ids(collection);
+    EXPECT_EQ(collection.at("Members@odata.count"), ids.size());
+    for (const auto& schema : schema_files()) {
+        const bool listed = std::count(ids.begin(), ids.end(), std::string(schema.name)) == 1;
+        EXPECT_EQ(listed, schema.json_published) << schema.name;
+    }
+}
+
+TEST(SchemaFiles, MemberPointsAtTheSchemaFile) {
+    const auto root = get_resource<json_file_common>("ServiceRoot");
+    EXPECT_EQ(root.at("@odata.id"), "/redfish/v1/JsonSchemas/ServiceRoot");
+    EXPECT_EQ(root.at("@odata.type"), "#JsonSchemaFile.v1_1_0.JsonSchemaFile");
+    EXPECT_EQ(root.at("Name"), "ServiceRoot Schema File");
+    EXPECT_EQ(root.at("Description"), "ServiceRoot Schema File Location");
+    EXPECT_EQ(root.at("Schema"), "#ServiceRoot.v1_5_2.ServiceRoot");
+    EXPECT_EQ(root.at("Location").at(0).at("Uri"), "/schemas/v1/ServiceRoot.json");
+
+    const auto collection = get_resource<json_file_common>("ChassisCollection");
+    EXPECT_EQ(collection.at("Schema"), "#ChassisCollection.ChassisCollection");
+
+    EXPECT_EQ(get_error_status<json_file_common>("Nope"), "Status: 404 Not Found");
+    EXPECT_EQ(get_error_status<json_file_common>("CertificateService"), "Status: 404 Not Found");
+}
+
+class ServiceRoot : public ::testing::Test {
+protected:
+    void SetUp() override {
+        root_ = fs::temp_directory_path() / ("service-root-test-" + std::to_string(::getpid()));
+        fs::remove_all(root_);
+        fs::create_directories(root_);
+        platform::set_bmc_root_for_tests(root_.string());
+    }
+    void TearDown() override {
+        platform::set_bmc_root_for_tests(previous_root_);
+        fs::remove_all(root_);
+    }
+
+    fs::path root_;
+    std::string previous_root_ = platform::bmc_root();
+};
+
+TEST_F(ServiceRoot, LinksEveryTopLevelService) {
+    const auto root = get_resource<service_root>();
+    EXPECT_EQ(root.at("@odata.id"), "/redfish/v1/");
+    EXPECT_EQ(root.at("@odata.type"), "#ServiceRoot.v1_5_2.ServiceRoot");
+    EXPECT_EQ(root.at("Id"), "RootService");
+    EXPECT_EQ(root.at("Name"), "Root Service");
+    EXPECT_EQ(root.at("Vendor"), "Tarnwright");
+    EXPECT_EQ(root.at("Links").at("Sessions"), link("/redfish/v1/SessionService/Sessions"));
+    EXPECT_EQ(root.at("Oem").at("Tarnwright").at("DumpService"),
+              link("/redfish/v1/Oem/Tarnwright/DumpService"));
+    EXPECT_EQ(root.at("Tasks"), link("/redfish/v1/TaskService"));
+    for (const auto& service : top_level_services()) {
+        if (service.in_root == root_link::property) {
+            EXPECT_EQ(root.at(service.name), link(service.url)) << service.name;
+        }
+    }
+}
+
+TEST_F(ServiceRoot, UuidIsDrawnOnceAndKept) {
+    const auto first = get_resource<service_root>();
+    const std::string uuid = text(first.at("UUID"));
+    static const std::regex format(
+        "[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}");
+    EXPECT_TRUE(std::regex_match(uuid, format)) << uuid;
+    EXPECT_EQ(text(get_resource<service_root>().at("UUID")), uuid);
+}
+
+TEST_F(ServiceRoot, DamagedGuidFileIsLeftAloneAndNoUuidIsClaimed) {
+    const fs::path guid = root_ / "var" / "bmc" / "device_guid";
+    fs::create_directories(guid.parent_path());
+    std::ofstream(guid) << "short";
+    const auto root = get_resource<service_root>();
+    EXPECT_FALSE(root.contains("UUID"));
+    EXPECT_EQ(read_file(guid), "short");
+}
