@@ -39,16 +39,27 @@ void redfish::set(std::string_view name, boost::json::value property) {
     value_[name] = std::move(property);
 }
 
+void redfish::set(std::string_view name, const char* text) {
+    set(name, boost::json::value(text));
+}
+
+void redfish::set(std::string_view name, const std::string& text) {
+    set(name, boost::json::value(boost::json::string(text)));
+}
+
+void redfish::set(std::string_view name, std::string_view text) {
+    set(name, boost::json::value(boost::json::string(text)));
+}
+
 void redfish::set_common_properties(std::string_view id) {
-    set("@odata.id", boost::json::string(uri_));
+    set("@odata.id", uri_);
     if (schema_version_.empty()) {
-        set("@odata.type", boost::json::string("#" + entity_type_ + "." + entity_type_));
+        set("@odata.type", "#" + entity_type_ + "." + entity_type_);
     } else {
-        set("@odata.type",
-            boost::json::string("#" + entity_type_ + "." + schema_version_ + "." + entity_type_));
-        set("Id", boost::json::string(id.empty() ? last_segment(uri_) : std::string(id)));
+        set("@odata.type", "#" + entity_type_ + "." + schema_version_ + "." + entity_type_);
+        set("Id", id.empty() ? last_segment(uri_) : std::string(id));
     }
-    set("Name", boost::json::string(name_));
+    set("Name", name_);
 }
 
 void redfish::set_members(const std::vector<std::string>& member_uris) {

@@ -30,6 +30,9 @@ protected:
 
     // The property setter that GET builds the resource with, in order.
     void set(std::string_view name, boost::json::value property);
+    void set(std::string_view name, const char* text);
+    void set(std::string_view name, const std::string& text);
+    void set(std::string_view name, std::string_view text);
     // "@odata.id", "@odata.type", "Id" (resources, not collections; the
     // URI's last segment unless given), "Name".
     void set_common_properties(std::string_view id = {});

@@ -28,13 +28,15 @@ void exception_http::write() const {
 
 void throw_http(int status) { throw exception_http(status); }
 
-void throw_http_result(int status, const result_record& result) {
+exception_http http_error(int status, const result_record& result) {
     exception_http error(status);
     error.add_header("OData-Version: 4.0");
     error.add_header("Content-Type: application/json; charset=UTF-8");
     error.append_body(render_result(result));
-    throw error;
+    return error;
 }
+
+void throw_http_result(int status, const result_record& result) { throw http_error(status, result); }
 
 void throw_http_error(int status, message_descriptor message, const message_args& args,
                       const message_args& related) {

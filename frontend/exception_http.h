@@ -39,6 +39,9 @@ private:
 [[noreturn]] void throw_http_error(int status, const std::string& message_id,
                                    const message_args& args = {},
                                    const message_args& related = {});
+// An error response with the rendered result as its body, for callers that
+// add headers before throwing it.
+exception_http http_error(int status, const result_record& result);
 // A GeneralError body with the messages already collected in result.
 [[noreturn]] void throw_http_result(int status, const result_record& result);
 [[noreturn]] void throw_insufficient_privilege();

@@ -1,6 +1,7 @@
 #include "frontend/pipeline.h"
 
 #include <boost/algorithm/string/split.hpp>
+#include <cstring>
 #include <iostream>
 #include <string>
 
@@ -12,7 +13,11 @@
 #include "frontend/response_stream.h"
 #include "frontend/result_writer.h"
 #include "platform/libipmi.h"
+#include "platform/libipmi_users.h"
 #include "platform/libweb.h"
+#include "security/caller_authentication.h"
+#include "security/privileges.h"
+#include "security/session_resources.h"
 
 namespace odata::redfish {
 namespace {
@@ -59,6 +64,47 @@ void check_conditional_headers(redfish& resource) {
         throw_http(304);
 }
 
+// Paths are plain: no "." or ".." segment and no percent-encoding.
+void check_path_form(const request_context& context) {
+    bool dot_segment = std::any_of(context.segments.begin(), context.segments.end(),
+                                   [](const std::string& s) { return s == "." || s == ".."; });
+    if (dot_segment || context.uri.find('%') != std::string::npos)
+        throw_http_error(400, "Base.1.10.ResourceAtUriInUnknownFormat", {context.uri});
+}
+
+// Uploads are recognised by the front end that lighttpd names in
+// SCRIPT_FILENAME; their body is left to the upload handler.
+constexpr const char* upload_actions[] = {"TwrFirmwareInventory.Upload", "TwrSSLCert.Upload",
+                                          "TwrIPMIConfig.Upload", "BiosFile.Upload"};
+
+const char* recognised_upload(const request_context& context) {
+    if (context.method != POST) return nullptr;
+    for (const char* action : upload_actions) {
+        if (context.segments.back() == action && script_name_is(action)) return action;
+    }
+    return nullptr;
+}
+
+void read_body_or_leave_upload(const request_context& context, std::istream& input) {
+    const char* upload = recognised_upload(context);
+    if (!upload) {
+        read_request_input(input);
+        return;
+    }
+    console_log("[FileUpload] CgiVars is not initialized due to file upload.\n");
+    if (std::strcmp(upload, "TwrFirmwareInventory.Upload") == 0 && GetSetSysLockdownEnable(0, 0))
+        throw_system_lockdown();
+}
+
+// The login authenticates itself; the open documents may be read without
+// credentials when the service is set so.
+void authorise(request_context& context, const webservice& handler) {
+    const bool login = context.method == POST && dynamic_cast<const sessionscollection*>(&handler);
+    if (login || reads_without_credentials(context)) return;
+    authenticate_caller(context);
+    if (!caller_is_authorised(context)) throw_insufficient_privilege();
+}
+
 void handle_request(request_context& context, std::istream& input) {
     context.uri = normalise_path(cgi_variable("REQUEST_URI"));
     context.query = cgi_variable("QUERY_STRING");
@@ -67,10 +113,12 @@ void handle_request(request_context& context, std::istream& input) {
     if (at_p_St_GlobalVar->fcgi_mode == 0) throw_http_error(503, "Base.1.10.ServiceInUnknownState");
     InterfaceInfo->kind = interface_redfish;
     check_odata_version();
-    read_request_input(input);
+    check_path_form(context);
+    read_body_or_leave_upload(context, input);
 
     std::shared_ptr<webservice> handler = service_routes().resolve(context.uri, context);
     if (!handler) throw_http(404);
+    authorise(context, *handler);
     check_query_options(context.query);
 
     handler->call(context.method);

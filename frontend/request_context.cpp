@@ -1,5 +1,6 @@
 #include "frontend/request_context.h"
 
+#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
@@ -39,6 +40,15 @@ boost::json::value request_context::body_json() const {
     boost::json::value parsed = boost::json::parse(request_body ? request_body : "", error);
     if (error) throw malformed_json();
     return parsed;
+}
+
+int request_context::capture_number(size_t index) const {
+    if (index >= captures.size()) return -1;
+    const std::string& text = captures[index];
+    int number = 0;
+    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number < 0) return -1;
+    return number;
 }
 
 int request_method() {

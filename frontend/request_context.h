@@ -31,6 +31,8 @@ struct request_context {
     const char* body() const;
     // The body parsed as JSON; throws malformed_json when it is not JSON.
     boost::json::value body_json() const;
+    // Route capture index as a number; -1 when absent, not a number or too large.
+    int capture_number(size_t index) const;
 };
 
 // A request body that is not JSON; answered 400 MalformedJSON.

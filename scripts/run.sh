@@ -12,9 +12,15 @@ user=${BMC_USER:-admin}
 password=${BMC_PASSWORD:-admin-pass1}
 
 "$source_dir/scripts/prepare-instance.sh" "$root" "$build" "$port" "$tls_port" 2
+bmcsim="$build/platform/sim/tool/bmcsim"
+# The first start seeds the administrator; later starts keep the user table.
+"$bmcsim" --root "$root" users seed "$user" "$password"
+# Clients such as sushy read the service root before they log in.
+settings="$root/nv/redfish/redfish.ini"
+[ -e "$settings" ] || printf '[Service]\nUnauthenticatedServiceRoot=1\n' > "$settings"
 
 echo "Redfish service: http://127.0.0.1:$port/redfish/v1 (https on port $tls_port)"
 echo "Administrator:   $user / $password"
-echo "Simulator tool:  $build/platform/sim/tool/bmcsim --root $root"
+echo "Simulator tool:  $bmcsim --root $root"
 echo "Stop with Ctrl-C."
 exec lighttpd -D -f "$root/etc/lighttpd.conf"

@@ -1,5 +1,6 @@
 """One simulated BMC served by a real lighttpd on a free loopback port."""
 
+import json
 import os
 import signal
 import socket
@@ -19,8 +20,15 @@ def free_port():
         return probe.getsockname()[1]
 
 
+ADMIN_USER = "admin"
+ADMIN_PASSWORD = "Adm1n-pass"
+
+
 class BmcInstance:
-    def __init__(self, processes=2):
+    admin_user = ADMIN_USER
+    admin_password = ADMIN_PASSWORD
+
+    def __init__(self, processes=2, open_service_root=False):
         self.directory = tempfile.TemporaryDirectory(prefix="bmc-e2e-")
         self.root = self.directory.name
         self.port = free_port()
@@ -28,6 +36,9 @@ class BmcInstance:
         self.base = f"http://127.0.0.1:{self.port}"
         subprocess.run([os.path.join(SOURCE_DIR, "scripts", "prepare-instance.sh"), self.root,
                         BUILD_DIR, str(self.port), str(self.tls_port), str(processes)], check=True)
+        self.bmcsim("users", "seed", ADMIN_USER, ADMIN_PASSWORD)
+        if open_service_root:
+            self.write_setting("redfish.ini", "[Service]\nUnauthenticatedServiceRoot=1\n")
         self.server = subprocess.Popen(
             ["lighttpd", "-D", "-f", os.path.join(self.root, "etc", "lighttpd.conf")])
         self._wait_until_listening()
@@ -45,6 +56,32 @@ class BmcInstance:
 
     def url(self, path):
         return self.base + path
+
+    def write_setting(self, name, text):
+        with open(os.path.join(self.root, "nv", "redfish", name), "w") as settings:
+            settings.write(text)
+
+    def admin(self):
+        """A requests session that sends the administrator's Basic credentials."""
+        return self.basic_session(ADMIN_USER, ADMIN_PASSWORD)
+
+    def basic_session(self, user, password):
+        session = requests.Session()
+        session.auth = (user, password)
+        return session
+
+    def login(self, user=ADMIN_USER, password=ADMIN_PASSWORD):
+        """Opens a Redfish session; returns the answer of the login."""
+        return requests.post(self.url("/redfish/v1/SessionService/Sessions"),
+                             json={"UserName": user, "Password": password}, timeout=10)
+
+    def events(self):
+        """The BMC event log, one dict per record."""
+        try:
+            with open(os.path.join(self.root, "var", "log", "bmc_events.jsonl")) as log:
+                return [json.loads(line) for line in log if line.strip()]
+        except OSError:
+            return []
 
     def get(self, path, **kwargs):
         return requests.get(self.url(path), timeout=10, **kwargs)

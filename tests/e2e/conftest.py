@@ -5,6 +5,15 @@ from bmc_instance import BmcInstance
 
 @pytest.fixture(scope="module")
 def bmc():
+    """A BMC as make run serves it: the service root is open to read."""
+    instance = BmcInstance(open_service_root=True)
+    yield instance
+    instance.stop()
+
+
+@pytest.fixture(scope="module")
+def closed_bmc():
+    """A BMC with the default settings: every request authenticates."""
     instance = BmcInstance()
     yield instance
     instance.stop()
@@ -12,6 +21,6 @@ def bmc():
 
 @pytest.fixture
 def single_process_bmc():
-    instance = BmcInstance(processes=1)
+    instance = BmcInstance(processes=1, open_service_root=True)
     yield instance
     instance.stop()

@@ -1,6 +1,7 @@
 """The service loop, the response writer and routing, over HTTP through lighttpd."""
 
 import glob
+import json
 import os
 
 import fastcgi_client
@@ -18,7 +19,7 @@ def test_version_document_and_its_headers(bmc):
     with_origin = bmc.get("/redfish", headers={"Origin": "https://console.example"})
     assert with_origin.headers["Access-Control-Allow-Origin"] == "https://console.example"
 
-    assert bmc.get("/restapi").json() == {"twri": "/restapi/twri/"}
+    assert bmc.admin().get(bmc.url("/restapi")).json() == {"twri": "/restapi/twri/"}
 
 
 def test_doubled_slashes_reach_the_same_document(bmc):
@@ -28,9 +29,10 @@ def test_doubled_slashes_reach_the_same_document(bmc):
 def test_unsupported_methods_answer_405_without_body(bmc):
     head = bmc.request("HEAD", "/redfish")
     assert head.status_code == 405 and head.content == b""
-    post = bmc.request("POST", "/redfish", data=b"{}")
+    admin = bmc.admin()
+    post = admin.post(bmc.url("/redfish"), data=b"{}")
     assert post.status_code == 405 and post.content == b""
-    assert bmc.request("DELETE", "/restapi").status_code == 405
+    assert admin.delete(bmc.url("/restapi")).status_code == 405
 
 
 def test_lower_case_method_is_not_get(bmc):
@@ -51,21 +53,25 @@ def test_a_failing_request_does_not_end_the_service_process(single_process_bmc):
     assert bmc.get("/redfish").status_code == 200
     before = bmc.service_processes()
     assert len(before) == 1
+    admin = bmc.admin()
     for _ in range(3):
-        assert bmc.request("PUT", "/redfish", data=b"x").status_code == 405
+        assert admin.put(bmc.url("/redfish"), data=b"x").status_code == 405
         assert bmc.get("/redfish/v1/Nowhere").status_code == 404
     assert bmc.get("/redfish").status_code == 200
     assert bmc.service_processes() == before
 
 
 def test_body_beyond_content_length_is_drained(single_process_bmc):
-    socket_path = glob.glob(os.path.join(single_process_bmc.root, "run", "index.fcgi.socket*"))[0]
-    params = {"REQUEST_METHOD": "POST", "REQUEST_URI": "/redfish", "CONTENT_LENGTH": "5",
-              "SCRIPT_FILENAME": "/tmp/www/redfish"}
+    bmc = single_process_bmc
+    socket_path = glob.glob(os.path.join(bmc.root, "run", "index.fcgi.socket*"))[0]
+    login = json.dumps({"UserName": bmc.admin_user, "Password": bmc.admin_password}).encode()
+    params = {"REQUEST_METHOD": "POST", "REQUEST_URI": "/redfish/v1/SessionService/Sessions",
+              "CONTENT_LENGTH": str(len(login)), "SCRIPT_FILENAME": "/tmp/www/redfish"}
     connection = fastcgi_client.connect(socket_path)
     try:
-        first = fastcgi_client.request(connection, params, body=b"{}   and more than declared")
-        assert first.startswith(b"Status: 405 Method Not Allowed\r\n")
+        first = fastcgi_client.request(connection, params, body=login + b"} not JSON beyond")
+        assert first.startswith(b"X-Auth-Token:")
+        assert b"Status: 201 Created\r\n" in first
         second = fastcgi_client.request(
             connection, {"REQUEST_METHOD": "GET", "REQUEST_URI": "/redfish"}, request_id=2)
         assert second.endswith(b'{"v1":"/redfish/v1/"}')

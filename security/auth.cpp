@@ -1,0 +1,128 @@
+#include "security/auth.h"
+
+#include <cstring>
+#include <iostream>
+
+#include "frontend/exception_http.h"
+#include "platform/libipmi.h"
+#include "platform/libweb.h"
+#include "security/basic_credentials.h"
+#include "security/session_store.h"
+
+namespace odata::redfish {
+namespace {
+
+constexpr int event_failed_login = 137;
+constexpr int max_authorization_length = 128;
+constexpr size_t client_ip_length = 61;
+constexpr size_t max_interface_user_name = 256;
+
+std::string client_ip() {
+    char address[client_ip_length] = {};
+    GetClientIP(address, client_ip_length);
+    address[client_ip_length - 1] = '\0';
+    return address;
+}
+
+// Publishes the caller to the platform's channel record.
+void record_caller(const std::string& address, const std::string& user_name) {
+    std::strncpy(InterfaceInfo->client_ip, address.c_str(), sizeof InterfaceInfo->client_ip - 1);
+    InterfaceInfo->privilege = 0;
+    if (user_name.size() < max_interface_user_name)
+        std::strncpy(InterfaceInfo->user_name, user_name.c_str(), sizeof InterfaceInfo->user_name - 1);
+}
+
+std::string json_text(const boost::json::object& body, const char* name) {
+    const boost::json::value* value = body.if_contains(name);
+    return value && value->is_string() ? std::string(value->get_string()) : std::string();
+}
+
+}  // namespace
+
+int auth::respond_success(request_context&) { return 0; }
+void auth::refuse(request_context&) {}
+void auth::refuse_locked(request_context&) { throw_http_error(403, "TWR.1.0.AccountLockup"); }
+int auth::open_session(request_context&) { return 0; }
+
+basic_auth::basic_auth(request_context&) {
+    char header[max_authorization_length + 1] = {};
+    int length = get_cgi_env("HTTP_AUTHORIZATION", header, max_authorization_length);
+    if (length < 0 || length > max_authorization_length) return;
+    if (auto credentials = decode_basic_authorization(header)) {
+        user_name = credentials->user_name;
+        password = credentials->password;
+        has_credentials = true;
+    }
+}
+
+token_auth::token_auth(request_context& context) {
+    is_login = true;
+    boost::json::value body = context.body_json();
+    if (!body.is_object()) return;
+    user_name = json_text(body.get_object(), "UserName");
+    password = json_text(body.get_object(), "Password");
+}
+
+int token_auth::respond_success(request_context& context) {
+    remove_expired_sessions();
+    return open_session(context);
+}
+
+int token_auth::open_session(request_context& context) {
+    std::optional<opened_session> session = odata::redfish::open_session(user_name, privilege, matched.source);
+    if (!session) {
+        std::cout << "Status: 404 Not Found\r\n";
+        throw exception("");
+    }
+    token = session->token;
+    session_uri = session->uri;
+    session_id = session->id;
+    context.session_id = session_id;
+    std::cout << "X-Auth-Token:" << token << "\r\n"
+              << "Location:" << session_uri << "\r\n"
+              << "Status: 201 Created\r\n";
+    return session_id;
+}
+
+void token_auth::refuse(request_context&) {
+    std::cout << "Status: 401 Unauthorized\r\n";
+    throw exception("");
+}
+
+std::shared_ptr<auth> make_authenticator(request_context& context, int mode) {
+    char method[8] = {};
+    if (get_cgi_env("REQUEST_METHOD", method, 7) < 0) {
+        std::cout << "no method";
+        return nullptr;
+    }
+    if (mode == basic_mode) return std::make_shared<basic_auth>(context);
+    if (mode != login_mode) return nullptr;
+    context.session_limit = max_sessions;
+    return std::make_shared<token_auth>(context);
+}
+
+bool authenticate(request_context& context, auth& authenticator) {
+    const std::string address = client_ip();
+    record_caller(address, authenticator.user_name);
+    if (authenticator.user_name.size() < max_interface_user_name && !authenticator.password.empty()) {
+        authenticator.matched = check_credentials(authenticator.user_name, authenticator.password, address);
+        if (authenticator.matched.result == credential_check::locked) {
+            authenticator.matched = {};
+            authenticator.refuse_locked(context);
+        }
+        if (authenticator.matched.result == credential_check::accepted) {
+            authenticator.privilege = authenticator.matched.privilege;
+            context.user_name = authenticator.user_name;
+            context.privilege = authenticator.privilege;
+            InterfaceInfo->privilege = static_cast<uint8_t>(authenticator.privilege);
+            authenticator.success_result = authenticator.respond_success(context);
+            return true;
+        }
+    }
+    if (authenticator.is_login)
+        LibSaveSysEvtLog(event_failed_login, 0, "/redfish/v1/SessionService/Sessions/");
+    authenticator.refuse(context);
+    return false;
+}
+
+}  // namespace odata::redfish

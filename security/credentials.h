@@ -1,0 +1,22 @@
+// Checks a user name and password against the user table and the external
+// account providers.
+#pragma once
+
+#include <string>
+
+#include "platform/session_record.h"
+
+namespace odata::redfish {
+
+struct credential_check {
+    enum outcome { refused, accepted, locked } result = refused;
+    int slot = -1;                    // the local user's slot, -1 for others
+    int privilege = 0;                // the privilege level granted
+    uint8_t source = SESSION_SOURCE_LOCAL;
+};
+
+// client_ip names the caller in the login audit.
+credential_check check_credentials(const std::string& user_name, const std::string& password,
+                                   const std::string& client_ip);
+
+}  // namespace odata::redfish
