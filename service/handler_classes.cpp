@@ -1,14 +1,39 @@
 // Every handler class of the service, by the name the route table uses.
 #include "framework/handler_classes.h"
 
+#include "framework/metadata.h"
+#include "framework/registry_file_resources.h"
+#include "framework/schema_file_resources.h"
+#include "framework/service_root.h"
+#include "framework/servicedocument.h"
 #include "framework/version_documents.h"
+#include "security/accountservice.h"
+#include "security/manageraccount.h"
+#include "security/manageraccountcollection.h"
+#include "security/role_resources.h"
+#include "security/session_resources.h"
 
 namespace odata::redfish {
 
 const handler_factories& handler_classes() {
     static const handler_factories classes = {
+        {"accountservice", make_handler<accountservice>},
+        {"json_file_common", make_handler<json_file_common>},
+        {"jsonschemafilecollection", make_handler<jsonschemafilecollection>},
+        {"manageraccount", make_handler<manageraccount>},
+        {"manageraccountcollection", make_handler<manageraccountcollection>},
+        {"messageregisteryfile", make_handler<messageregisteryfile>},
+        {"messageregistryfilecollection", make_handler<messageregistryfilecollection>},
+        {"metadata", make_handler<metadata>},
         {"redfish_ver", make_handler<redfish_ver>},
         {"restapi_ver", make_handler<restapi_ver>},
+        {"role", make_handler<role>},
+        {"rolecollection", make_handler<rolecollection>},
+        {"service_root", make_handler<service_root>},
+        {"servicedocument", make_handler<servicedocument>},
+        {"sessionservice", make_handler<sessionservice>},
+        {"sessionscollection", make_handler<sessionscollection>},
+        {"sessions", make_handler<sessions>},
     };
     return classes;
 }

@@ -1,0 +1,37 @@
+#include "security/account_policy.h"
+
+#include "framework/ini_settings.h"
+
+namespace odata::redfish {
+namespace {
+
+const ini_settings& policy_file() {
+    static const ini_settings file("/nv/redfish/accountservice.ini");
+    return file;
+}
+
+}  // namespace
+
+account_policy read_account_policy() {
+    const boost::property_tree::ptree settings = policy_file().read();
+    const account_policy defaults;
+    account_policy policy;
+    policy.lockout_threshold =
+        settings.get<long>("AccountService.AccountLockoutThreshold", defaults.lockout_threshold);
+    policy.lockout_duration =
+        settings.get<long>("AccountService.AccountLockoutDuration", defaults.lockout_duration);
+    policy.counter_reset_after =
+        settings.get<long>("AccountService.AccountLockoutCounterResetAfter", defaults.counter_reset_after);
+    return policy;
+}
+
+bool store_account_policy(const account_policy& policy) {
+    boost::property_tree::ptree settings = policy_file().read();
+    settings.put("AccountService.AccountLockoutThreshold", policy.lockout_threshold);
+    settings.put("AccountService.AccountLockoutDuration", policy.lockout_duration);
+    settings.put("AccountService.AccountLockoutCounterResetAfter", policy.counter_reset_after);
+    settings.put("AccountService.AccountLockoutEnabled", policy.lockout_threshold > 0 ? 1 : 0);
+    return policy_file().write(settings);
+}
+
+}  // namespace odata::redfish

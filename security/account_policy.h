@@ -1,0 +1,27 @@
+// The local accounts' policy: the lockout settings kept in
+// /nv/redfish/accountservice.ini, section [AccountService], which the
+// platform's lockout functions read as well, and the fixed password limits.
+#pragma once
+
+namespace odata::redfish {
+
+constexpr int min_password_length = 8;
+constexpr int max_password_length = 20;
+
+constexpr long max_lockout_threshold = 5;
+constexpr long max_lockout_seconds = 1800;
+
+struct account_policy {
+    long lockout_threshold = 0;      // bad passwords that lock; 0 never locks
+    long lockout_duration = 300;     // seconds locked
+    long counter_reset_after = 300;  // seconds a bad password counts
+};
+
+// The stored policy; defaults for what the file does not hold.
+account_policy read_account_policy();
+
+// Stores the policy (and the lockout switch that follows from the
+// threshold), keeping the file's other keys; false when it cannot be written.
+bool store_account_policy(const account_policy& policy);
+
+}  // namespace odata::redfish

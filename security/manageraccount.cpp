@@ -1,0 +1,137 @@
+#include "security/manageraccount.h"
+
+#include <iostream>
+
+#include "frontend/exception_http.h"
+#include "frontend/result_writer.h"
+#include "platform/libipmi_users.h"
+#include "security/account_writer.h"
+#include "security/property_checks.h"
+#include "security/role_resources.h"
+#include "security/roles.h"
+#include "security/snmp_protocols.h"
+
+namespace odata::redfish {
+namespace {
+
+constexpr int first_deletable_account = 3;
+constexpr int last_account = MAX_USER_SLOTS;
+
+struct snmp_state {
+    int authentication_protocol = 0;
+    int authentication_key_set = 0;
+    int encryption_protocol = 0;
+    int encryption_key_set = 0;
+};
+
+snmp_state read_snmp(int slot) {
+    snmp_state state;
+    UtilSNMPGetCfg(slot, &state.authentication_protocol, &state.authentication_key_set,
+                   &state.encryption_protocol, &state.encryption_key_set);
+    return state;
+}
+
+boost::json::object snmp_json(const snmp_state& state) {
+    return {
+        {"AuthenticationProtocol",
+         snmp_protocol_name(snmp_protocol_kind::authentication, state.authentication_protocol)},
+        {"EncryptionProtocol", snmp_protocol_name(snmp_protocol_kind::encryption, state.encryption_protocol)},
+        {"AuthenticationKey", nullptr},
+        {"EncryptionKey", nullptr},
+        {"AuthenticationKeySet", state.authentication_key_set != 0},
+        {"EncryptionKeySet", state.encryption_key_set != 0}};
+}
+
+// Every account reaches Redfish; SNMP only with SNMPv3 settings.
+boost::json::array account_types(const snmp_state& state) {
+    boost::json::array types{"Redfish"};
+    if (state.authentication_protocol != 0) types.emplace_back("SNMP");
+    return types;
+}
+
+bool caller_configures_users(const request_context& context) {
+    const role_definition* caller_role = role_of_level(context.privilege);
+    return caller_role && (caller_role->privileges & privilege_configure_users);
+}
+
+// Callers without ConfigureUsers get here only for their own account, and
+// may change nothing but its password.
+void check_own_change(const request_context& context, const boost::json::object& body) {
+    if (caller_configures_users(context)) return;
+    for (const auto& property : body)
+        if (property.key() != "Password") throw_insufficient_privilege();
+}
+
+std::string captured_id(const request_context& context) {
+    return context.captures.empty() ? std::string() : context.captures[0];
+}
+
+result_record account_removed() {
+    result_record removed{"OemAccountRemoved", "The account was successfully removed.", {}};
+    add_message(removed, "Base.1.10.AccountRemoved");
+    return removed;
+}
+
+}  // namespace
+
+manageraccount::manageraccount(request_context& context)
+    : manageraccount(context, context.capture_number(0)) {}
+
+manageraccount::manageraccount(request_context& context, int account_id)
+    : redfish(context, "ManagerAccount", "v1_5_0", "User Account", account_uri(account_id)),
+      account_id_(account_id) {}
+
+account_record manageraccount::existing_account() const {
+    std::optional<account_record> account = read_account(slot_of_account(account_id_));
+    if (!account) throw_http(404);
+    return *account;
+}
+
+int manageraccount::get(request_context&) {
+    const account_record account = existing_account();
+    const role_definition* account_role = role_of_level(account.privilege);
+    const snmp_state snmp = read_snmp(account.slot);
+    set_common_properties();
+    set("Description", "User Account");
+    set("UserName", account.user_name);
+    set("Password", boost::json::value(nullptr));
+    set("RoleId", account_role ? account_role->id : "NoAccess");
+    set("Enabled", account.enabled);
+    set("Locked", isUserLocked(account.slot) != 0);
+    set("AccountTypes", account_types(snmp));
+    boost::json::object links;
+    if (account_role) links["Role"] = link(role_uri(account_role->id));
+    set("Links", std::move(links));
+    set("SNMP", snmp_json(snmp));
+    return 0;
+}
+
+int manageraccount::patch(request_context& context) {
+    const account_record account = existing_account();
+    const boost::json::value body = context.body_json();
+    const boost::json::object& request = request_object(body);
+    check_own_change(context, request);
+    result_record result = general_error();
+    const account_changes changes = read_account_request(request, {false, account.slot, context.uri}, result);
+    if (changes.enabled == false && UtilIsUserActivateSession(account.slot))
+        add_message(result, "TWR.1.0.OemUserDisableFail", {account.user_name}, {"/Enabled"});
+    if (!result.entries.empty()) throw_http_result(400, result);
+    if (!modify_account(account, changes)) throw_http_error(400, "Base.1.10.AccountNotModified");
+    std::cout << "Status: 204 No Content\r\n";
+    return 0;
+}
+
+int manageraccount::del(request_context& context) {
+    if (!caller_configures_users(context)) throw_insufficient_privilege();
+    if (account_id_ < first_deletable_account || account_id_ > last_account)
+        throw_http_error(400, "Base.1.10.InvalidIndex", {captured_id(context)});
+    const account_record account = existing_account();
+    if (UtilIsUserActivateSession(account.slot))
+        throw_http_error(400, "TWR.1.0.OemUserDisableFail", {account.user_name});
+    if (!remove_account(account)) throw_http_error(400, "Base.1.10.AccountNotModified");
+    std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n";
+    set_body(render_result(account_removed()));
+    return 0;
+}
+
+}  // namespace odata::redfish

@@ -1,0 +1,50 @@
+#include "security/manageraccountcollection.h"
+
+#include <iostream>
+
+#include "frontend/exception_http.h"
+#include "security/account_slots.h"
+#include "security/account_writer.h"
+#include "security/manageraccount.h"
+#include "security/property_checks.h"
+
+namespace odata::redfish {
+namespace {
+
+[[noreturn]] void refuse_create_limit() { throw_http_error(400, "Base.1.10.CreateLimitReachedForResource"); }
+
+}  // namespace
+
+manageraccountcollection::manageraccountcollection(request_context& context)
+    : redfish(context, "ManagerAccountCollection", "", "Accounts Collection", accounts_uri) {}
+
+int manageraccountcollection::get(request_context&) {
+    set_common_properties();
+    std::vector<std::string> members;
+    for (int slot : listed_slots()) members.push_back(account_uri(account_of_slot(slot)));
+    set_members(members);
+    return 0;
+}
+
+int manageraccountcollection::post(request_context& context) {
+    const boost::json::value body = context.body_json();
+    const boost::json::object& request = request_object(body);
+    const std::optional<int> slot = first_free_slot();
+    if (!slot) refuse_create_limit();
+    result_record result = general_error();
+    const account_changes account = read_account_request(request, {true, *slot, context.uri}, result);
+    if (!result.entries.empty()) throw_http_result(400, result);
+
+    const created_account created = create_account(account);
+    if (created.outcome == created_account::limit_reached) refuse_create_limit();
+    if (created.outcome == created_account::failed) throw_http_error(400, "Base.1.10.AccountNotModified");
+    const int account_id = account_of_slot(created.slot);
+    manageraccount answer(context, account_id);
+    answer.get(context);
+    for (const auto& property : answer.value()) set(property.key(), property.value());
+    std::cout << "Status: 201 Created\r\n"
+              << "Location: " << account_uri(account_id) << "\r\n";
+    return 0;
+}
+
+}  // namespace odata::redfish

@@ -1,0 +1,95 @@
+#include "security/property_checks.h"
+
+#include "frontend/exception_http.h"
+
+namespace odata::redfish {
+
+std::string shown_value(const boost::json::value& value) {
+    if (const boost::json::string* text = value.if_string()) return std::string(*text);
+    return boost::json::serialize(value);
+}
+
+void add_value_message(result_record& result, std::string_view message_id, const std::string& value_text,
+                       const std::string& path) {
+    add_message(result, std::string(message_id), {value_text, path}, {"/" + path});
+}
+
+void add_property_message(result_record& result, std::string_view message_id, const std::string& path) {
+    add_message(result, std::string(message_id), {path}, {"/" + path});
+}
+
+void unknown_property::report(result_record& result, const std::string& path) const {
+    if (action_.empty()) {
+        add_property_message(result, "Base.1.10.PropertyUnknown", path);
+    } else {
+        add_message(result, "Base.1.10.ActionParameterUnknown", {action_, path}, {"/" + path});
+    }
+}
+
+const boost::json::string* require_text(const boost::json::value& value, const std::string& path,
+                                        result_record& result, bool secret) {
+    const boost::json::string* text = value.if_string();
+    if (!text) {
+        add_value_message(result, "Base.1.10.PropertyValueTypeError",
+                          secret ? hidden_value : shown_value(value), path);
+        return nullptr;
+    }
+    if (text->empty()) {
+        add_value_message(result, "Base.1.10.PropertyValueTypeError", "is an empty string", path);
+        return nullptr;
+    }
+    return text;
+}
+
+std::optional<bool> require_boolean(const boost::json::value& value, const std::string& path,
+                                    result_record& result) {
+    if (value.is_bool()) return value.get_bool();
+    add_value_message(result, "Base.1.10.PropertyValueTypeError", shown_value(value), path);
+    return std::nullopt;
+}
+
+std::optional<long> require_integer_up_to(const boost::json::value& value, long max, const std::string& path,
+                                          result_record& result) {
+    if (!value.is_int64() && !value.is_uint64()) {
+        add_value_message(result, "Base.1.10.PropertyValueTypeError", shown_value(value), path);
+        return std::nullopt;
+    }
+    if (value.is_uint64() || value.get_int64() < 0 || value.get_int64() > max) {
+        add_value_message(result, "Base.1.10.PropertyValueFormatError", shown_value(value), path);
+        return std::nullopt;
+    }
+    return static_cast<long>(value.get_int64());
+}
+
+bool require_storable(const boost::json::string& text, const std::string& path, result_record& result,
+                      bool secret) {
+    auto control = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; };
+    bool storable = !text.empty() && text.front() != ' ' && text.back() != ' ';
+    for (char c : text) storable = storable && !control(c);
+    if (!storable) {
+        add_value_message(result, "Base.1.10.PropertyValueFormatError",
+                          secret ? hidden_value : std::string(text), path);
+    }
+    return storable;
+}
+
+void for_each_member(const boost::json::value& value, const std::string& path, result_record& result,
+                     const std::function<void(const request_member&)>& read) {
+    const boost::json::object* object = value.if_object();
+    if (!object) {
+        add_value_message(result, "Base.1.10.PropertyValueTypeError", shown_value(value), path);
+        return;
+    }
+    for (const auto& [name, member] : *object) {
+        read({std::string(name), member, path + "/" + std::string(name)});
+    }
+}
+
+const boost::json::object& request_object(const boost::json::value& body) {
+    const boost::json::object* object = body.if_object();
+    if (!object) throw_http_error(400, "Base.1.10.UnrecognizedRequestBody");
+    if (object->empty()) throw_http_error(400, "Base.1.10.EmptyJSON");
+    return *object;
+}
+
+}  // namespace odata::redfish

@@ -1,0 +1,84 @@
+// Building blocks of request validation: the messages about one property
+// of a request body, and the checks that many properties share.
+#pragma once
+
+#include <algorithm>
+#include <boost/json.hpp>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "frontend/message.h"
+
+namespace odata::redfish {
+
+// Shown in messages instead of a secret (passwords, keys, tokens).
+inline constexpr const char* hidden_value = "******";
+
+// The text a message shows for a value: a string as it stands, anything
+// else as JSON.
+std::string shown_value(const boost::json::value& value);
+
+// A message with arguments (value text, path) and the related property
+// "/<path>"; path names the property, "LDAP/ServiceAddresses" for a nested one.
+void add_value_message(result_record& result, std::string_view message_id, const std::string& value_text,
+                       const std::string& path);
+// A message whose only argument is the property path.
+void add_property_message(result_record& result, std::string_view message_id, const std::string& path);
+
+// Whether a table of property names holds name.
+template <std::size_t N>
+bool listed_in(const std::string_view (&table)[N], std::string_view name) {
+    return std::find(std::begin(table), std::end(table), name) != std::end(table);
+}
+
+// Reports a property that the resource does not have: PropertyUnknown in
+// a PATCH, ActionParameterUnknown naming the action in a POST.
+class unknown_property {
+public:
+    static unknown_property in_patch() { return unknown_property(""); }
+    static unknown_property in_post(std::string action) { return unknown_property(std::move(action)); }
+    void report(result_record& result, const std::string& path) const;
+
+private:
+    explicit unknown_property(std::string action) : action_(std::move(action)) {}
+    std::string action_;
+};
+
+// A non-empty string; otherwise PropertyValueTypeError, with the argument
+// "is an empty string" for "".
+const boost::json::string* require_text(const boost::json::value& value, const std::string& path,
+                                        result_record& result, bool secret = false);
+
+// A boolean; otherwise PropertyValueTypeError.
+std::optional<bool> require_boolean(const boost::json::value& value, const std::string& path,
+                                    result_record& result);
+
+// An integer from 0 to max; PropertyValueTypeError for a value that is not
+// an integer, PropertyValueFormatError outside the range.
+std::optional<long> require_integer_up_to(const boost::json::value& value, long max, const std::string& path,
+                                          result_record& result);
+
+// A text that a settings file can hold unchanged: no control characters,
+// no blank at either end. PropertyValueFormatError otherwise.
+bool require_storable(const boost::json::string& text, const std::string& path, result_record& result,
+                      bool secret = false);
+
+// One member of an object in a request, with its property path.
+struct request_member {
+    std::string name;
+    const boost::json::value& value;
+    std::string path;
+};
+
+// Calls read for each member of the object at path; PropertyValueTypeError
+// when the value is not an object.
+void for_each_member(const boost::json::value& value, const std::string& path, result_record& result,
+                     const std::function<void(const request_member&)>& read);
+
+// The body of a PATCH or POST: a non-empty JSON object. Throws 400 EmptyJSON
+// for {} and UnrecognizedRequestBody for anything that is not an object.
+const boost::json::object& request_object(const boost::json::value& body);
+
+}  // namespace odata::redfish
