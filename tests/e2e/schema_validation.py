@@ -100,3 +100,20 @@ def validate(body):
     schema = {"$ref": url + "#/definitions/" + type_name}
     jsonschema.Draft7Validator(schema, resolver=resolver).validate(body)
     return resolver.links_only
+
+
+MESSAGE_SCHEMA = DMTF_PREFIX + "Message.v1_1_4.json"
+
+
+def validate_messages(body):
+    """Checks an error or result body: one outer member holding "code" and
+    "Message", and every extended-information entry a DMTF Message."""
+    assert len(body) == 1, body
+    inner = next(iter(body.values()))
+    assert isinstance(inner["code"], str) and inner["code"].startswith("Base.v1_10_3."), body
+    assert isinstance(inner["Message"], str), body
+    document = _load(MESSAGE_SCHEMA)
+    resolver = _LocalResolver(MESSAGE_SCHEMA, document)
+    schema = {"$ref": MESSAGE_SCHEMA + "#/definitions/Message"}
+    for entry in inner.get("@Message.ExtendedInfo", []):
+        jsonschema.Draft7Validator(schema, resolver=resolver).validate(entry)

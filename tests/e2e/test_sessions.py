@@ -7,6 +7,8 @@ import os
 
 import requests
 
+from schema_validation import validate, validate_messages
+
 SESSIONS = "/redfish/v1/SessionService/Sessions"
 
 
@@ -38,12 +40,17 @@ def test_login_token_and_logout(closed_bmc):
     assert len(token) == 32 and token.isalnum() and token == token.lower()
     location = login.headers["Location"]
     assert location.startswith(SESSIONS + "/")
+    validate(login.json())
     assert login.json()["UserName"] == bmc.admin_user
 
     with_token = token_session(token)
-    members = with_token.get(bmc.url(SESSIONS)).json()["Members"]
-    assert {"@odata.id": location} in members
-    assert with_token.get(bmc.url(location)).json()["UserName"] == bmc.admin_user
+    collection = with_token.get(bmc.url(SESSIONS)).json()
+    validate(collection)
+    assert {"@odata.id": location} in collection["Members"]
+    session = with_token.get(bmc.url(location)).json()
+    validate(session)
+    assert session["UserName"] == bmc.admin_user
+    validate(with_token.get(bmc.url("/redfish/v1/SessionService")).json())
     record = glob.glob(os.path.join(bmc.root, "tmp", "redfish_" + token))[0]
     assert os.stat(record).st_mode & 0o077 == 0
     assert os.path.islink(os.path.join(bmc.root, "tmp", "www") + location + "/index.fcgi")
@@ -97,6 +104,7 @@ def test_failed_basic_request_is_logged_and_answered_with_the_uri(closed_bmc):
     answer = bmc.basic_session(bmc.admin_user, "wrong-password").get(bmc.url("/redfish/v1/SessionService"))
     assert answer.status_code == 401
     assert answer.headers["WWW-Authenticate"] == 'Basic realm="redfish"'
+    validate_messages(answer.json())
     message = answer.json()["error"]["@Message.ExtendedInfo"][0]
     assert message["MessageId"] == "Base.1.10.ResourceAtUriUnauthorized"
     assert message["MessageArgs"] == ["/redfish/v1/SessionService", "unauthorized"]
@@ -123,6 +131,7 @@ def test_locked_account_is_refused_even_with_its_password(closed_bmc):
         assert bmc.login("lockme", "wrong-one").status_code == 401
     locked = bmc.login("lockme", "Lock-me-1")
     assert locked.status_code == 403
+    validate_messages(locked.json())
     message = locked.json()["error"]["@Message.ExtendedInfo"][0]
     assert message == {"MessageId": "TWR.1.0.AccountLockup", "Severity": "Warning",
                        "Resolution": "Please wait until the account is unlocked.",
@@ -140,6 +149,7 @@ def test_read_only_user_may_read_but_not_change(closed_bmc):
     assert reader.get(bmc.url("/redfish/v1/SessionService")).status_code == 200
     answer = reader.patch(bmc.url("/redfish/v1/SessionService"), json={"SessionTimeout": 60})
     assert answer.status_code == 403
+    validate_messages(answer.json())
     assert answer.json()["error"]["@Message.ExtendedInfo"][0]["MessageId"] == \
         "Base.1.10.InsufficientPrivilege"
 
@@ -163,6 +173,7 @@ def test_conditional_and_version_headers(closed_bmc):
 
     old = admin.get(bmc.url("/redfish/v1/SessionService"), headers={"OData-Version": "3.0"})
     assert old.status_code == 412
+    validate_messages(old.json())
     assert old.json()["error"]["@Message.ExtendedInfo"][0]["MessageId"] == \
         "TWR.1.0.CertainConfigurationNotSet"
     assert admin.get(bmc.url("/redfish/v1/SessionService"),
@@ -190,11 +201,13 @@ def test_session_service_settings(closed_bmc):
     admin = bmc.admin()
     service = bmc.url("/redfish/v1/SessionService")
     assert admin.patch(service, json={"SessionTimeout": 600}).status_code == 204
+    validate(admin.get(service).json())
     assert admin.get(service).json()["SessionTimeout"] == 600
     for body in ({"SessionTimeout": 29}, {"SessionTimeout": "600"}, {"Unknown": 1},
                  {"SessionTimeout": 300, "ServiceEnabled": "yes"}):
         answer = admin.patch(service, json=body)
         assert answer.status_code == 400, body
+        validate_messages(answer.json())
         assert answer.json()["error"]["code"] == "Base.v1_10_3.GeneralError"
     assert admin.get(service).json()["SessionTimeout"] == 600
     malformed = admin.patch(service, data=b"{not json", headers={"Content-Type": "application/json"})
