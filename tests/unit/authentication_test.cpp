@@ -1,0 +1,140 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <sstream>
+
+#include "frontend/exception_http.h"
+#include "platform/libipmi.h"
+#include "platform/libipmi_users.h"
+#include "platform/sim/event_log.h"
+#include "platform/sim/user_table.h"
+#include "security/auth.h"
+#include "sim_root_fixture.h"
+#include "stdout_capture.h"
+
+using namespace odata::redfish;
+
+namespace {
+
+std::string base64(const std::string& text) {
+    static const char digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string encoded;
+    for (size_t at = 0; at < text.size(); at += 3) {
+        unsigned chunk = static_cast<unsigned char>(text[at]) << 16;
+        if (at + 1 < text.size()) chunk |= static_cast<unsigned char>(text[at + 1]) << 8;
+        if (at + 2 < text.size()) chunk |= static_cast<unsigned char>(text[at + 2]);
+        for (size_t digit = 0; digit < 4; ++digit)
+            encoded += at + digit <= text.size() ? digits[(chunk >> (18 - 6 * digit)) & 63] : '=';
+    }
+    return encoded;
+}
+
+class authentication : public sim_testing::sim_root {
+protected:
+    void SetUp() override {
+        sim_root::SetUp();
+        ASSERT_NE(GlobalParaInit(), 0);
+        platform::seed_first_administrator("admin", "Adm1n-pass");
+        setenv("REQUEST_METHOD", "GET", 1);
+        setenv("REMOTE_ADDR", "127.0.0.9", 1);
+    }
+    void TearDown() override {
+        unsetenv("HTTP_AUTHORIZATION");
+        unsetenv("REQUEST_METHOD");
+        unsetenv("REMOTE_ADDR");
+        GlobalParaFin();
+        sim_root::TearDown();
+    }
+
+    bool basic_login(const std::string& name, const std::string& password) {
+        std::string header = "Basic " + base64(name + ":" + password);
+        setenv("HTTP_AUTHORIZATION", header.c_str(), 1);
+        auto authenticator = make_authenticator(context, basic_mode);
+        return authenticate(context, *authenticator);
+    }
+
+    request_context context;
+};
+
+}  // namespace
+
+TEST_F(authentication, BasicCredentialsOfALocalUser) {
+    EXPECT_TRUE(basic_login("admin", "Adm1n-pass"));
+    EXPECT_EQ(context.user_name, "admin");
+    EXPECT_EQ(context.privilege, PRIV_ADMINISTRATOR);
+    EXPECT_STREQ(InterfaceInfo->user_name, "admin");
+    EXPECT_STREQ(InterfaceInfo->client_ip, "127.0.0.9");
+    EXPECT_EQ(InterfaceInfo->privilege, PRIV_ADMINISTRATOR);
+    EXPECT_FALSE(basic_login("admin", "wrong-pass"));
+    EXPECT_FALSE(basic_login("admin", ""));
+}
+
+TEST_F(authentication, NamesCompareOnTheirFirstSixteenCharacters) {
+    LibSetUserIndex(3);
+    ASSERT_EQ(UtilSetUserName(3, "abcdefghijklmnop"), 0);
+    ASSERT_EQ(UtilSetUserPassword(3, "Sixteen-1"), 0);
+    ASSERT_EQ(UtilSetLANPriv(3, PRIV_OPERATOR), 0);
+    ASSERT_EQ(UtilSetUserEnable(3, 1), 0);
+    ASSERT_EQ(PSCommit(), 0);
+    EXPECT_TRUE(basic_login("abcdefghijklmnopXYZ", "Sixteen-1"));
+    EXPECT_EQ(context.privilege, PRIV_OPERATOR);
+}
+
+TEST_F(authentication, LongNamesReachTheChannelRecordOnlyBelow256Characters) {
+    basic_auth authenticator(context);
+    authenticator.user_name = std::string(255, 'n');
+    authenticator.password = "whatever1";
+    EXPECT_FALSE(authenticate(context, authenticator));
+    EXPECT_EQ(std::string(InterfaceInfo->user_name), std::string(255, 'n'));
+
+    std::strcpy(InterfaceInfo->user_name, "before");
+    authenticator.user_name = std::string(256, 'n');
+    EXPECT_FALSE(authenticate(context, authenticator));
+    EXPECT_STREQ(InterfaceInfo->user_name, "before");
+}
+
+TEST_F(authentication, LockedAccountIsRefusedWithItsPassword) {
+    sim_testing::write_text(path("/nv/redfish/accountservice.ini"),
+                            "[AccountService]\nAccountLockoutThreshold=1\nAccountLockoutDuration=60\n"
+                            "AccountLockoutCounterResetAfter=60\n");
+    LoadUserLockFromFile();
+    EXPECT_FALSE(basic_login("admin", "wrong-pass"));
+    try {
+        basic_login("admin", "Adm1n-pass");
+        FAIL() << "no refusal";
+    } catch (const exception_http& refused) {
+        EXPECT_EQ(refused.headers().rfind("Status: 403 Forbidden\r\n", 0), 0u);
+        EXPECT_NE(refused.body().find("TWR.1.0.AccountLockup"), std::string::npos);
+    }
+}
+
+TEST_F(authentication, FailedLoginIsLoggedAndAnswered401WithoutBody) {
+    setenv("REQUEST_METHOD", "POST", 1);
+    setenv("CONTENT_LENGTH", "40", 1);
+    std::istringstream body(R"({"UserName":"admin","Password":"nope"})");
+    read_request_input(body);
+    auto login = make_authenticator(context, login_mode);
+    ASSERT_TRUE(login);
+    EXPECT_EQ(context.session_limit, 16);
+    stdout_capture capture;
+    EXPECT_THROW(authenticate(context, *login), exception);
+    release_request_input();
+    unsetenv("CONTENT_LENGTH");
+    EXPECT_EQ(capture.text(), "Status: 401 Unauthorized\r\n");
+    auto events = platform::read_event_log();
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0].code, 137);
+    EXPECT_EQ(events[0].text, "/redfish/v1/SessionService/Sessions/");
+}
+
+TEST(Authenticator, ModesAndTheMissingMethod) {
+    request_context context;
+    unsetenv("REQUEST_METHOD");
+    stdout_capture capture;
+    EXPECT_EQ(make_authenticator(context, basic_mode), nullptr);
+    EXPECT_EQ(capture.text(), "no method");
+    setenv("REQUEST_METHOD", "GET", 1);
+    EXPECT_EQ(make_authenticator(context, 7), nullptr);
+    EXPECT_NE(std::dynamic_pointer_cast<basic_auth>(make_authenticator(context, basic_mode)), nullptr);
+    unsetenv("REQUEST_METHOD");
+}
