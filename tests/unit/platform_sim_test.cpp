@@ -26,6 +26,7 @@
 #include "platform/sim/event_log.h"
 #include "platform/sim/shared_state.h"
 #include "platform/sim/tool/areas.h"
+#include "tool_runner.h"
 
 namespace {
 
@@ -503,17 +504,7 @@ TEST_F(crashdump, support_is_off_until_enabled)
 
 // ---------------------------------------------------------------- bmcsim
 
-class bmcsim_tool : public sim_test {
-protected:
-    int run(const bmcsim::arguments& words)
-    {
-        out_.str("");
-        err_.str("");
-        return bmcsim::run(words, out_, err_);
-    }
-    std::ostringstream out_;
-    std::ostringstream err_;
-};
+class bmcsim_tool : public sim_test, public tool_runner {};
 
 TEST_F(bmcsim_tool, state_set_changes_the_shared_record)
 {

@@ -8,6 +8,7 @@
 #include "platform/libdirectory.h"
 #include "platform/libipmi_users.h"
 #include "platform/sim/tool/areas.h"
+#include "tool_runner.h"
 #include "platform/sim/user_table.h"
 #include "sim_root_fixture.h"
 
@@ -15,17 +16,7 @@ namespace {
 
 using sim_testing::file_text;
 
-class users_tool : public sim_testing::sim_root {
-protected:
-    int run(const bmcsim::arguments& words)
-    {
-        out_.str("");
-        err_.str("");
-        return bmcsim::run(words, out_, err_);
-    }
-    std::ostringstream out_;
-    std::ostringstream err_;
-};
+class users_tool : public sim_testing::sim_root, public tool_runner {};
 
 TEST_F(users_tool, seed_then_list)
 {
