@@ -22,5 +22,8 @@ settings="$root/nv/redfish/redfish.ini"
 echo "Redfish service: http://127.0.0.1:$port/redfish/v1 (https on port $tls_port)"
 echo "Administrator:   $user / $password"
 echo "Simulator tool:  $bmcsim --root $root"
+echo "Log:             $root/log/lighttpd-error.log"
 echo "Stop with Ctrl-C."
-exec lighttpd -D -f "$root/etc/lighttpd.conf"
+# The service processes inherit lighttpd's standard error: keep their
+# diagnostics with the server's log.
+exec lighttpd -D -f "$root/etc/lighttpd.conf" 2>>"$root/log/lighttpd-error.log"

@@ -39,8 +39,12 @@ class BmcInstance:
         self.bmcsim("users", "seed", ADMIN_USER, ADMIN_PASSWORD)
         if open_service_root:
             self.write_setting("redfish.ini", "[Service]\nUnauthenticatedServiceRoot=1\n")
-        self.server = subprocess.Popen(
-            ["lighttpd", "-D", "-f", os.path.join(self.root, "etc", "lighttpd.conf")])
+        # The service processes' diagnostics go where lighttpd's standard
+        # error goes: the instance's error log, as with make run.
+        with open(os.path.join(self.root, "log", "lighttpd-error.log"), "ab") as log:
+            self.server = subprocess.Popen(
+                ["lighttpd", "-D", "-f", os.path.join(self.root, "etc", "lighttpd.conf")],
+                stderr=log)
         self._wait_until_listening()
 
     def _wait_until_listening(self):

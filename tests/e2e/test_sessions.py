@@ -58,6 +58,7 @@ def test_login_token_and_logout(closed_bmc):
     assert with_token.delete(bmc.url(location)).status_code == 204
     assert with_token.get(bmc.url(SESSIONS)).status_code == 401
     assert not os.path.exists(record)
+    assert "delete " + location in bmc.error_log()
     codes = [event["code"] for event in bmc.events()]
     assert 146 in codes and 147 in codes
 
