@@ -11,7 +11,7 @@ const std::vector<schema_file>& schema_files() {
         {"ActionInfo", "v1_1_2", true},
         // The DMTF bundle the service ships has no JSON form of these two.
         {"CertificateService", "v1_0_0", false},
-        {"Chassis", "v1_10_0", true},
+        {"Chassis", "v1_11_0", true},
         {"ChassisCollection", "", true},
         {"ComputerSystem", "v1_10_0", true},
         {"ComputerSystemCollection", "", true},

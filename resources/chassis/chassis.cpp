@@ -1,0 +1,104 @@
+#include "resources/chassis/chassis.h"
+
+#include <cstdio>
+#include <iostream>
+
+#include "framework/schema_files.h"
+#include "framework/status_object.h"
+#include "frontend/exception_http.h"
+#include "platform/device_guid.h"
+#include "platform/libipmi_sensors.h"
+#include "platform/libipmi_users.h"
+#include "resources/chassis/chassis_fru.h"
+#include "resources/chassis/chassis_patch.h"
+#include "resources/chassis/chassis_type.h"
+#include "resources/chassis/chassis_uris.h"
+#include "resources/chassis/indicator_led.h"
+#include "resources/chassis/physical_security.h"
+#include "resources/chassis/power_state.h"
+#include "security/property_checks.h"
+
+namespace odata::redfish {
+namespace {
+
+constexpr const char* resource_links[][2] = {
+    {"Power", power_uri},
+    {"Thermal", thermal_uri},
+    {"PCIeDevices", pcie_devices_uri},
+    {"NetworkAdapters", network_adapters_uri},
+    {"PCIeSlots", "/redfish/v1/Chassis/1/PCIeSlots"},
+    {"Sensors", sensors_uri},
+    {"Memory", "/redfish/v1/Systems/1/Memory"},
+};
+
+boost::json::array link_array(const char* uri) { return {link(uri)}; }
+
+// "%#x": "0" for zero, "0xa5c" otherwise.
+std::string board_id_text(uint32_t board_id) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%#x", board_id);
+    return text;
+}
+
+// 8-4-4-4-12 hexadecimal digits; empty when the BMC has none.
+std::string device_guid_text() {
+    unsigned char guid[16];
+    if (GetDeviceGUID(guid) != 0) return {};
+    char text[37];
+    std::snprintf(text, sizeof text, "%02x%02x%02x%02x-%02x%02x-%02x%02x-%02x%02x-%02x%02x%02x%02x%02x%02x", guid[0],
+                  guid[1], guid[2], guid[3], guid[4], guid[5], guid[6], guid[7], guid[8], guid[9], guid[10], guid[11],
+                  guid[12], guid[13], guid[14], guid[15]);
+    return text;
+}
+
+boost::json::object oem_object(const std::optional<chassis_fru>& fru) {
+    boost::json::object tarnwright{{"@odata.type", "#TwrChassisExtensions.v1_0_0.Chassis"}};
+    if (fru) tarnwright["BoardSerialNumber"] = fru->board_serial_number;
+    tarnwright["GUID"] = device_guid_text();
+    if (fru) tarnwright["BoardID"] = board_id_text(fru->board_id);
+    return {{"Tarnwright", std::move(tarnwright)}};
+}
+
+}  // namespace
+
+chassis::chassis(request_context& context)
+    : redfish(context, "Chassis", std::string(schema_file_of("Chassis").version), "Computer System Chassis",
+              chassis_uri) {}
+
+int chassis::get(request_context&) {
+    set_common_properties();
+    const std::optional<chassis_fru> fru = read_chassis_fru();
+    set("ChassisType", chassis_type_name(fru ? fru->chassis_type : 0));
+    if (fru) {
+        set("Manufacturer", fru->manufacturer);
+        set("Model", fru->model);
+        set("SKU", fru->sku);
+        set("SerialNumber", fru->serial_number);
+        set("PartNumber", fru->part_number);
+        set("AssetTag", fru->asset_tag);
+    }
+    set("Status", status_object(SENSOR_HEALTH_OK));
+    set("PowerState", power_state_text());
+    set("IndicatorLED", indicator_led_state());
+    if (boost::json::value security = physical_security(); !security.is_null()) set("PhysicalSecurity", security);
+    for (const auto& [name, uri] : resource_links) set(name, link(uri));
+    set("Links", boost::json::object{{"ComputerSystems", link_array(host_system_uri)},
+                                     {"ManagedBy", link_array(bmc_manager_uri)},
+                                     {"ManagersInChassis", link_array(bmc_manager_uri)}});
+    set("Oem", oem_object(fru));
+    return 0;
+}
+
+int chassis::patch(request_context& context) {
+    const boost::json::value body = context.body_json();
+    result_record result = general_error();
+    const chassis_changes changes =
+        read_chassis_changes(request_object(body), GetSetSysLockdownEnable(0, 0) != 0, result);
+    if (!result.entries.empty()) throw_http_result(400, result);
+    const std::string refused = apply_chassis_changes(changes);
+    if (!refused.empty()) throw_http_error(400, "Base.1.10.InternalError", {}, {"/" + refused});
+    std::cout << "Status: 204 No Content\r\n";
+    return 0;
+}
+
+}  // namespace odata::redfish

@@ -1,0 +1,17 @@
+// The URIs of the chassis and of what belongs to it.
+#pragma once
+
+namespace odata::redfish {
+
+inline constexpr const char* chassis_collection_uri = "/redfish/v1/Chassis";
+inline constexpr const char* chassis_uri = "/redfish/v1/Chassis/1";
+inline constexpr const char* power_uri = "/redfish/v1/Chassis/1/Power";
+inline constexpr const char* thermal_uri = "/redfish/v1/Chassis/1/Thermal";
+inline constexpr const char* sensors_uri = "/redfish/v1/Chassis/1/Sensors";
+inline constexpr const char* host_system_uri = "/redfish/v1/Systems/1";
+inline constexpr const char* processors_uri = "/redfish/v1/Systems/1/Processors";
+inline constexpr const char* network_adapters_uri = "/redfish/v1/Chassis/1/NetworkAdapters";
+inline constexpr const char* pcie_devices_uri = "/redfish/v1/Chassis/1/PCIeDevices";
+inline constexpr const char* bmc_manager_uri = "/redfish/v1/Managers/1";
+
+}  // namespace odata::redfish
