@@ -7,6 +7,16 @@
 #include "framework/service_root.h"
 #include "framework/servicedocument.h"
 #include "framework/version_documents.h"
+#include "resources/chassis/chassis.h"
+#include "resources/chassis/chassiscollection.h"
+#include "resources/chassis/power.h"
+#include "resources/chassis/sensor.h"
+#include "resources/chassis/sensorcollection.h"
+#include "resources/chassis/thermal.h"
+#include "resources/systems/computersystem_reset.h"
+#include "resources/systems/resetactioninfo.h"
+#include "resources/systems/system.h"
+#include "resources/systems/systemcollection.h"
 #include "security/accountservice.h"
 #include "security/manageraccount.h"
 #include "security/manageraccountcollection.h"
@@ -18,6 +28,9 @@ namespace odata::redfish {
 const handler_factories& handler_classes() {
     static const handler_factories classes = {
         {"accountservice", make_handler<accountservice>},
+        {"chassis", make_handler<chassis>},
+        {"chassiscollection", make_handler<chassiscollection>},
+        {"computersystem_reset", make_handler<computersystem_reset>},
         {"json_file_common", make_handler<json_file_common>},
         {"jsonschemafilecollection", make_handler<jsonschemafilecollection>},
         {"manageraccount", make_handler<manageraccount>},
@@ -25,15 +38,22 @@ const handler_factories& handler_classes() {
         {"messageregisteryfile", make_handler<messageregisteryfile>},
         {"messageregistryfilecollection", make_handler<messageregistryfilecollection>},
         {"metadata", make_handler<metadata>},
+        {"power", make_handler<power>},
         {"redfish_ver", make_handler<redfish_ver>},
+        {"resetactioninfo", make_handler<resetactioninfo>},
         {"restapi_ver", make_handler<restapi_ver>},
         {"role", make_handler<role>},
         {"rolecollection", make_handler<rolecollection>},
+        {"sensor", make_handler<sensor>},
+        {"sensorcollection", make_handler<sensorcollection>},
         {"service_root", make_handler<service_root>},
         {"servicedocument", make_handler<servicedocument>},
         {"sessionservice", make_handler<sessionservice>},
         {"sessionscollection", make_handler<sessionscollection>},
         {"sessions", make_handler<sessions>},
+        {"system", make_handler<system>},
+        {"systemcollection", make_handler<systemcollection>},
+        {"thermal", make_handler<thermal>},
     };
     return classes;
 }

@@ -1,0 +1,121 @@
+#include "resources/systems/bios_boot_settings.h"
+
+#include <arpa/inet.h>
+
+#include <algorithm>
+#include <boost/algorithm/string/split.hpp>
+#include <boost/json.hpp>
+#include <fstream>
+#include <sstream>
+
+#include "framework/ini_settings.h"
+#include "platform/bmc_root.h"
+#include "platform/libbios.h"
+
+namespace odata::redfish {
+namespace {
+
+// The BIOS's word for an attribute it does not have.
+constexpr std::string_view not_supported = "NotSupport";
+constexpr std::string_view boot_uri_attribute = "BootURI";
+constexpr size_t max_boot_uri_length = 255;
+
+constexpr const char* attributes_file = "/tmp/attributes.json";
+constexpr const char* saving_result_file = "/tmp/user_saving_result.json";
+constexpr const char* http_boot_request_file = "/tmp/user_save_to_bios.json";
+constexpr const char* boot_next_request_file = "/tmp/boot_save_to_bios.json";
+constexpr const char* bios_setting_file = "/nv/bios/bios_setting";
+constexpr const char* bios_feature_flag_file = "/nv/bios/bios_feature_flag";
+constexpr const char* hii_restore_setting_file = "/tmp/HII/bios_restore_setting";
+constexpr const char* restore_setting_files[] = {"/tmp/boot_restore_setting", "/tmp/bios_restore_setting"};
+
+// The file's JSON object; empty when it is missing, empty or not an object.
+boost::json::object read_json_object(const char* bmc_file) {
+    std::ifstream file(platform::bmc_path(bmc_file));
+    std::stringstream text;
+    text << file.rdbuf();
+    boost::system::error_code error;
+    boost::json::value value = boost::json::parse(text.str(), error);
+    if (error || !value.is_object()) return {};
+    return std::move(value.get_object());
+}
+
+std::string boot_uri_in(const boost::json::object& document, std::string_view group) {
+    const boost::json::value* attributes = document.if_contains(group);
+    const boost::json::value* uri = attributes && attributes->is_object()
+                                        ? attributes->get_object().if_contains(boot_uri_attribute)
+                                        : nullptr;
+    return uri && uri->is_string() ? std::string(uri->get_string()) : std::string(not_supported);
+}
+
+bool file_exists(const char* bmc_file) { return std::ifstream(platform::bmc_path(bmc_file)).good(); }
+
+bool names_pending_boot_next(const char* bmc_file) {
+    return !ini_settings(bmc_file).get<std::string>("BootNext", "").empty();
+}
+
+bool names_ipv6_host(std::string_view uri) {
+    const size_t scheme_end = uri.find("://");
+    if (scheme_end == std::string_view::npos) return false;
+    const std::string_view authority = uri.substr(scheme_end + 3);
+    const size_t literal_end = authority.find(']');
+    if (authority.empty() || authority.front() != '[' || literal_end == std::string_view::npos) return false;
+    const std::string address(authority.substr(1, literal_end - 1));
+    in6_addr parsed{};
+    return inet_pton(AF_INET6, address.c_str(), &parsed) == 1;
+}
+
+}  // namespace
+
+std::optional<std::string> http_boot_uri() {
+    const std::string uri = file_exists(saving_result_file)
+                                ? boot_uri_in(read_json_object(saving_result_file), "Pendding")
+                                : boot_uri_in(read_json_object(attributes_file), "Attributes");
+    if (uri == not_supported) return std::nullopt;
+    return uri;
+}
+
+bool boot_next_pending() {
+    if (isNewHIISupport()) return names_pending_boot_next(hii_restore_setting_file);
+    for (const char* file : restore_setting_files)
+        if (names_pending_boot_next(file)) return true;
+    return false;
+}
+
+bool uefi_boot_next_allowed() {
+    return ini_settings(bios_feature_flag_file).get<int>("UefiBootNext", 0) != 0 && isNewHIISupport();
+}
+
+bios_boot_options read_bios_boot_options() {
+    const ini_settings settings(bios_setting_file);
+    bios_boot_options options;
+    const std::string order = settings.get<std::string>("BootOrder", "");
+    if (!order.empty()) boost::algorithm::split(options.order, order, [](char c) { return c == ','; });
+    options.next = settings.get<std::string>("BootNext", "");
+    return options;
+}
+
+bool is_http_boot_uri(std::string_view uri) {
+    const size_t scheme_end = uri.find("://");
+    const std::string_view scheme = uri.substr(0, scheme_end);
+    if (scheme_end == std::string_view::npos || (scheme != "http" && scheme != "https")) return false;
+    if (uri.size() == scheme_end + 3 || uri.size() > max_boot_uri_length) return false;
+    return std::all_of(uri.begin(), uri.end(), [](char c) { return c > ' ' && c < 0x7f; });
+}
+
+bool write_http_boot_request(const std::string& uri) {
+    const boost::json::object request{
+        {"Attributes",
+         {{"HTTPBootPolicy", uri.empty() ? "Apply to each LAN" : "Boot Priority #1 instantly"},
+          {"SelectIPv4orIPv6", names_ipv6_host(uri) ? "IPv6" : "IPv4"},
+          {"BootDescription", "Redfish"},
+          {"BootURI", uri}}}};
+    return WriteConfigFile(http_boot_request_file, boost::json::serialize(request).c_str()) == PLT_OK;
+}
+
+bool write_boot_next_request(const std::string& option) {
+    const boost::json::object request{{"BootNext", option}};
+    return WriteConfigFile(boot_next_request_file, boost::json::serialize(request).c_str()) == PLT_OK;
+}
+
+}  // namespace odata::redfish

@@ -1,0 +1,48 @@
+// The BIOS's side of booting, in the files the service shares with the
+// BIOS configuration programs (paths are BMC paths):
+//
+//   /tmp/attributes.json          {"Attributes": {"BootURI": "...", ...}}  the BIOS's current attributes
+//   /tmp/user_saving_result.json  {"Pendding": {"BootURI": "...", ...}}    changes waiting for the next boot
+//   /tmp/user_save_to_bios.json   {"Attributes": {...}}                    HTTP boot attributes to hand over
+//   /tmp/boot_save_to_bios.json   {"BootNext": "Boot0001"}                 the BootNext to hand over
+//   /nv/bios/bios_setting         INI: BootOrder=Boot0001,Boot0002  BootNext=Boot0002
+//   /nv/bios/bios_feature_flag    INI: UefiBootNext=1 when the BIOS takes a BootNext
+//   restore-setting files         INI: BootNext=<option> while a BootNext is pending;
+//                                 /tmp/HII/bios_restore_setting with the HII daemon,
+//                                 /tmp/boot_restore_setting or /tmp/bios_restore_setting without
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace odata::redfish {
+
+// The BIOS's HTTP boot URI, pending or current; null when the BIOS has no
+// such attribute (HTTP boot not supported).
+std::optional<std::string> http_boot_uri();
+
+// True while a BootNext selection waits for the next boot.
+bool boot_next_pending();
+
+// True when both the BIOS's feature flags and the HII daemon take a BootNext.
+bool uefi_boot_next_allowed();
+
+// The boot options the BIOS reported; an empty order means none.
+struct bios_boot_options {
+    std::vector<std::string> order;
+    std::string next;
+};
+bios_boot_options read_bios_boot_options();
+
+// "http://" or "https://", a host, and only printable characters without blanks.
+bool is_http_boot_uri(std::string_view uri);
+
+// Hands the HTTP boot attributes for uri to the BIOS ("" stops HTTP boot).
+bool write_http_boot_request(const std::string& uri);
+
+// Hands the BootNext option to the BIOS.
+bool write_boot_next_request(const std::string& option);
+
+}  // namespace odata::redfish
