@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "frontend/message.h"
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 
 namespace odata::redfish {
 

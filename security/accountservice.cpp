@@ -8,7 +8,7 @@
 #include "security/account_policy.h"
 #include "security/account_slots.h"
 #include "security/external_account_provider.h"
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 #include "security/role_resources.h"
 
 namespace odata::redfish {

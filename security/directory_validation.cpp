@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 #include "security/roles.h"
 
 namespace odata::redfish {

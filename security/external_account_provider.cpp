@@ -2,7 +2,7 @@
 
 #include "platform/libdirectory.h"
 #include "security/directory_validation.h"
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 #include "security/session_store.h"
 
 namespace odata::redfish {

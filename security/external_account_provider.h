@@ -8,7 +8,7 @@
 
 #include "frontend/message.h"
 #include "security/directory_settings.h"
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 
 namespace odata::redfish {
 

@@ -6,7 +6,7 @@
 #include "frontend/result_writer.h"
 #include "platform/libipmi_users.h"
 #include "security/account_writer.h"
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 #include "security/role_resources.h"
 #include "security/roles.h"
 #include "security/snmp_protocols.h"

@@ -6,7 +6,7 @@
 #include "security/account_slots.h"
 #include "security/account_writer.h"
 #include "security/manageraccount.h"
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 
 namespace odata::redfish {
 namespace {

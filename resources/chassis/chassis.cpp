@@ -16,7 +16,7 @@
 #include "resources/chassis/indicator_led.h"
 #include "resources/chassis/physical_security.h"
 #include "resources/chassis/power_state.h"
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 
 namespace odata::redfish {
 namespace {

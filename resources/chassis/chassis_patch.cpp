@@ -10,7 +10,7 @@
 #include "resources/chassis/chassis_fru.h"
 #include "resources/chassis/indicator_led.h"
 #include "resources/chassis/physical_security.h"
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 
 namespace odata::redfish {
 namespace {
@@ -19,12 +19,7 @@ constexpr int event_chassis_change = 149;
 // The longest text a FRU field holds, in Latin-1 characters.
 constexpr size_t fru_text_max = 63;
 
-using property_reader = void (*)(const request_member&, chassis_changes&, result_record&);
-
-struct patch_property {
-    std::string_view name;
-    property_reader read;
-};
+using patch_property = odata::redfish::patch_property<chassis_changes>;
 
 constexpr std::string_view lockdown_patchable[] = {"IndicatorLED"};
 
@@ -91,24 +86,9 @@ const patch_property physical_security_properties[] = {
     {"IntrusionSensorReArm", read_rearm_policy},
 };
 
-template <size_t size>
-const patch_property* find_property(const patch_property (&table)[size], std::string_view name) {
-    auto found = std::find_if(std::begin(table), std::end(table),
-                              [name](const patch_property& property) { return property.name == name; });
-    return found == std::end(table) ? nullptr : found;
-}
-
-template <size_t size>
-void read_property(const patch_property (&table)[size], const request_member& member, chassis_changes& changes,
-                   result_record& result) {
-    const patch_property* property = find_property(table, member.name);
-    if (!property) return unknown_property::in_patch().report(result, member.path);
-    property->read(member, changes, result);
-}
-
 void read_physical_security(const request_member& member, chassis_changes& changes, result_record& result) {
     for_each_member(member.value, member.path, result, [&](const request_member& security_member) {
-        read_property(physical_security_properties, security_member, changes, result);
+        read_patch_property(physical_security_properties, security_member, changes, result);
     });
 }
 
@@ -129,12 +109,12 @@ chassis_changes read_chassis_changes(const boost::json::object& body, bool lockd
     chassis_changes changes;
     for (const auto& [name, value] : body) {
         const request_member member{std::string(name), value, std::string(name)};
-        if (lockdown && find_property(chassis_properties, member.name) && !listed_in(lockdown_patchable, member.name)) {
+        if (lockdown && has_patch_property(chassis_properties, member.name) && !listed_in(lockdown_patchable, member.name)) {
             add_message(result, "TWR.1.0.OemSystemLockdownEnabledPatchValid", {std::string(lockdown_patchable[0])},
                         {"/" + member.path});
             continue;
         }
-        read_property(chassis_properties, member, changes, result);
+        read_patch_property(chassis_properties, member, changes, result);
     }
     return changes;
 }

@@ -18,7 +18,7 @@
 #include "resources/systems/system_inventory.h"
 #include "resources/systems/system_patch.h"
 #include "resources/systems/system_uris.h"
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 
 namespace odata::redfish {
 namespace {

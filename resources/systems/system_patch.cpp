@@ -9,17 +9,12 @@
 #include "platform/libweb.h"
 #include "resources/chassis/indicator_led.h"
 #include "resources/systems/bios_boot_settings.h"
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 
 namespace odata::redfish {
 namespace {
 
-using property_reader = void (*)(const request_member&, system_changes&, result_record&);
-
-struct patch_property {
-    std::string_view name;
-    property_reader read;
-};
+using patch_property = odata::redfish::patch_property<system_changes>;
 
 constexpr std::string_view lockdown_patchable[] = {"IndicatorLED"};
 
@@ -126,24 +121,9 @@ const patch_property boot_properties[] = {
     {"BootOrder", read_boot_order},
 };
 
-template <size_t size>
-const patch_property* find_property(const patch_property (&table)[size], std::string_view name) {
-    auto found = std::find_if(std::begin(table), std::end(table),
-                              [name](const patch_property& property) { return property.name == name; });
-    return found == std::end(table) ? nullptr : found;
-}
-
-template <size_t size>
-void read_property(const patch_property (&table)[size], const request_member& member, system_changes& changes,
-                   result_record& result) {
-    const patch_property* property = find_property(table, member.name);
-    if (!property) return unknown_property::in_patch().report(result, member.path);
-    property->read(member, changes, result);
-}
-
 void read_boot(const request_member& member, system_changes& changes, result_record& result) {
     for_each_member(member.value, member.path, result, [&](const request_member& boot_member) {
-        read_property(boot_properties, boot_member, changes, result);
+        read_patch_property(boot_properties, boot_member, changes, result);
     });
 }
 
@@ -180,12 +160,12 @@ system_changes read_system_changes(const boost::json::object& body, bool lockdow
     for (const auto& [name, value] : body) {
         const request_member member{std::string(name), value, std::string(name)};
         const bool locked = lockdown && !listed_in(lockdown_patchable, member.name);
-        if (locked && find_property(system_properties, member.name)) {
+        if (locked && has_patch_property(system_properties, member.name)) {
             add_message(result, "TWR.1.0.OemSystemLockdownEnabledPatchValid", {std::string(lockdown_patchable[0])},
                         {"/" + member.path});
             continue;
         }
-        read_property(system_properties, member, changes, result);
+        read_patch_property(system_properties, member, changes, result);
     }
     if (changes.uefi_boot_next && !changes.boot_next)
         add_message(result, "Base.1.10.PropertyMissing", {"BootNext"}, {"/Boot/BootNext"});

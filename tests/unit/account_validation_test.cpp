@@ -16,7 +16,7 @@
 #include "security/directory_settings.h"
 #include "security/directory_validation.h"
 #include "security/external_account_provider.h"
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 #include "sim_root_fixture.h"
 
 namespace {

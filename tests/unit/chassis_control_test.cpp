@@ -168,16 +168,16 @@ TEST_F(chassis_power, an_unwritable_state_is_an_error)
 
 TEST_F(chassis_power, tool_commands)
 {
-    EXPECT_EQ(tool({"power", "nmi"}), bmcsim::exit_ok);
-    EXPECT_EQ(tool({"power", "nmi-count"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"power", "nmi"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"power", "nmi-count"}), bmcsim::exit_ok);
     EXPECT_EQ(out_.str(), "1\n");
-    EXPECT_EQ(tool({"power", "soft"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"power", "soft"}), bmcsim::exit_ok);
     fake_now += CHASSIS_SOFT_SHUTDOWN_SECONDS;
-    EXPECT_EQ(tool({"power", "show"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"power", "show"}), bmcsim::exit_ok);
     EXPECT_EQ(out_.str().rfind("power=off\n", 0), 0u);
-    EXPECT_EQ(tool({"power", "reset"}), bmcsim::exit_failed);
-    EXPECT_EQ(tool({"power", "cycle", "300"}), bmcsim::exit_usage);
-    EXPECT_EQ(tool({"power", "sideways"}), bmcsim::exit_usage);
+    EXPECT_EQ(run({"power", "reset"}), bmcsim::exit_failed);
+    EXPECT_EQ(run({"power", "cycle", "300"}), bmcsim::exit_usage);
+    EXPECT_EQ(run({"power", "sideways"}), bmcsim::exit_usage);
 }
 
 // ---------------------------------------------------------------- identify light
@@ -212,11 +212,11 @@ TEST_F(identify_light, other_modes_are_refused)
 
 TEST_F(identify_light, board_tool_commands)
 {
-    EXPECT_EQ(tool({"board", "identify", "on"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"board", "identify", "on"}), bmcsim::exit_ok);
     EXPECT_EQ(at_p_St_GlobalVar->identify_lit, 1);
-    EXPECT_EQ(tool({"board", "node-type", "2"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"board", "node-type", "2"}), bmcsim::exit_ok);
     EXPECT_EQ(GetQuillonType(), 2);
-    EXPECT_EQ(tool({"board", "show"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"board", "show"}), bmcsim::exit_ok);
     EXPECT_EQ(out_.str(), "node_type=2\nidentify=on\n");
 }
 

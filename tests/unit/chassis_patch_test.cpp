@@ -128,7 +128,7 @@ TEST(ChassisPatchReading, LockdownLeavesOnlyTheIdentifyLight) {
 using ChassisPatchApplying = sim_testing::hardware_root;
 
 TEST_F(ChassisPatchApplying, WritesTheFruLightAndSensorAndLogsEachChange) {
-    ASSERT_EQ(tool({"sensors", "set-raw", "Hardware Intrusion", "1"}), 0);
+    ASSERT_EQ(run({"sensors", "set-raw", "Hardware Intrusion", "1"}), 0);
     chassis_changes changes;
     changes.asset_tag = "Rack 4";
     changes.indicator_led = "Blinking";
@@ -146,7 +146,7 @@ TEST_F(ChassisPatchApplying, WritesTheFruLightAndSensorAndLogsEachChange) {
 }
 
 TEST_F(ChassisPatchApplying, StopsAtTheFirstRefusal) {
-    ASSERT_EQ(tool({"fru", "corrupt"}), 0);
+    ASSERT_EQ(run({"fru", "corrupt"}), 0);
     chassis_changes changes;
     changes.asset_tag = "Rack 4";
     changes.indicator_led = "Lit";

@@ -214,7 +214,7 @@ TEST_F(fru_device, refused_writes_change_nothing)
     EXPECT_EQ(SetFRUData(FRU_BOARD_DEVICE, 99, "x"), PLT_ERR_NOT_FOUND);
     EXPECT_EQ(sim_testing::file_text(path("/nv/fru/fru0.bin")), before);
 
-    ASSERT_EQ(tool({"fru", "corrupt"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"fru", "corrupt"}), bmcsim::exit_ok);
     std::string corrupt = sim_testing::file_text(path("/nv/fru/fru0.bin"));
     EXPECT_EQ(ReadFRUInfo(FRU_BOARD_DEVICE, &info), PLT_ERR_FORMAT);
     EXPECT_EQ(SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_PRODUCT_ASSET_TAG, "x"), PLT_ERR_FORMAT);
@@ -224,11 +224,11 @@ TEST_F(fru_device, refused_writes_change_nothing)
 TEST_F(fru_device, other_writable_fields_and_tool)
 {
     ASSERT_EQ(SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_BOARD_SERIAL_NUMBER, "BSN-NEW"), PLT_OK);
-    ASSERT_EQ(tool({"fru", "asset-tag", "Lab 3"}), bmcsim::exit_ok);
-    ASSERT_EQ(tool({"fru", "show"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"fru", "asset-tag", "Lab 3"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"fru", "show"}), bmcsim::exit_ok);
     EXPECT_NE(out_.str().find("board_serial_number=BSN-NEW\n"), std::string::npos);
     EXPECT_NE(out_.str().find("product_asset_tag=Lab 3\n"), std::string::npos);
-    ASSERT_EQ(tool({"fru", "regenerate"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"fru", "regenerate"}), bmcsim::exit_ok);
     EXPECT_EQ(sim_testing::file_text(path("/nv/fru/fru0.bin")), platform::generated_fru_image());
 }
 

@@ -7,12 +7,12 @@
 
 #include "platform/libipmi.h"
 #include "platform/sim/chassis_state.h"
-#include "platform/sim/tool/areas.h"
 #include "sim_root_fixture.h"
+#include "tool_runner.h"
 
 namespace sim_testing {
 
-class hardware_root : public sim_root {
+class hardware_root : public sim_root, public tool_runner {
 protected:
     void SetUp() override
     {
@@ -31,17 +31,6 @@ protected:
         if (was_attached_)
             GlobalParaInit();
     }
-
-    // Runs a bmcsim command; its output is in out_ and err_.
-    int tool(const bmcsim::arguments& words)
-    {
-        out_.str("");
-        err_.str("");
-        return bmcsim::run(words, out_, err_);
-    }
-
-    std::ostringstream out_;
-    std::ostringstream err_;
 
 private:
     bool was_attached_ = false;

@@ -24,7 +24,7 @@ TEST_F(host_config, boot_order_goes_to_the_hii_daemon_when_supported)
     const char* bad[] = {"Boot,0003"};
     EXPECT_EQ(UtilHiiSetBootOrder(bad, 1), PLT_ERR_ARGUMENT);
     EXPECT_EQ(UtilHiiSetBootOrder(nullptr, 1), PLT_ERR_ARGUMENT);
-    ASSERT_EQ(tool({"bios", "hii", "off"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"bios", "hii", "off"}), bmcsim::exit_ok);
     EXPECT_EQ(isNewHIISupport(), 0);
     EXPECT_EQ(UtilHiiSetBootOrder(order, 1), PLT_ERR_STATE);
     EXPECT_EQ(platform::pending_boot_order().size(), 2u);
@@ -41,20 +41,20 @@ TEST_F(host_config, config_files_are_written_under_the_root_only)
 
 TEST_F(host_config, bios_update_mode_is_flag_value_2)
 {
-    ASSERT_EQ(tool({"bios", "update-mode", "on"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"bios", "update-mode", "on"}), bmcsim::exit_ok);
     EXPECT_EQ(at_p_St_GlobalVar->fw_update_flags, 2u);
-    ASSERT_EQ(tool({"bios", "show"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"bios", "show"}), bmcsim::exit_ok);
     EXPECT_EQ(out_.str(), "version=2.1.0\nupdate_mode=on\nhii=on\nboot_order=\n");
-    ASSERT_EQ(tool({"bios", "update-mode", "off"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"bios", "update-mode", "off"}), bmcsim::exit_ok);
     EXPECT_EQ(at_p_St_GlobalVar->fw_update_flags, 0u);
-    EXPECT_EQ(tool({"bios", "update-mode", "maybe"}), bmcsim::exit_usage);
+    EXPECT_EQ(run({"bios", "update-mode", "maybe"}), bmcsim::exit_usage);
 }
 
 TEST_F(host_config, boot_show_decodes_the_override)
 {
     at_p_St_GlobalVar->boot_flags[0] = 0xE0;
     at_p_St_GlobalVar->boot_flags[1] = 0x04;
-    ASSERT_EQ(tool({"boot", "show"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"boot", "show"}), bmcsim::exit_ok);
     EXPECT_EQ(out_.str().rfind("override=continuous\nmode=uefi\ntarget=Pxe\n", 0), 0u);
 }
 
@@ -64,14 +64,14 @@ TEST_F(host_config, storage_counts_and_loading)
     EXPECT_EQ(UtilGetMRVLCtrlNum(), 0);
     EXPECT_EQ(GetNVMeSSDMaxNumSupport(), 0);
     EXPECT_EQ(UtilIsStorageInventoryLoading(), 0);
-    ASSERT_EQ(tool({"storage", "set", "broadcom", "2"}), bmcsim::exit_ok);
-    ASSERT_EQ(tool({"storage", "set", "nvme", "8"}), bmcsim::exit_ok);
-    ASSERT_EQ(tool({"storage", "loading", "on"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"storage", "set", "broadcom", "2"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"storage", "set", "nvme", "8"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"storage", "loading", "on"}), bmcsim::exit_ok);
     EXPECT_EQ(GetBRCMDeviceNum(), 2);
     EXPECT_EQ(GetNVMeSSDMaxNumSupport(), 8);
     EXPECT_EQ(UtilIsStorageInventoryLoading(), 1);
-    EXPECT_EQ(tool({"storage", "set", "broadcom", "65"}), bmcsim::exit_usage);
-    EXPECT_EQ(tool({"storage", "set", "scsi", "1"}), bmcsim::exit_usage);
+    EXPECT_EQ(run({"storage", "set", "broadcom", "65"}), bmcsim::exit_usage);
+    EXPECT_EQ(run({"storage", "set", "scsi", "1"}), bmcsim::exit_usage);
 }
 
 }  // namespace

@@ -63,14 +63,14 @@ TEST_F(power_supply, two_working_supplies_share_the_load)
 
 TEST_F(power_supply, a_failed_supply_loses_redundancy)
 {
-    ASSERT_EQ(tool({"power", "psu", "2", "failed"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"power", "psu", "2", "failed"}), bmcsim::exit_ok);
     EXPECT_EQ(bay(2).health, SENSOR_HEALTH_CRITICAL);
     EXPECT_EQ(bay(2).last_output_watts, 0);
     EXPECT_EQ(bay(1).last_output_watts, 285);
     EXPECT_EQ(redundancy_health(), SENSOR_HEALTH_WARNING);
     EXPECT_EQ(UtilGetSensorTotalStatus(), SENSOR_HEALTH_CRITICAL);
 
-    ASSERT_EQ(tool({"power", "psu", "1", "input-lost"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"power", "psu", "1", "input-lost"}), bmcsim::exit_ok);
     EXPECT_EQ(bay(1).line_input_volts, 0);
     EXPECT_EQ(redundancy_health(), SENSOR_HEALTH_CRITICAL);
     EXPECT_EQ(control().capacity_watts, 0u);
@@ -78,7 +78,7 @@ TEST_F(power_supply, a_failed_supply_loses_redundancy)
 
 TEST_F(power_supply, an_empty_bay_has_no_details)
 {
-    ASSERT_EQ(tool({"power", "psu", "1", "absent"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"power", "psu", "1", "absent"}), bmcsim::exit_ok);
     St_PowerSupplyInfo empty = bay(1);
     EXPECT_EQ(empty.present, 0);
     EXPECT_EQ(empty.health, SENSOR_HEALTH_UNAVAILABLE);
@@ -104,11 +104,11 @@ TEST_F(power_supply, consumption_feeds_the_metrics_and_standby_while_off)
 
 TEST_F(power_supply, limit_and_bad_requests)
 {
-    ASSERT_EQ(tool({"power", "limit", "900", "hard-power-off"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"power", "limit", "900", "hard-power-off"}), bmcsim::exit_ok);
     EXPECT_EQ(control().limit_watts, 900u);
     EXPECT_EQ(control().limit_exception, POWER_LIMIT_HARD_POWER_OFF);
-    EXPECT_EQ(tool({"power", "limit", "900", "explode"}), bmcsim::exit_usage);
-    EXPECT_EQ(tool({"power", "psu", "3", "ok"}), bmcsim::exit_usage);
+    EXPECT_EQ(run({"power", "limit", "900", "explode"}), bmcsim::exit_usage);
+    EXPECT_EQ(run({"power", "psu", "3", "ok"}), bmcsim::exit_usage);
 
     St_PowerSupplyInfo info{};
     EXPECT_EQ(PltPSU_GetBayInfo(0, &info), PLT_ERR_NOT_FOUND);

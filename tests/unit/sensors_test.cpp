@@ -242,19 +242,19 @@ TEST_F(sensor_state, malformed_stored_readings_fall_back_to_nominal)
 
 TEST_F(sensor_state, tool_sets_readings_in_units_or_raw)
 {
-    EXPECT_EQ(tool({"sensors", "set", "CPU1 Temp", "91"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"sensors", "set", "CPU1 Temp", "91"}), bmcsim::exit_ok);
     EXPECT_EQ(health("CPU1 Temp"), SENSOR_HEALTH_CRITICAL);
-    EXPECT_EQ(tool({"sensors", "set-raw", "0x30", "190"}), bmcsim::exit_ok);
-    EXPECT_EQ(tool({"sensors", "get", "12V"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"sensors", "set-raw", "0x30", "190"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"sensors", "get", "12V"}), bmcsim::exit_ok);
     EXPECT_EQ(out_.str(), "11.4 V\n");
-    EXPECT_EQ(tool({"sensors", "set", "PS2 Status", "0x03"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"sensors", "set", "PS2 Status", "0x03"}), bmcsim::exit_ok);
     EXPECT_EQ(health("PS2 Status"), SENSOR_HEALTH_CRITICAL);
-    EXPECT_EQ(tool({"sensors", "reset"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"sensors", "reset"}), bmcsim::exit_ok);
     EXPECT_EQ(UtilGetSensorTotalStatus(), SENSOR_HEALTH_OK);
 
-    EXPECT_EQ(tool({"sensors", "set", "NoSuch", "1"}), bmcsim::exit_usage);
-    EXPECT_EQ(tool({"sensors", "set", "VBAT", "3V"}), bmcsim::exit_usage);
-    EXPECT_EQ(tool({"sensors", "list"}), bmcsim::exit_ok);
+    EXPECT_EQ(run({"sensors", "set", "NoSuch", "1"}), bmcsim::exit_usage);
+    EXPECT_EQ(run({"sensors", "set", "VBAT", "3V"}), bmcsim::exit_usage);
+    EXPECT_EQ(run({"sensors", "list"}), bmcsim::exit_ok);
     EXPECT_NE(out_.str().find("Hardware Intrusion"), std::string::npos);
 }
 

@@ -203,7 +203,7 @@ TEST_F(smbios_lists, generated_host_has_two_processors_and_256_gib)
 
 TEST_F(smbios_lists, corrupt_table_fails_without_lists)
 {
-    ASSERT_EQ(tool({"smbios", "corrupt"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"smbios", "corrupt"}), bmcsim::exit_ok);
     St_SMBiosData data{};
     EXPECT_EQ(GetType1List(&data), PLT_ERR_FORMAT);
     EXPECT_EQ(GetType17List(&data), PLT_ERR_FORMAT);
@@ -211,9 +211,9 @@ TEST_F(smbios_lists, corrupt_table_fails_without_lists)
     EXPECT_EQ(data.type17_count, 0);
     char version[16];
     EXPECT_EQ(UtilGetLatestBiosRev(version, sizeof version), PLT_ERR_FORMAT);
-    EXPECT_EQ(tool({"smbios", "show"}), bmcsim::exit_failed);
+    EXPECT_EQ(run({"smbios", "show"}), bmcsim::exit_failed);
 
-    ASSERT_EQ(tool({"smbios", "regenerate"}), bmcsim::exit_ok);
+    ASSERT_EQ(run({"smbios", "regenerate"}), bmcsim::exit_ok);
     EXPECT_EQ(GetType1List(&data), PLT_OK);
     FreeSMBiosData(&data);
 }

@@ -45,15 +45,15 @@ TEST_F(SystemInventory, MemoryIsWholeGibibytesAndOnlyPopulatedSocketsCount) {
 }
 
 TEST_F(SystemInventory, TwinNodeBoardsShowTheNodesOwnNumbers) {
-    ASSERT_EQ(tool({"board", "node-type", "1"}), 0);
+    ASSERT_EQ(run({"board", "node-type", "1"}), 0);
     const part_identity identity = read_part_identity();
     EXPECT_EQ(identity.serial_number, "NODE0001");
     EXPECT_EQ(identity.part_number, "PN-NODE-01");
 }
 
 TEST_F(SystemInventory, DamagedImagesAreLoggedAndGiveNothing) {
-    ASSERT_EQ(tool({"fru", "corrupt"}), 0);
-    ASSERT_EQ(tool({"smbios", "corrupt"}), 0);
+    ASSERT_EQ(run({"fru", "corrupt"}), 0);
+    ASSERT_EQ(run({"smbios", "corrupt"}), 0);
     testing::internal::CaptureStderr();
     const part_identity identity = read_part_identity();
     const std::optional<smbios_inventory> inventory = read_smbios_inventory();

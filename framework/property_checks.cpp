@@ -1,4 +1,4 @@
-#include "security/property_checks.h"
+#include "framework/property_checks.h"
 
 #include "frontend/exception_http.h"
 

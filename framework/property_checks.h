@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <boost/json.hpp>
 #include <functional>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -80,5 +81,29 @@ void for_each_member(const boost::json::value& value, const std::string& path, r
 // The body of a PATCH or POST: a non-empty JSON object. Throws 400 EmptyJSON
 // for {} and UnrecognizedRequestBody for anything that is not an object.
 const boost::json::object& request_object(const boost::json::value& body);
+
+// One writable property of a PATCH: its name and the reader that
+// validates it into the handler's change record.
+template <class changes>
+struct patch_property {
+    std::string_view name;
+    void (*read)(const request_member&, changes&, result_record&);
+};
+
+template <class changes, size_t size>
+bool has_patch_property(const patch_property<changes> (&table)[size], std::string_view name) {
+    return std::any_of(std::begin(table), std::end(table),
+                       [name](const patch_property<changes>& property) { return property.name == name; });
+}
+
+// Reads member through its row of table; a name without a row is unknown.
+template <class changes, size_t size>
+void read_patch_property(const patch_property<changes> (&table)[size], const request_member& member,
+                         changes& target, result_record& result) {
+    for (const patch_property<changes>& property : table) {
+        if (property.name == member.name) return property.read(member, target, result);
+    }
+    unknown_property::in_patch().report(result, member.path);
+}
 
 }  // namespace odata::redfish
