@@ -7,8 +7,9 @@ ACCOUNTS = "/redfish/v1/AccountService/Accounts"
 
 
 def redfishtool(bmc, *arguments):
+    """Runs an AccountService command in a session of its own (login, logout)."""
     command = ["redfishtool", "-r", "127.0.0.1:%d" % bmc.port, "-u", bmc.admin_user,
-               "-p", bmc.admin_password, "-S", "Never", "AccountService", *arguments]
+               "-p", bmc.admin_password, "-S", "Never", "-A", "Session", "AccountService", *arguments]
     answer = subprocess.run(command, capture_output=True, text=True, timeout=60)
     assert answer.returncode == 0, answer.stderr
     return answer.stdout
