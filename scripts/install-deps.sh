@@ -5,9 +5,10 @@ set -eu
 
 packages="build-essential cmake pkg-config libfcgi-dev libboost1.81-dev
 libboost-json1.81-dev libboost-filesystem1.81-dev libboost-random1.81-dev
-libssl-dev zlib1g-dev
-libgtest-dev lighttpd lighttpd-mod-openssl openssl python3-pytest
-python3-requests python3-jsonschema python3-sushy redfishtool"
+libssl-dev zlib1g-dev libcurl4-openssl-dev libsnmp-dev
+libgtest-dev clang-format lighttpd lighttpd-mod-openssl openssl python3-pytest
+python3-requests python3-jsonschema python3-sushy redfishtool
+snmptrapd snmp python3-aiosmtpd python3-pyftpdlib wrk valgrind"
 
 missing=""
 for package in $packages; do
