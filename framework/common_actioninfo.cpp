@@ -22,7 +22,8 @@ boost::json::object parameter_json(const actioninfo_parameter& parameter) {
     boost::json::object object{{"Name", parameter.name},
                                {"Required", parameter.required},
                                {"DataType", parameter.data_type}};
-    if (!parameter.allowable_values.empty()) object["AllowableValues"] = allowable_values_json(parameter);
+    if (!parameter.allowable_values.empty())
+        object["AllowableValues"] = allowable_values_json(parameter);
     if (parameter.minimum_value) object["MinimumValue"] = *parameter.minimum_value;
     if (parameter.maximum_value) object["MaximumValue"] = *parameter.maximum_value;
     if (!parameter.object_data_type.empty()) object["ObjectDataType"] = parameter.object_data_type;
@@ -52,8 +53,8 @@ boost::json::array parameters_json(const actioninfo_parameters* parameters) {
 }  // namespace
 
 common_actioninfo::common_actioninfo(request_context& context, std::string name, std::string uri)
-    : redfish(context, "ActionInfo", std::string(schema_file_of("ActionInfo").version), std::move(name),
-              std::move(uri)) {}
+    : redfish(context, "ActionInfo", std::string(schema_file_of("ActionInfo").version),
+              std::move(name), std::move(uri)) {}
 
 int common_actioninfo::get(request_context&) {
     set_common_properties();

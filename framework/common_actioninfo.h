@@ -15,7 +15,7 @@ namespace odata::redfish {
 struct actioninfo_parameter {
     std::string_view name;
     bool required = false;
-    std::string_view data_type;    // "String", "Number", "Boolean", "Object", ...
+    std::string_view data_type;  // "String", "Number", "Boolean", "Object", ...
     std::vector<std::string_view> allowable_values;
     std::optional<double> minimum_value;
     std::optional<double> maximum_value;

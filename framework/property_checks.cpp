@@ -9,12 +9,13 @@ std::string shown_value(const boost::json::value& value) {
     return boost::json::serialize(value);
 }
 
-void add_value_message(result_record& result, std::string_view message_id, const std::string& value_text,
-                       const std::string& path) {
+void add_value_message(result_record& result, std::string_view message_id,
+                       const std::string& value_text, const std::string& path) {
     add_message(result, std::string(message_id), {value_text, path}, {"/" + path});
 }
 
-void add_property_message(result_record& result, std::string_view message_id, const std::string& path) {
+void add_property_message(result_record& result, std::string_view message_id,
+                          const std::string& path) {
     add_message(result, std::string(message_id), {path}, {"/" + path});
 }
 
@@ -48,8 +49,8 @@ std::optional<bool> require_boolean(const boost::json::value& value, const std::
     return std::nullopt;
 }
 
-std::optional<long> require_integer_up_to(const boost::json::value& value, long max, const std::string& path,
-                                          result_record& result) {
+std::optional<long> require_integer_up_to(const boost::json::value& value, long max,
+                                          const std::string& path, result_record& result) {
     if (!value.is_int64() && !value.is_uint64()) {
         add_value_message(result, "Base.1.10.PropertyValueTypeError", shown_value(value), path);
         return std::nullopt;
@@ -61,8 +62,8 @@ std::optional<long> require_integer_up_to(const boost::json::value& value, long 
     return static_cast<long>(value.get_int64());
 }
 
-bool require_storable(const boost::json::string& text, const std::string& path, result_record& result,
-                      bool secret) {
+bool require_storable(const boost::json::string& text, const std::string& path,
+                      result_record& result, bool secret) {
     auto control = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; };
     bool storable = !text.empty() && text.front() != ' ' && text.back() != ' ';
     for (char c : text) storable = storable && !control(c);
@@ -73,7 +74,8 @@ bool require_storable(const boost::json::string& text, const std::string& path, 
     return storable;
 }
 
-void for_each_member(const boost::json::value& value, const std::string& path, result_record& result,
+void for_each_member(const boost::json::value& value, const std::string& path,
+                     result_record& result,
                      const std::function<void(const request_member&)>& read) {
     const boost::json::object* object = value.if_object();
     if (!object) {

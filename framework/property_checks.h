@@ -23,10 +23,11 @@ std::string shown_value(const boost::json::value& value);
 
 // A message with arguments (value text, path) and the related property
 // "/<path>"; path names the property, "LDAP/ServiceAddresses" for a nested one.
-void add_value_message(result_record& result, std::string_view message_id, const std::string& value_text,
-                       const std::string& path);
+void add_value_message(result_record& result, std::string_view message_id,
+                       const std::string& value_text, const std::string& path);
 // A message whose only argument is the property path.
-void add_property_message(result_record& result, std::string_view message_id, const std::string& path);
+void add_property_message(result_record& result, std::string_view message_id,
+                          const std::string& path);
 
 // Whether a table of property names holds name.
 template <std::size_t N>
@@ -39,7 +40,9 @@ bool listed_in(const std::string_view (&table)[N], std::string_view name) {
 class unknown_property {
 public:
     static unknown_property in_patch() { return unknown_property(""); }
-    static unknown_property in_post(std::string action) { return unknown_property(std::move(action)); }
+    static unknown_property in_post(std::string action) {
+        return unknown_property(std::move(action));
+    }
     void report(result_record& result, const std::string& path) const;
 
 private:
@@ -58,13 +61,13 @@ std::optional<bool> require_boolean(const boost::json::value& value, const std::
 
 // An integer from 0 to max; PropertyValueTypeError for a value that is not
 // an integer, PropertyValueFormatError outside the range.
-std::optional<long> require_integer_up_to(const boost::json::value& value, long max, const std::string& path,
-                                          result_record& result);
+std::optional<long> require_integer_up_to(const boost::json::value& value, long max,
+                                          const std::string& path, result_record& result);
 
 // A text that a settings file can hold unchanged: no control characters,
 // no blank at either end. PropertyValueFormatError otherwise.
-bool require_storable(const boost::json::string& text, const std::string& path, result_record& result,
-                      bool secret = false);
+bool require_storable(const boost::json::string& text, const std::string& path,
+                      result_record& result, bool secret = false);
 
 // One member of an object in a request, with its property path.
 struct request_member {
@@ -75,8 +78,8 @@ struct request_member {
 
 // Calls read for each member of the object at path; PropertyValueTypeError
 // when the value is not an object.
-void for_each_member(const boost::json::value& value, const std::string& path, result_record& result,
-                     const std::function<void(const request_member&)>& read);
+void for_each_member(const boost::json::value& value, const std::string& path,
+                     result_record& result, const std::function<void(const request_member&)>& read);
 
 // The body of a PATCH or POST: a non-empty JSON object. Throws 400 EmptyJSON
 // for {} and UnrecognizedRequestBody for anything that is not an object.
@@ -92,8 +95,9 @@ struct patch_property {
 
 template <class changes, size_t size>
 bool has_patch_property(const patch_property<changes> (&table)[size], std::string_view name) {
-    return std::any_of(std::begin(table), std::end(table),
-                       [name](const patch_property<changes>& property) { return property.name == name; });
+    return std::any_of(
+        std::begin(table), std::end(table),
+        [name](const patch_property<changes>& property) { return property.name == name; });
 }
 
 // Reads member through its row of table; a name without a row is unknown.

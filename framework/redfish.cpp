@@ -39,9 +39,7 @@ void redfish::set(std::string_view name, boost::json::value property) {
     value_[name] = std::move(property);
 }
 
-void redfish::set(std::string_view name, const char* text) {
-    set(name, boost::json::value(text));
-}
+void redfish::set(std::string_view name, const char* text) { set(name, boost::json::value(text)); }
 
 void redfish::set(std::string_view name, const std::string& text) {
     set(name, boost::json::value(boost::json::string(text)));

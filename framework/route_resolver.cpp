@@ -30,9 +30,7 @@ std::vector<std::string_view> split_segments(std::string_view path) {
     return segments;
 }
 
-bool is_pattern(std::string_view segment) {
-    return !segment.empty() && segment.front() == '(';
-}
+bool is_pattern(std::string_view segment) { return !segment.empty() && segment.front() == '('; }
 
 }  // namespace
 
@@ -52,7 +50,8 @@ route_resolver::route_resolver(const std::vector<route>& routes,
             if (!next) {
                 node& child = at->children.emplace_back();
                 child.literal = std::string(segment);
-                if (is_pattern(segment)) child.pattern = std::make_unique<std::regex>(child.literal);
+                if (is_pattern(segment))
+                    child.pattern = std::make_unique<std::regex>(child.literal);
                 next = &child;
             }
             at = next;

@@ -57,12 +57,12 @@ private:
         std::string handler_class;            // empty: no route ends here
         handler_factory factory = nullptr;
         bool crashdump = false;
-        std::vector<node> children;           // in table order
+        std::vector<node> children;  // in table order
     };
     // The node that path ends at, with its captures; throws for an invalid path.
     const node* find(const std::string& path, std::vector<std::string>& captures) const;
-    const node* walk(const node& from, const std::vector<std::string_view>& segments,
-                     size_t index, std::vector<std::string>& captures) const;
+    const node* walk(const node& from, const std::vector<std::string_view>& segments, size_t index,
+                     std::vector<std::string>& captures) const;
 
     node root_;
 };

@@ -5,20 +5,20 @@
 namespace odata::redfish {
 
 // Segment patterns used by more than one row.
-#define STORAGE_ENCLOSURE_1                                                                  \
+#define STORAGE_ENCLOSURE_1                                                                \
     "(((NVMeSSD.)([0-9]+)(.Group.)([0-9]+)(.StorageBackplane))|((MRVL.HA-RAID.)([0-9]+)(." \
     "StorageModule))|((HA-RAID.|HBA.)([0-9]+)(.StorageEnclosure.)([0-9]+))|((StorageBackplane)))"
 #define STORAGE_ENCLOSURE_2 "(HA-RAID.)([0-9]+)(.StorageEnclosure.)([0-9]+)"
-#define STORAGE_ENCLOSURE_3                                                                  \
+#define STORAGE_ENCLOSURE_3                                                                \
     "(((NVMeSSD.)([0-9]+)(.Group.)([0-9]+)(.StorageBackplane))|((HA-RAID.|HBA.)([0-9]+)(." \
     "StorageEnclosure.)([0-9]+)))"
 #define DISK_BAY "(Disk.Bay.)([0-9]+)"
 
-#define FIRMWARE_INVENTORY_NAMED                                                              \
-    "(BMC|Backup_BMC|Golden_BMC|Staging_BMC|BIOS|Backup_BIOS|Golden_BIOS|Staging_BIOS|"   \
+#define FIRMWARE_INVENTORY_NAMED                                                        \
+    "(BMC|Backup_BMC|Golden_BMC|Staging_BMC|BIOS|Backup_BIOS|Golden_BIOS|Staging_BIOS|" \
     "CPLD_Motherboard|Staging_CPLD_Motherboard|BIOS_ME|StagingPMem|LCMC_Backplane)"
-#define FIRMWARE_INVENTORY_NUMBERED                                                          \
-    "(Broadcom|Marvell|Staging_Broadcom|Staging_Marvell|NIC|StagingNIC|GPU|StagingGPU|"   \
+#define FIRMWARE_INVENTORY_NUMBERED                                                     \
+    "(Broadcom|Marvell|Staging_Broadcom|Staging_Marvell|NIC|StagingNIC|GPU|StagingGPU|" \
     "NVMeController|NVMeSSDA|NVMeSSDB|PowerSupply|PMem)([0-9]+)"
 #define TWR_FIRMWARE_INVENTORY "/redfish/v1/UpdateService/Oem/Tarnwright/FirmwareInventory"
 #define TWR_MRVL_CONTROLLER "(MRVL_HARAIDController.)([0-9]+)"
@@ -28,15 +28,16 @@ namespace odata::redfish {
     "(AvgPowerConsumedHour|MinPowerConsumedHour|MaxPowerConsumedHour|AvgPowerConsumedDay|" \
     "MinPowerConsumedDay|MaxPowerConsumedDay|AvgPowerConsumedWeek|MinPowerConsumedWeek|"   \
     "MaxPowerConsumedWeek)"
-#define POWER_CONSUMPTION_METRICS                                                                \
-    "(AvgPowerConsumptionHour|MinPowerConsumptionHour|MaxPowerConsumptionHour|"                 \
-    "AvgPowerConsumptionDay|MinPowerConsumptionDay|MaxPowerConsumptionDay|"                     \
+#define POWER_CONSUMPTION_METRICS                                               \
+    "(AvgPowerConsumptionHour|MinPowerConsumptionHour|MaxPowerConsumptionHour|" \
+    "AvgPowerConsumptionDay|MinPowerConsumptionDay|MaxPowerConsumptionDay|"     \
     "AvgPowerConsumptionWeek|MinPowerConsumptionWeek|MaxPowerConsumptionWeek)"
 
 #define DUMPS "/redfish/v1/Oem/Tarnwright/DumpService/Dumps"
 
 #define STORAGE "/redfish/v1/Systems/1/Storage"
-#define RAID_VOLUME STORAGE "/(HA-RAID|MRVL.HA-RAID)/Volumes/(Controller.)([0-9]+)(.Volume.)([0-9]+)"
+#define RAID_VOLUME \
+    STORAGE "/(HA-RAID|MRVL.HA-RAID)/Volumes/(Controller.)([0-9]+)(.Volume.)([0-9]+)"
 #define VROC_VOLUME STORAGE "/VROC/Volumes/(Controller.)([0-9]+)(.Volume.)([0-9]+)"
 #define NUMBERED_VOLUME STORAGE "/(RAIDIntegrated|SATAEmbedded)/Volumes/([0-9]+)"
 
@@ -96,7 +97,8 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_1 "/Drives/" DISK_BAY
          "/Actions/Oem/TwrDrive.Indicate",
          "drive_indicate"},
-        {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_1 "/Drives/" DISK_BAY "/Actions/Drive.SecureErase",
+        {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_1 "/Drives/" DISK_BAY
+         "/Actions/Drive.SecureErase",
          "drive_secureerase"},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_1 "/Drives/" DISK_BAY
          "/Actions/Oem/TwrDrive.SecureEraseAbort",
@@ -107,7 +109,8 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_2 "/Drives/" DISK_BAY
          "/Actions/Oem/TwrDrive.Indicate",
          "drive_indicate"},
-        {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_2 "/Drives/" DISK_BAY "/Actions/Drive.SecureErase",
+        {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_2 "/Drives/" DISK_BAY
+         "/Actions/Drive.SecureErase",
          "drive_secureerase"},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_2 "/Drives/" DISK_BAY
          "/Actions/Oem/TwrDrive.SecureEraseAbort",
@@ -118,7 +121,8 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_3 "/Drives/" DISK_BAY
          "/Actions/Oem/TwrDrive.Indicate",
          "drive_indicate"},
-        {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_3 "/Drives/" DISK_BAY "/Actions/Drive.SecureErase",
+        {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_3 "/Drives/" DISK_BAY
+         "/Actions/Drive.SecureErase",
          "drive_secureerase"},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_3 "/Drives/" DISK_BAY
          "/Actions/Oem/TwrDrive.SecureEraseAbort",
@@ -148,7 +152,8 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/UpdateService/SimpleUpdateActionInfo", "simpleupdateactioninfo"},
         {"/redfish/v1/UpdateService/Actions/UpdateService.SimpleUpdate",
          "updateservice_simpleupdate"},
-        {"/redfish/v1/UpdateService/Actions/UpdateService.StartUpdate", "updateservice_startupdate"},
+        {"/redfish/v1/UpdateService/Actions/UpdateService.StartUpdate",
+         "updateservice_startupdate"},
         {"/redfish/v1/UpdateService/Actions/Oem/TwrUpdateService.Install",
          "twrupdateservice_install"},
         {"/redfish/v1/UpdateService/InstallActionInfo", "installactioninfo"},
@@ -250,8 +255,7 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/JsonSchemas/(.+)", "json_file_common"},
         {"/redfish/v1/TelemetryService", "telemetryservice"},
         {"/redfish/v1/TelemetryService/MetricDefinitions", "metricdefinitions"},
-        {"/redfish/v1/TelemetryService/MetricDefinitions/" POWER_CONSUMED_METRICS,
-         "powerconsumed"},
+        {"/redfish/v1/TelemetryService/MetricDefinitions/" POWER_CONSUMED_METRICS, "powerconsumed"},
         {"/redfish/v1/TelemetryService/MetricReportDefinitions", "metricreportdefinitions"},
         {"/redfish/v1/TelemetryService/MetricReportDefinitions/" POWER_CONSUMPTION_METRICS,
          "defpowerconsumption"},
@@ -351,14 +355,17 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/EthernetInterfaces", "systems_ethernetinterfacecollection"},
         {"/redfish/v1/Systems/1/EthernetInterfaces/ToManager", "ethernetinterface"},
         {"/redfish/v1/Systems/1/EthernetInterfaces/([0-9]+)", "ethernetinterface"},
-        {"/redfish/v1/Systems/1/EthernetInterfaces/([0-9]+)/VLANs", "vlannetworkinterfacecollection"},
-        {"/redfish/v1/Systems/1/EthernetInterfaces/([0-9]+)/VLANs/([0-9]+)", "vlannetworkinterface"},
+        {"/redfish/v1/Systems/1/EthernetInterfaces/([0-9]+)/VLANs",
+         "vlannetworkinterfacecollection"},
+        {"/redfish/v1/Systems/1/EthernetInterfaces/([0-9]+)/VLANs/([0-9]+)",
+         "vlannetworkinterface"},
         {"/redfish/v1/Systems/1/SimpleStorage", "simplestoragecollection"},
         {"/redfish/v1/Systems/1/SimpleStorage/([0-9]+)", "simplestorage"},
 
         // Systems: storage and volumes
         {STORAGE, "storagecollection"},
-        {STORAGE "/(HBA|HA-RAID|HBA-IR|RAIDIntegrated|SATAEmbedded|NVMeSSD|MRVL.HA-RAID)", "storage"},
+        {STORAGE "/(HBA|HA-RAID|HBA-IR|RAIDIntegrated|SATAEmbedded|NVMeSSD|MRVL.HA-RAID)",
+         "storage"},
         {STORAGE "/(HA-RAID|RAIDIntegrated|SATAEmbedded|NVMeSSD|HBA-IR|MRVL.HA-RAID|HBA)/Volumes",
          "volumecollection"},
         {RAID_VOLUME, "volume"},
@@ -385,7 +392,8 @@ const std::vector<route>& route_table() {
         {STORAGE "/HA-RAID/Actions/Oem/TwrHARAIDController.Save", "haraidcontroller_save"},
         {STORAGE "/HA-RAID/Actions/Oem/TwrStorage.CreateVolume", "storage_createvolume"},
         {STORAGE "/HA-RAID/Actions/Oem/TwrStorage.ClearVolumes", "storage_clearvolumes"},
-        {STORAGE "/HA-RAID/Oem/Tarnwright/(CreateVolumeActionInfo|SaveActionInfo|ClearVolumesActionInfo)",
+        {STORAGE
+         "/HA-RAID/Oem/Tarnwright/(CreateVolumeActionInfo|SaveActionInfo|ClearVolumesActionInfo)",
          "haraidactioninfo"},
         {STORAGE "/MRVL.HA-RAID/Actions/Oem/TwrStorage.CreateVD", "storage_createvd"},
         {STORAGE "/MRVL.HA-RAID/Oem/Tarnwright/CreateVDActionInfo", "haraidactioninfo"},

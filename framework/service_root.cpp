@@ -50,10 +50,17 @@ void service_root::set_service_links() {
     boost::json::object oem;
     for (const auto& service : top_level_services()) {
         switch (service.in_root) {
-            case root_link::property: set(service.name, link(service.url)); break;
-            case root_link::links: links[service.name] = link(service.url); break;
-            case root_link::oem: oem[service.name] = link(service.url); break;
-            case root_link::none: break;
+            case root_link::property:
+                set(service.name, link(service.url));
+                break;
+            case root_link::links:
+                links[service.name] = link(service.url);
+                break;
+            case root_link::oem:
+                oem[service.name] = link(service.url);
+                break;
+            case root_link::none:
+                break;
         }
     }
     set("Links", std::move(links));

@@ -22,8 +22,9 @@ constexpr health_entry health_table[] = {
 }  // namespace
 
 const char* health_text(int health_code) {
-    auto found = std::find_if(std::begin(health_table), std::end(health_table),
-                              [health_code](const health_entry& entry) { return entry.code == health_code; });
+    auto found = std::find_if(
+        std::begin(health_table), std::end(health_table),
+        [health_code](const health_entry& entry) { return entry.code == health_code; });
     return found == std::end(health_table) ? nullptr : found->health;
 }
 

@@ -34,12 +34,18 @@ void webservice::send_response() {}
 
 int webservice::call(int method) {
     switch (method) {
-        case GET: return get(context_);
-        case PATCH: return patch(context_);
-        case POST: return post(context_);
-        case PUT: return put(context_);
-        case DELETE: return del(context_);
-        default: method_not_allowed();
+        case GET:
+            return get(context_);
+        case PATCH:
+            return patch(context_);
+        case POST:
+            return post(context_);
+        case PUT:
+            return put(context_);
+        case DELETE:
+            return del(context_);
+        default:
+            method_not_allowed();
     }
 }
 

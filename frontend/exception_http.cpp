@@ -36,7 +36,9 @@ exception_http http_error(int status, const result_record& result) {
     return error;
 }
 
-void throw_http_result(int status, const result_record& result) { throw http_error(status, result); }
+void throw_http_result(int status, const result_record& result) {
+    throw http_error(status, result);
+}
 
 void throw_http_error(int status, message_descriptor message, const message_args& args,
                       const message_args& related) {
@@ -50,9 +52,7 @@ void throw_http_error(int status, const std::string& message_id, const message_a
     throw_http_error(status, message(message_id), args, related);
 }
 
-void throw_insufficient_privilege() {
-    throw_http_error(403, "Base.1.10.InsufficientPrivilege");
-}
+void throw_insufficient_privilege() { throw_http_error(403, "Base.1.10.InsufficientPrivilege"); }
 
 void throw_query_not_supported() { throw_http_error(400, "Base.1.10.QueryNotSupported"); }
 

@@ -34,11 +34,9 @@ private:
 [[noreturn]] void throw_http(int status);
 // A GeneralError body with one message.
 [[noreturn]] void throw_http_error(int status, message_descriptor message,
-                                   const message_args& args = {},
-                                   const message_args& related = {});
+                                   const message_args& args = {}, const message_args& related = {});
 [[noreturn]] void throw_http_error(int status, const std::string& message_id,
-                                   const message_args& args = {},
-                                   const message_args& related = {});
+                                   const message_args& args = {}, const message_args& related = {});
 // An error response with the rendered result as its body, for callers that
 // add headers before throwing it.
 exception_http http_error(int status, const result_record& result);

@@ -22,12 +22,10 @@ boost::json::array to_array(const message_args& texts) {
 
 }  // namespace
 
-result_record general_error() {
-    return result_record{"GeneralError", general_error_text, {}};
-}
+result_record general_error() { return result_record{"GeneralError", general_error_text, {}}; }
 
-void add_message(result_record& result, message_descriptor& descriptor,
-                 const message_args& args, const message_args& related) {
+void add_message(result_record& result, message_descriptor& descriptor, const message_args& args,
+                 const message_args& related) {
     // Arguments go in one by one, each replacing only the first occurrence of
     // its placeholder; an earlier argument may itself contain a later one.
     std::string& text = descriptor["Message"];
@@ -55,8 +53,8 @@ void add_message(result_record& result, message_descriptor& descriptor,
     result.entries.emplace_back(std::move(entry));
 }
 
-void add_message(result_record& result, const std::string& message_id,
-                 const message_args& args, const message_args& related) {
+void add_message(result_record& result, const std::string& message_id, const message_args& args,
+                 const message_args& related) {
     message_descriptor descriptor = message(message_id);
     add_message(result, descriptor, args, related);
 }

@@ -29,8 +29,8 @@ result_record general_error();
 
 // Substitutes args into descriptor["Message"] (first occurrence of each
 // "%i", two characters erased) and appends one entry to result.
-void add_message(result_record& result, message_descriptor& descriptor,
-                 const message_args& args, const message_args& related);
+void add_message(result_record& result, message_descriptor& descriptor, const message_args& args,
+                 const message_args& related);
 
 // The same for a message of the message table, by its id.
 void add_message(result_record& result, const std::string& message_id,

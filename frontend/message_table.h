@@ -9,7 +9,7 @@
 namespace odata::redfish {
 
 struct message_text {
-    std::string_view id;          // "Base.1.10.PropertyMissing", "TWR.1.0.AccountLockup"
+    std::string_view id;  // "Base.1.10.PropertyMissing", "TWR.1.0.AccountLockup"
     std::string_view severity;
     std::string_view message;
     std::string_view resolution;

@@ -145,8 +145,7 @@ void answer_logged_failure(const char* text) {
 }  // namespace
 
 std::string normalise_path(std::string uri) {
-    for (size_t at = uri.find("//"); at != std::string::npos; at = uri.find("//"))
-        uri.erase(at, 1);
+    for (size_t at = uri.find("//"); at != std::string::npos; at = uri.find("//")) uri.erase(at, 1);
     return uri.substr(0, uri.find('?'));
 }
 

@@ -55,7 +55,8 @@ int request_method() {
     char method[7] = {};
     int length = get_cgi_env("REQUEST_METHOD", method, 6);
     for (const auto& entry : method_names) {
-        if (length == static_cast<int>(std::strlen(entry.name)) && std::strcmp(method, entry.name) == 0)
+        if (length == static_cast<int>(std::strlen(entry.name)) &&
+            std::strcmp(method, entry.name) == 0)
             return entry.code;
     }
     std::cout << "Status: 405 Method Not Allowed\r\n";

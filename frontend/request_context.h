@@ -16,16 +16,16 @@ class auth;
 enum method_code : int { GET = 1, PATCH = 2, POST = 3, PUT = 4, DELETE = 5 };
 
 struct request_context {
-    std::string uri;                      // normalised path
-    std::string query;                    // QUERY_STRING
-    int method = 0;                       // method_code
-    std::vector<std::string> segments;    // the path split at "/"
-    std::vector<std::string> captures;    // texts of the route's pattern groups
+    std::string uri;                    // normalised path
+    std::string query;                  // QUERY_STRING
+    int method = 0;                     // method_code
+    std::vector<std::string> segments;  // the path split at "/"
+    std::vector<std::string> captures;  // texts of the route's pattern groups
     std::shared_ptr<auth> authenticator;
-    std::string user_name;                // the authenticated caller
-    int privilege = 0;                    // the caller's privilege level
-    int session_limit = 0;                // login: sessions allowed at once
-    int session_id = 0;                   // the caller's session, 0 for Basic
+    std::string user_name;  // the authenticated caller
+    int privilege = 0;      // the caller's privilege level
+    int session_limit = 0;  // login: sessions allowed at once
+    int session_id = 0;     // the caller's session, 0 for Basic
 
     // The request body read by read_request_input; null when there is none.
     const char* body() const;

@@ -17,8 +17,8 @@ bool starts_with(std::string_view text, std::string_view prefix) {
 std::string render_result(const result_record& result) {
     std::string_view code = result.code;
     boost::json::object inner;
-    inner["code"] = std::string(code_prefix) +
-                    std::string(starts_with(code, "Oem") ? code.substr(3) : code);
+    inner["code"] =
+        std::string(code_prefix) + std::string(starts_with(code, "Oem") ? code.substr(3) : code);
     inner["Message"] = result.message;
 
     boost::json::object outer;

@@ -39,8 +39,9 @@ constexpr status_entry status_lines[] = {
 }  // namespace
 
 void status_line(int status, std::string& text) {
-    auto found = std::find_if(std::begin(status_lines), std::end(status_lines),
-                              [status](const status_entry& entry) { return entry.status == status; });
+    auto found =
+        std::find_if(std::begin(status_lines), std::end(status_lines),
+                     [status](const status_entry& entry) { return entry.status == status; });
     if (found != std::end(status_lines)) text += found->line;
 }
 

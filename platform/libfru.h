@@ -9,7 +9,7 @@
 
 extern "C" {
 
-enum { FRU_BOARD_DEVICE = 0 };   // the FRU device of the board
+enum { FRU_BOARD_DEVICE = 0 };  // the FRU device of the board
 
 // Room for the longest field (63 bytes) after conversion to UTF-8.
 enum { FRU_TEXT_SIZE = 128 };
@@ -17,26 +17,26 @@ enum { FRU_TEXT_SIZE = 128 };
 // Every text is UTF-8, NUL-terminated and empty when the field is absent.
 struct St_FRUInfo {
     // Chassis info area.
-    uint8_t chassis_type;                       // SMBIOS chassis type; 0 when absent
-                                                // (0x17 = rack mount chassis)
+    uint8_t chassis_type;  // SMBIOS chassis type; 0 when absent
+                           // (0x17 = rack mount chassis)
     char chassis_part_number[FRU_TEXT_SIZE];
     char chassis_serial_number[FRU_TEXT_SIZE];
     // Board info area.
-    uint32_t board_mfg_minutes;                 // minutes since 1996-01-01 00:00 UTC; 0 unknown
+    uint32_t board_mfg_minutes;  // minutes since 1996-01-01 00:00 UTC; 0 unknown
     char board_manufacturer[FRU_TEXT_SIZE];
     char board_product_name[FRU_TEXT_SIZE];
     char board_serial_number[FRU_TEXT_SIZE];
     char board_part_number[FRU_TEXT_SIZE];
-    uint32_t board_id;                          // first board custom field (binary, little-endian)
+    uint32_t board_id;  // first board custom field (binary, little-endian)
     // Product info area.
     char product_manufacturer[FRU_TEXT_SIZE];
-    char product_name[FRU_TEXT_SIZE];           // the model
+    char product_name[FRU_TEXT_SIZE];  // the model
     char product_part_number[FRU_TEXT_SIZE];
     char product_version[FRU_TEXT_SIZE];
     char product_serial_number[FRU_TEXT_SIZE];
     char product_asset_tag[FRU_TEXT_SIZE];
-    char product_sku[FRU_TEXT_SIZE];            // first product custom field
-    char product_guid[FRU_TEXT_SIZE];           // second product custom field
+    char product_sku[FRU_TEXT_SIZE];   // first product custom field
+    char product_guid[FRU_TEXT_SIZE];  // second product custom field
 };
 
 // Reads and checks FRU device fru_id: PLT_ERR_NOT_FOUND when it has no

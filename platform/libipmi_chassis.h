@@ -40,7 +40,7 @@ enum { CHASSIS_SOFT_SHUTDOWN_SECONDS = 2 };
 enum {
     IDENTIFY_LIGHT_OFF = 0,
     IDENTIFY_LIGHT_BLINK = 1,
-    IDENTIFY_LIGHT_ON = 3,    // steady on; only through the board operations
+    IDENTIFY_LIGHT_ON = 3,  // steady on; only through the board operations
 };
 
 // IDENTIFY_LIGHT_BLINK or IDENTIFY_LIGHT_OFF; PLT_ERR_ARGUMENT for other
@@ -69,14 +69,14 @@ int GetQuillonType(void);
 enum { BOOT_DEVICE_SELECTOR_MASK = 0x3C };
 
 struct St_BootFlagEntry {
-    const char* name;    // Redfish BootSource value
+    const char* name;  // Redfish BootSource value
     uint8_t byte1;
     uint8_t byte2;
 };
 
 extern const St_BootFlagEntry boot_flags[];
-extern const int ChassisBootTableSize;       // 7
+extern const int ChassisBootTableSize;  // 7
 extern const St_BootFlagEntry boot_flags_ext[];
-extern const int ChassisBootTableExtSize;    // 1
+extern const int ChassisBootTableExtSize;  // 1
 
 }  // extern "C"

@@ -11,28 +11,28 @@ extern "C" {
 
 // What the BMC does when consumption exceeds the power limit.
 enum {
-    POWER_LIMIT_NO_ACTION = 0,        // Redfish "NoAction"
-    POWER_LIMIT_HARD_POWER_OFF = 1,   // Redfish "HardPowerOff"
+    POWER_LIMIT_NO_ACTION = 0,       // Redfish "NoAction"
+    POWER_LIMIT_HARD_POWER_OFF = 1,  // Redfish "HardPowerOff"
 };
 
 // Whole-system power figures, in watts.
 struct St_PowerControl {
-    uint32_t consumed_watts;      // now; the standby draw while host power is off
-    uint32_t capacity_watts;      // what the supplies deliver with redundancy kept
-    uint32_t available_watts;     // capacity minus allocated
-    uint32_t requested_watts;     // what the host's components ask for
-    uint32_t allocated_watts;     // what the BMC has granted
-    uint32_t interval_minutes;    // the period of the metrics below
+    uint32_t consumed_watts;    // now; the standby draw while host power is off
+    uint32_t capacity_watts;    // what the supplies deliver with redundancy kept
+    uint32_t available_watts;   // capacity minus allocated
+    uint32_t requested_watts;   // what the host's components ask for
+    uint32_t allocated_watts;   // what the BMC has granted
+    uint32_t interval_minutes;  // the period of the metrics below
     uint32_t min_consumed_watts;
     uint32_t max_consumed_watts;
     uint32_t average_consumed_watts;
-    uint32_t limit_watts;         // 0: no limit set
-    uint8_t limit_exception;      // POWER_LIMIT_*
+    uint32_t limit_watts;     // 0: no limit set
+    uint8_t limit_exception;  // POWER_LIMIT_*
 };
 
 // Power supply types and line input voltage types.
-enum { PSU_TYPE_AC = 1 };                   // Redfish PowerSupplyType "AC"
-enum { PSU_INPUT_AC = 1, PSU_INPUT_DC = 2 };   // Redfish InputType "AC", "DC"
+enum { PSU_TYPE_AC = 1 };                     // Redfish PowerSupplyType "AC"
+enum { PSU_INPUT_AC = 1, PSU_INPUT_DC = 2 };  // Redfish InputType "AC", "DC"
 enum {
     PSU_LINE_UNKNOWN = 0,     // "Unknown"
     PSU_LINE_AC_LOW = 1,      // "ACLowLine" (100-127 V)
@@ -45,7 +45,7 @@ enum {
 enum { PSU_TEXT_SIZE = 32, PSU_INPUT_RANGES_MAX = 2, PSU_BAYS_MAX = 2 };
 
 struct St_PowerInputRange {
-    uint8_t input_type;           // PSU_INPUT_*
+    uint8_t input_type;  // PSU_INPUT_*
     uint16_t minimum_volts;
     uint16_t maximum_volts;
     uint16_t output_watts;
@@ -53,13 +53,13 @@ struct St_PowerInputRange {
 
 // One power-supply bay. Text fields are empty while the bay is empty.
 struct St_PowerSupplyInfo {
-    uint8_t bay;                  // 1-based
-    uint8_t sensor_number;        // the bay's "PSn Status" sensor
+    uint8_t bay;            // 1-based
+    uint8_t sensor_number;  // the bay's "PSn Status" sensor
     uint8_t present;
-    uint8_t health;               // SENSOR_HEALTH_* (UNAVAILABLE when empty)
-    uint8_t supply_type;          // PSU_TYPE_*
-    uint8_t line_input_type;      // PSU_LINE_*
-    uint16_t line_input_volts;    // 0 while input is lost or the supply failed
+    uint8_t health;             // SENSOR_HEALTH_* (UNAVAILABLE when empty)
+    uint8_t supply_type;        // PSU_TYPE_*
+    uint8_t line_input_type;    // PSU_LINE_*
+    uint16_t line_input_volts;  // 0 while input is lost or the supply failed
     uint16_t capacity_watts;
     uint16_t last_output_watts;
     char model[PSU_TEXT_SIZE];
@@ -73,11 +73,11 @@ struct St_PowerSupplyInfo {
 
 // The supplies' redundancy group (failover).
 struct St_PowerRedundancy {
-    uint8_t max_supported;        // supplies the group can hold
-    uint8_t min_needed;           // supplies needed to power the system
-    uint8_t health;               // SENSOR_HEALTH_*: WARNING when redundancy is lost
+    uint8_t max_supported;  // supplies the group can hold
+    uint8_t min_needed;     // supplies needed to power the system
+    uint8_t health;         // SENSOR_HEALTH_*: WARNING when redundancy is lost
     uint8_t member_count;
-    uint8_t member_bays[PSU_BAYS_MAX];   // 1-based bay numbers
+    uint8_t member_bays[PSU_BAYS_MAX];  // 1-based bay numbers
 };
 
 // The system's power figures.

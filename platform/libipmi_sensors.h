@@ -21,9 +21,9 @@ enum {
     SENSOR_TYPE_TEMPERATURE = 0x01,
     SENSOR_TYPE_VOLTAGE = 0x02,
     SENSOR_TYPE_FAN = 0x04,
-    SENSOR_TYPE_PHYSICAL_SECURITY = 0x05,   // state bit 0: chassis intrusion
-    SENSOR_TYPE_POWER_SUPPLY = 0x08,        // state bits: PS_STATE_*
-    SENSOR_TYPE_MEMORY = 0x0C,              // state bits: MEMORY_STATE_*
+    SENSOR_TYPE_PHYSICAL_SECURITY = 0x05,  // state bit 0: chassis intrusion
+    SENSOR_TYPE_POWER_SUPPLY = 0x08,       // state bits: PS_STATE_*
+    SENSOR_TYPE_MEMORY = 0x0C,             // state bits: MEMORY_STATE_*
 };
 
 // Reading types (IPMI event/reading type codes).
@@ -71,13 +71,13 @@ enum {
 };
 
 // Flags of a record.
-enum { SDR_FLAG_HOST_POWERED = 0x01 };   // no reading while host power is off
+enum { SDR_FLAG_HOST_POWERED = 0x01 };  // no reading while host power is off
 
 enum { SDR_ID_STRING_MAX = 32 };
 
 struct St_SensorThresholds {
-    uint8_t readable;                // THRESHOLD_* bits of the thresholds that exist
-    uint8_t lower_non_recoverable;   // raw values, same format as the reading
+    uint8_t readable;               // THRESHOLD_* bits of the thresholds that exist
+    uint8_t lower_non_recoverable;  // raw values, same format as the reading
     uint8_t lower_critical;
     uint8_t lower_non_critical;
     uint8_t upper_non_critical;
@@ -89,41 +89,42 @@ struct St_SensorThresholds {
 // thresholds are meaningful in full records only.
 struct St_SensorData {
     uint16_t record_id;
-    uint8_t record_type;          // SDR_FULL_SENSOR or SDR_COMPACT_SENSOR
+    uint8_t record_type;  // SDR_FULL_SENSOR or SDR_COMPACT_SENSOR
     uint8_t sensor_number;
-    uint8_t entity_id;            // ENTITY_*
+    uint8_t entity_id;  // ENTITY_*
     uint8_t entity_instance;
-    uint8_t sensor_type;          // SENSOR_TYPE_*
-    uint8_t reading_type;         // READING_TYPE_*
-    uint8_t flags;                // SDR_FLAG_*
-    uint8_t unit;                 // SENSOR_UNIT_*
-    uint8_t analog_format;        // ANALOG_*
-    int16_t m;                    // value = (m * raw + b * 10^k1) * 10^k2
+    uint8_t sensor_type;    // SENSOR_TYPE_*
+    uint8_t reading_type;   // READING_TYPE_*
+    uint8_t flags;          // SDR_FLAG_*
+    uint8_t unit;           // SENSOR_UNIT_*
+    uint8_t analog_format;  // ANALOG_*
+    int16_t m;              // value = (m * raw + b * 10^k1) * 10^k2
     int16_t b;
-    int8_t k1;                    // B exponent
-    int8_t k2;                    // result exponent
-    uint8_t nominal_reading;      // raw
-    uint8_t min_reading;          // raw bounds of the reading range
+    int8_t k1;                // B exponent
+    int8_t k2;                // result exponent
+    uint8_t nominal_reading;  // raw
+    uint8_t min_reading;      // raw bounds of the reading range
     uint8_t max_reading;
     St_SensorThresholds thresholds;
-    uint8_t id_length;            // characters of id_string
-    char id_string[SDR_ID_STRING_MAX + 1];   // NUL-terminated as well
+    uint8_t id_length;                      // characters of id_string
+    char id_string[SDR_ID_STRING_MAX + 1];  // NUL-terminated as well
 };
 
 extern const St_SensorData at_St_SensorData[];
 
 // Health codes of sensors and of groups of sensors, worst last.
 enum {
-    SENSOR_HEALTH_UNAVAILABLE = 0,   // no reading (host off); counts as normal in groups
+    SENSOR_HEALTH_UNAVAILABLE = 0,  // no reading (host off); counts as normal in groups
     SENSOR_HEALTH_OK = 1,
-    SENSOR_HEALTH_WARNING = 2,       // a non-critical threshold crossed, or a warning state
-    SENSOR_HEALTH_CRITICAL = 3,      // a critical or non-recoverable threshold, or a failure state
+    SENSOR_HEALTH_WARNING = 2,   // a non-critical threshold crossed, or a warning state
+    SENSOR_HEALTH_CRITICAL = 3,  // a critical or non-recoverable threshold, or a failure state
 };
 
 // Forms of UtilGetSensorCurrStatus.
 enum {
-    SENSOR_STATUS_STATE_BITS = 1,    // threshold sensors: THRESHOLD_* bits crossed; discrete: state bits
-    SENSOR_STATUS_HEALTH = 2,        // SENSOR_HEALTH_*
+    SENSOR_STATUS_STATE_BITS =
+        1,                     // threshold sensors: THRESHOLD_* bits crossed; discrete: state bits
+    SENSOR_STATUS_HEALTH = 2,  // SENSOR_HEALTH_*
 };
 
 // The raw reading of a sensor into *raw: threshold sensors a value to

@@ -8,18 +8,18 @@ extern "C" {
 
 enum {
     MAX_USER_SLOTS = 16,
-    MAX_USER_NAME_LEN = 16,     // names compare on their first 16 characters
+    MAX_USER_NAME_LEN = 16,  // names compare on their first 16 characters
     PRIV_CALLBACK = 1,
     PRIV_USER = 2,
     PRIV_OPERATOR = 3,
     PRIV_ADMINISTRATOR = 4,
     PRIV_NO_ACCESS = 15,
-    USER_TABLE_MUTEX = 1,       // lx_mutex id of the user table
+    USER_TABLE_MUTEX = 1,  // lx_mutex id of the user table
 };
 
 // One slot as LibInitUserInfo loads it; no password material.
 struct St_UserInfo {
-    uint32_t key;               // zero for an empty slot
+    uint32_t key;  // zero for an empty slot
     char name[MAX_USER_NAME_LEN + 1];
     uint8_t lan_privilege;
     uint8_t enabled;

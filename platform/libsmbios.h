@@ -23,9 +23,9 @@ struct St_SMBiosType1 {
     const char* product_name;
     const char* version;
     const char* serial_number;
-    uint8_t uuid[16];             // as stored
-    char uuid_text[37];           // canonical lower-case text; empty when the UUID
-                                  // is absent, all zero or all 0xFF
+    uint8_t uuid[16];    // as stored
+    char uuid_text[37];  // canonical lower-case text; empty when the UUID
+                         // is absent, all zero or all 0xFF
     uint8_t wake_up_type;
     const char* sku_number;
     const char* family;
@@ -42,18 +42,18 @@ enum {
 struct St_SMBiosType4 {
     uint16_t handle;
     const char* socket_designation;
-    uint8_t processor_type;       // 3: central processor
-    uint16_t processor_family;    // the family 2 field when family reads 0xFE
+    uint8_t processor_type;     // 3: central processor
+    uint16_t processor_family;  // the family 2 field when family reads 0xFE
     const char* manufacturer;
     uint64_t processor_id;
     const char* version;
     uint16_t max_speed_mhz;
     uint16_t current_speed_mhz;
-    uint8_t status;               // SMBIOS_CPU_* bits
+    uint8_t status;  // SMBIOS_CPU_* bits
     const char* serial_number;
     const char* asset_tag;
     const char* part_number;
-    uint16_t core_count;          // the 16-bit fields when the 8-bit ones read 0xFF
+    uint16_t core_count;  // the 16-bit fields when the 8-bit ones read 0xFF
     uint16_t core_enabled;
     uint16_t thread_count;
 };
@@ -66,18 +66,18 @@ struct St_SMBiosType17 {
     uint16_t array_handle;
     uint16_t total_width_bits;
     uint16_t data_width_bits;
-    uint32_t size_mib;            // 0: slot empty; the extended size decoded;
-                                  // SMBIOS_MEMORY_SIZE_UNKNOWN when not known
-    uint8_t form_factor;          // 0x09: DIMM
+    uint32_t size_mib;    // 0: slot empty; the extended size decoded;
+                          // SMBIOS_MEMORY_SIZE_UNKNOWN when not known
+    uint8_t form_factor;  // 0x09: DIMM
     const char* device_locator;
     const char* bank_locator;
-    uint8_t memory_type;          // 0x1A: DDR4, 0x22: DDR5
-    uint32_t speed_mts;           // 0 unknown
+    uint8_t memory_type;  // 0x1A: DDR4, 0x22: DDR5
+    uint32_t speed_mts;   // 0 unknown
     const char* manufacturer;
     const char* serial_number;
     const char* asset_tag;
     const char* part_number;
-    uint8_t rank;                 // 0 unknown
+    uint8_t rank;  // 0 unknown
     uint32_t configured_speed_mts;
 };
 

@@ -20,13 +20,13 @@ enum session_source : uint8_t {
 };
 
 struct St_RedfishSession {
-    char last_use[15];          // decimal seconds, NUL-terminated
+    char last_use[15];  // decimal seconds, NUL-terminated
     char user_name[16];
     char client_ip[61];
-    int32_t session_id;         // 1 to 16
-    int32_t privilege;          // the user's privilege level
+    int32_t session_id;  // 1 to 16
+    int32_t privilege;   // the user's privilege level
     char token[SESSION_TOKEN_LEN + 1];
-    uint8_t source;             // session_source
+    uint8_t source;                               // session_source
     uint8_t reserved[SESSION_RECORD_SIZE - 134];  // the fields above end at byte 134
 };
 

@@ -14,8 +14,12 @@ void save(const std::string& subject, std::string_view what) {
 
 }  // namespace
 
-void log_account_change(const std::string& user_name, std::string_view what) { save(user_name, what); }
+void log_account_change(const std::string& user_name, std::string_view what) {
+    save(user_name, what);
+}
 
-void log_account_change(int account_id, std::string_view what) { save(std::to_string(account_id), what); }
+void log_account_change(int account_id, std::string_view what) {
+    save(std::to_string(account_id), what);
+}
 
 }  // namespace odata::redfish

@@ -20,8 +20,8 @@ account_policy read_account_policy() {
         settings.get<long>("AccountService.AccountLockoutThreshold", defaults.lockout_threshold);
     policy.lockout_duration =
         settings.get<long>("AccountService.AccountLockoutDuration", defaults.lockout_duration);
-    policy.counter_reset_after =
-        settings.get<long>("AccountService.AccountLockoutCounterResetAfter", defaults.counter_reset_after);
+    policy.counter_reset_after = settings.get<long>(
+        "AccountService.AccountLockoutCounterResetAfter", defaults.counter_reset_after);
     return policy;
 }
 

@@ -11,11 +11,13 @@ constexpr std::string_view required_on_create[] = {"UserName", "Password", "Role
 
 // Properties of the resource that a client may not set.
 constexpr std::string_view read_only_properties[] = {
-    "@odata.context", "@odata.etag", "@odata.id", "@odata.type", "Id", "Name", "Description", "Links",
+    "@odata.context", "@odata.etag", "@odata.id", "@odata.type", "Id",
+    "Name",           "Description", "Links",
 };
 
-void read_property(std::string_view name, const boost::json::value& value, const account_request& request,
-                   account_changes& changes, result_record& result) {
+void read_property(std::string_view name, const boost::json::value& value,
+                   const account_request& request, account_changes& changes,
+                   result_record& result) {
     const unknown_property unknown =
         request.create ? unknown_property::in_post(request.action) : unknown_property::in_patch();
     if (name == "UserName") {
@@ -43,8 +45,8 @@ void read_property(std::string_view name, const boost::json::value& value, const
 
 }  // namespace
 
-account_changes read_account_request(const boost::json::object& body, const account_request& request,
-                                     result_record& result) {
+account_changes read_account_request(const boost::json::object& body,
+                                     const account_request& request, result_record& result) {
     account_changes changes;
     if (request.create) {
         for (std::string_view name : required_on_create) {

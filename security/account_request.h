@@ -28,7 +28,7 @@ struct account_request {
 };
 
 // The accepted changes; result holds a message for every refused property.
-account_changes read_account_request(const boost::json::object& body, const account_request& request,
-                                     result_record& result);
+account_changes read_account_request(const boost::json::object& body,
+                                     const account_request& request, result_record& result);
 
 }  // namespace odata::redfish

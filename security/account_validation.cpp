@@ -27,12 +27,13 @@ std::optional<int> validate_protocol(const boost::json::value& value, snmp_proto
     const boost::json::string* name = require_text(value, path, result);
     if (!name) return std::nullopt;
     std::optional<int> code = snmp_protocol_code(kind, *name);
-    if (!code) add_value_message(result, "Base.1.10.PropertyValueNotInList", std::string(*name), path);
+    if (!code)
+        add_value_message(result, "Base.1.10.PropertyValueNotInList", std::string(*name), path);
     return code;
 }
 
-std::optional<std::string> validate_snmp_key(const boost::json::value& value, const std::string& path,
-                                             result_record& result) {
+std::optional<std::string> validate_snmp_key(const boost::json::value& value,
+                                             const std::string& path, result_record& result) {
     const boost::json::string* key = require_text(value, path, result, true);
     if (!key) return std::nullopt;
     if (!is_legal_snmp_key(*key)) {
@@ -62,12 +63,14 @@ std::optional<std::string> validate_user_name(const boost::json::value& value, i
     return text;
 }
 
-std::optional<std::string> validate_password(const boost::json::value& value, result_record& result) {
+std::optional<std::string> validate_password(const boost::json::value& value,
+                                             result_record& result) {
     const std::string path = "Password";
     const boost::json::string* password = require_text(value, path, result, true);
     if (!password) return std::nullopt;
     const std::string text(*password);
-    const bool acceptable = text.size() <= max_password_length && text.size() >= min_password_length &&
+    const bool acceptable = text.size() <= max_password_length &&
+                            text.size() >= min_password_length &&
                             text.find('\0') == std::string::npos &&
                             (!UtilGetPasswordComplexity() || UtilPasswordCheck(text.c_str()) == 0);
     if (!acceptable) {
@@ -77,7 +80,8 @@ std::optional<std::string> validate_password(const boost::json::value& value, re
     return text;
 }
 
-std::optional<int> validate_role_id(const boost::json::value& value, int account_id, result_record& result) {
+std::optional<int> validate_role_id(const boost::json::value& value, int account_id,
+                                    result_record& result) {
     const std::string path = "RoleId";
     const boost::json::string* role_id = value.if_string();
     if (!role_id || role_id->size() > max_role_id_length) {
@@ -122,17 +126,17 @@ bool validate_unlock(const boost::json::value& value, result_record& result) {
     return locked == false;
 }
 
-std::optional<snmp_settings> validate_snmp(const boost::json::value& value, const unknown_property& unknown,
-                                           result_record& result) {
+std::optional<snmp_settings> validate_snmp(const boost::json::value& value,
+                                           const unknown_property& unknown, result_record& result) {
     const std::size_t messages_before = result.entries.size();
     snmp_settings settings;
     for_each_member(value, "SNMP", result, [&](const request_member& member) {
         if (member.name == "AuthenticationProtocol") {
-            settings.authentication_protocol =
-                validate_protocol(member.value, snmp_protocol_kind::authentication, member.path, result);
+            settings.authentication_protocol = validate_protocol(
+                member.value, snmp_protocol_kind::authentication, member.path, result);
         } else if (member.name == "EncryptionProtocol") {
-            settings.encryption_protocol =
-                validate_protocol(member.value, snmp_protocol_kind::encryption, member.path, result);
+            settings.encryption_protocol = validate_protocol(
+                member.value, snmp_protocol_kind::encryption, member.path, result);
         } else if (member.name == "AuthenticationKey") {
             settings.authentication_key = validate_snmp_key(member.value, member.path, result);
         } else if (member.name == "EncryptionKey") {

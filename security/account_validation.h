@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "frontend/message.h"
 #include "framework/property_checks.h"
+#include "frontend/message.h"
 
 namespace odata::redfish {
 
@@ -33,11 +33,13 @@ std::optional<std::string> validate_user_name(const boost::json::value& value, i
                                               const std::string& action, result_record& result);
 
 // 8 to 20 characters, and the platform's complexity rule while it is on.
-std::optional<std::string> validate_password(const boost::json::value& value, result_record& result);
+std::optional<std::string> validate_password(const boost::json::value& value,
+                                             result_record& result);
 
 // The privilege level of a RoleId. The reserved administrator (account 2)
 // keeps its role.
-std::optional<int> validate_role_id(const boost::json::value& value, int account_id, result_record& result);
+std::optional<int> validate_role_id(const boost::json::value& value, int account_id,
+                                    result_record& result);
 
 // A non-empty array of "Redfish" and "SNMP".
 bool validate_account_types(const boost::json::value& value, result_record& result);
@@ -46,8 +48,8 @@ bool validate_account_types(const boost::json::value& value, result_record& resu
 bool validate_unlock(const boost::json::value& value, result_record& result);
 
 // The "SNMP" object.
-std::optional<snmp_settings> validate_snmp(const boost::json::value& value, const unknown_property& unknown,
-                                           result_record& result);
+std::optional<snmp_settings> validate_snmp(const boost::json::value& value,
+                                           const unknown_property& unknown, result_record& result);
 
 // At least 8 characters with a lower-case letter, an upper-case letter and a digit.
 bool is_legal_snmp_key(std::string_view key);

@@ -23,7 +23,8 @@ bool write_slot(int slot, const account_changes& changes) {
     return (!changes.user_name || UtilSetUserName(slot, changes.user_name->c_str()) == 0) &&
            (!changes.password || UtilSetUserPassword(slot, changes.password->c_str()) == 0) &&
            (!changes.privilege || UtilSetLANPriv(slot, *changes.privilege) == 0) &&
-           (!changes.enabled || UtilSetUserEnable(slot, *changes.enabled ? 1 : 0) == 0) && PSCommit() == 0;
+           (!changes.enabled || UtilSetUserEnable(slot, *changes.enabled ? 1 : 0) == 0) &&
+           PSCommit() == 0;
 }
 
 // Keeps the stored protocols that the request does not name; a key that it
@@ -34,7 +35,8 @@ bool save_snmp(int slot, const snmp_settings& settings) {
     UtilSNMPGetCfg(slot, &authentication, nullptr, &encryption, nullptr);
     const char* authentication_key =
         settings.authentication_key ? settings.authentication_key->c_str() : nullptr;
-    const char* encryption_key = settings.encryption_key ? settings.encryption_key->c_str() : nullptr;
+    const char* encryption_key =
+        settings.encryption_key ? settings.encryption_key->c_str() : nullptr;
     return UtilSNMPSaveCfg(slot, settings.authentication_protocol.value_or(authentication),
                            authentication_key, settings.encryption_protocol.value_or(encryption),
                            encryption_key) == 0 &&
@@ -43,19 +45,24 @@ bool save_snmp(int slot, const snmp_settings& settings) {
 
 std::string level_text(int level) { return std::string(level_log_text(level)); }
 
-void log_changes(const account_record& account, const account_changes& changes, bool outside_applied) {
+void log_changes(const account_record& account, const account_changes& changes,
+                 bool outside_applied) {
     const std::string name = changes.user_name.value_or(account.user_name);
-    if (changes.user_name) log_account_change(account_of_slot(account.slot), "user name set to " + name);
+    if (changes.user_name)
+        log_account_change(account_of_slot(account.slot), "user name set to " + name);
     if (changes.password) log_account_change(name, "password changed");
-    if (changes.privilege) log_account_change(name, "privilege set to " + level_text(*changes.privilege));
-    if (changes.enabled) log_account_change(name, *changes.enabled ? "account enabled" : "account disabled");
+    if (changes.privilege)
+        log_account_change(name, "privilege set to " + level_text(*changes.privilege));
+    if (changes.enabled)
+        log_account_change(name, *changes.enabled ? "account enabled" : "account disabled");
     if (changes.unlock && outside_applied) log_account_change(name, "account unlocked");
     if (changes.snmp && outside_applied) log_account_change(name, "SNMP settings changed");
 }
 
 // Unlocking and the SNMP settings live outside the user table.
 bool apply_outside_table(int slot, const account_changes& changes) {
-    return (!changes.unlock || UnlockUser(slot) == 0) && (!changes.snmp || save_snmp(slot, *changes.snmp));
+    return (!changes.unlock || UnlockUser(slot) == 0) &&
+           (!changes.snmp || save_snmp(slot, *changes.snmp));
 }
 
 }  // namespace
@@ -68,12 +75,15 @@ created_account create_account(const account_changes& account) {
         user_table_lock lock;
         std::optional<int> free_slot = first_free_slot();
         if (lock.held() && !free_slot) return {created_account::limit_reached, 0};
-        if (!lock.held() || !write_slot(*free_slot, enabled_by_default)) return {created_account::failed, 0};
+        if (!lock.held() || !write_slot(*free_slot, enabled_by_default))
+            return {created_account::failed, 0};
         slot = *free_slot;
-        log_account_change(*account.user_name, "account created as " + level_text(*account.privilege));
+        log_account_change(*account.user_name,
+                           "account created as " + level_text(*account.privilege));
     }
     if (account.snmp && !save_snmp(slot, *account.snmp))
-        console_log("[ERROR] cannot store the SNMP settings of account %d\n", account_of_slot(slot));
+        console_log("[ERROR] cannot store the SNMP settings of account %d\n",
+                    account_of_slot(slot));
     return {created_account::created, slot};
 }
 
@@ -91,11 +101,13 @@ bool remove_account(const account_record& account) {
     user_table_lock lock;
     if (!lock.held()) return false;
     select_slot(account.slot);
-    const bool removed = UtilDelUserName(account.slot) == 0 && UtilDelUserPassword(account.slot) == 0 &&
-                         UtilSetUserEnable(account.slot, 0) == 0 && clear_user_privilege(account.slot) == 0 &&
-                         PSCommit() == 0;
+    const bool removed = UtilDelUserName(account.slot) == 0 &&
+                         UtilDelUserPassword(account.slot) == 0 &&
+                         UtilSetUserEnable(account.slot, 0) == 0 &&
+                         clear_user_privilege(account.slot) == 0 && PSCommit() == 0;
     if (removed)
-        log_account_change(account_of_slot(account.slot), "account " + account.user_name + " deleted");
+        log_account_change(account_of_slot(account.slot),
+                           "account " + account.user_name + " deleted");
     return removed;
 }
 

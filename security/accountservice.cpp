@@ -3,12 +3,12 @@
 #include <iostream>
 #include <string_view>
 
+#include "framework/property_checks.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi_users.h"
 #include "security/account_policy.h"
 #include "security/account_slots.h"
 #include "security/external_account_provider.h"
-#include "framework/property_checks.h"
 #include "security/role_resources.h"
 
 namespace odata::redfish {
@@ -56,7 +56,8 @@ struct account_service_patch {
         if (listed_in(read_only_properties, name)) {
             add_property_message(result, "Base.1.10.PropertyNotWritable", name);
         } else if (const lockout_property* property = lockout_property_named(name)) {
-            std::optional<long> accepted = require_integer_up_to(value, property->max, name, result);
+            std::optional<long> accepted =
+                require_integer_up_to(value, property->max, name, result);
             if (accepted) policy.*(property->field) = *accepted;
             policy_changed = true;
         } else if (name == "LDAP") {
@@ -69,7 +70,8 @@ struct account_service_patch {
     }
 
     bool store() const {
-        bool stored = !policy_changed || (store_account_policy(policy) && LoadUserLockFromFile() == 0);
+        bool stored =
+            !policy_changed || (store_account_policy(policy) && LoadUserLockFromFile() == 0);
         for (const external_account_provider* provider : {&ldap, &active_directory})
             stored = stored && (!provider->requested() || provider->store());
         return stored;
@@ -94,7 +96,8 @@ int accountservice::get(request_context&) {
     set("Accounts", link(accounts_uri));
     set("Roles", link(roles_uri));
     set("LDAP", external_account_provider(directory_service::ldap).to_json());
-    set("ActiveDirectory", external_account_provider(directory_service::active_directory).to_json());
+    set("ActiveDirectory",
+        external_account_provider(directory_service::active_directory).to_json());
     return 0;
 }
 

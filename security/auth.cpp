@@ -29,7 +29,8 @@ void record_caller(const std::string& address, const std::string& user_name) {
     std::strncpy(InterfaceInfo->client_ip, address.c_str(), sizeof InterfaceInfo->client_ip - 1);
     InterfaceInfo->privilege = 0;
     if (user_name.size() < max_interface_user_name)
-        std::strncpy(InterfaceInfo->user_name, user_name.c_str(), sizeof InterfaceInfo->user_name - 1);
+        std::strncpy(InterfaceInfo->user_name, user_name.c_str(),
+                     sizeof InterfaceInfo->user_name - 1);
 }
 
 std::string json_text(const boost::json::object& body, const char* name) {
@@ -69,7 +70,8 @@ int token_auth::respond_success(request_context& context) {
 }
 
 int token_auth::open_session(request_context& context) {
-    std::optional<opened_session> session = odata::redfish::open_session(user_name, privilege, matched.source);
+    std::optional<opened_session> session =
+        odata::redfish::open_session(user_name, privilege, matched.source);
     if (!session) {
         std::cout << "Status: 404 Not Found\r\n";
         throw exception("");
@@ -104,8 +106,10 @@ std::shared_ptr<auth> make_authenticator(request_context& context, int mode) {
 bool authenticate(request_context& context, auth& authenticator) {
     const std::string address = client_ip();
     record_caller(address, authenticator.user_name);
-    if (authenticator.user_name.size() < max_interface_user_name && !authenticator.password.empty()) {
-        authenticator.matched = check_credentials(authenticator.user_name, authenticator.password, address);
+    if (authenticator.user_name.size() < max_interface_user_name &&
+        !authenticator.password.empty()) {
+        authenticator.matched =
+            check_credentials(authenticator.user_name, authenticator.password, address);
         if (authenticator.matched.result == credential_check::locked) {
             authenticator.matched = {};
             authenticator.refuse_locked(context);

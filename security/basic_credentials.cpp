@@ -12,8 +12,9 @@ constexpr std::string_view scheme = "Basic ";
 std::optional<std::string> decode_base64(const std::string& text) {
     if (text.empty() || text.size() % 4 != 0) return std::nullopt;
     std::vector<unsigned char> decoded(text.size() / 4 * 3 + 1);
-    int length = EVP_DecodeBlock(decoded.data(), reinterpret_cast<const unsigned char*>(text.data()),
-                                 static_cast<int>(text.size()));
+    int length =
+        EVP_DecodeBlock(decoded.data(), reinterpret_cast<const unsigned char*>(text.data()),
+                        static_cast<int>(text.size()));
     if (length < 0) return std::nullopt;
     // EVP_DecodeBlock counts the padding as zero bytes.
     size_t padding = text.size() - text.find_last_not_of('=') - 1;

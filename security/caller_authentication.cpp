@@ -15,8 +15,8 @@ namespace {
 
 constexpr int event_failed_login = 137;
 
-constexpr std::string_view open_documents[] = {
-    "/redfish", "/redfish/v1", "/redfish/v1/odata", "/redfish/v1/$metadata"};
+constexpr std::string_view open_documents[] = {"/redfish", "/redfish/v1", "/redfish/v1/odata",
+                                               "/redfish/v1/$metadata"};
 
 std::string_view without_trailing_slash(std::string_view path) {
     while (path.size() > 1 && path.back() == '/') path.remove_suffix(1);
@@ -64,7 +64,8 @@ bool reads_without_credentials(const request_context& context) {
     if (context.method != GET) return false;
     std::string_view path = without_trailing_slash(context.uri);
     for (std::string_view document : open_documents) {
-        if (path == document) return service_settings.get<int>("Service.UnauthenticatedServiceRoot", 0) == 1;
+        if (path == document)
+            return service_settings.get<int>("Service.UnauthenticatedServiceRoot", 0) == 1;
     }
     return false;
 }

@@ -10,8 +10,8 @@ namespace odata::redfish {
 
 struct credential_check {
     enum outcome { refused, accepted, locked } result = refused;
-    int slot = -1;                    // the local user's slot, -1 for others
-    int privilege = 0;                // the privilege level granted
+    int slot = -1;      // the local user's slot, -1 for others
+    int privilege = 0;  // the privilege level granted
     uint8_t source = SESSION_SOURCE_LOCAL;
 };
 

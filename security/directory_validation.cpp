@@ -13,7 +13,8 @@ constexpr std::string_view address_schemes[] = {"ldap://", "ldaps://"};
 constexpr unsigned long max_port = 65535;
 
 bool valid_port(std::string_view port) {
-    if (port.empty() || port.size() > 5 || port.find_first_not_of("0123456789") != port.npos) return false;
+    if (port.empty() || port.size() > 5 || port.find_first_not_of("0123456789") != port.npos)
+        return false;
     const unsigned long number = std::stoul(std::string(port));
     return number >= 1 && number <= max_port;
 }
@@ -45,8 +46,9 @@ address_fault check_authority(std::string_view authority) {
     return valid_port(after_host.substr(1)) ? address_fault::none : address_fault::bad_port;
 }
 
-std::optional<role_mapping> validate_role_mapping(const boost::json::object& entry, role_mapping mapping,
-                                                  const std::string& path, result_record& result) {
+std::optional<role_mapping> validate_role_mapping(const boost::json::object& entry,
+                                                  role_mapping mapping, const std::string& path,
+                                                  result_record& result) {
     const std::size_t messages_before = result.entries.size();
     for (const auto& [name, value] : entry) {
         const std::string member_path = path + "/" + std::string(name);
@@ -56,7 +58,8 @@ std::optional<role_mapping> validate_role_mapping(const boost::json::object& ent
         } else if (name == "LocalRole") {
             const boost::json::string* role = require_text(value, member_path, result);
             if (role && !role_named(*role))
-                add_value_message(result, "TWR.1.0.OemLdapBadLocalRole", std::string(*role), member_path);
+                add_value_message(result, "TWR.1.0.OemLdapBadLocalRole", std::string(*role),
+                                  member_path);
             mapping.local_role = role ? std::string(*role) : "";
         } else {
             unknown_property::in_patch().report(result, member_path);
@@ -64,7 +67,8 @@ std::optional<role_mapping> validate_role_mapping(const boost::json::object& ent
     }
     if (result.entries.size() != messages_before) return std::nullopt;
     if (mapping.remote_user.empty() && mapping.remote_group.empty())
-        add_message(result, "Base.1.10.PropertyMissing", {"RemoteUser or RemoteGroup"}, {"/" + path});
+        add_message(result, "Base.1.10.PropertyMissing", {"RemoteUser or RemoteGroup"},
+                    {"/" + path});
     if (mapping.local_role.empty())
         add_property_message(result, "Base.1.10.PropertyMissing", path + "/LocalRole");
     if (result.entries.size() != messages_before) return std::nullopt;
@@ -75,7 +79,8 @@ std::optional<role_mapping> validate_role_mapping(const boost::json::object& ent
 
 address_fault check_service_address(std::string_view address) {
     const bool blank = std::any_of(address.begin(), address.end(), [](char c) {
-        return std::isspace(static_cast<unsigned char>(c)) || std::iscntrl(static_cast<unsigned char>(c));
+        return std::isspace(static_cast<unsigned char>(c)) ||
+               std::iscntrl(static_cast<unsigned char>(c));
     });
     std::optional<std::string_view> authority = authority_of(address);
     if (blank || !authority) return address_fault::bad_address;
@@ -98,7 +103,8 @@ std::optional<std::vector<std::string>> validate_service_addresses(const boost::
         if (!address) {
             add_value_message(result, "Base.1.10.PropertyValueTypeError", shown_value(entry), path);
         } else if (fault == address_fault::bad_address) {
-            add_value_message(result, "TWR.1.0.OemLdapBadServiceAddresses", std::string(*address), path);
+            add_value_message(result, "TWR.1.0.OemLdapBadServiceAddresses", std::string(*address),
+                              path);
         } else if (fault == address_fault::bad_port) {
             add_message(result, "TWR.1.0.OemLdapBadPortNumber", {}, {"/" + path});
         } else {
@@ -109,8 +115,9 @@ std::optional<std::vector<std::string>> validate_service_addresses(const boost::
     return addresses;
 }
 
-std::optional<std::string> validate_directory_text(const boost::json::value& value, const std::string& path,
-                                                   result_record& result, bool secret) {
+std::optional<std::string> validate_directory_text(const boost::json::value& value,
+                                                   const std::string& path, result_record& result,
+                                                   bool secret) {
     const boost::json::string* text = require_text(value, path, result, secret);
     if (!text || !require_storable(*text, path, result, secret)) return std::nullopt;
     return std::string(*text);
@@ -133,15 +140,15 @@ std::optional<std::vector<std::string>> validate_directory_texts(const boost::js
     return texts;
 }
 
-std::optional<std::vector<role_mapping>> validate_role_mappings(const boost::json::value& value,
-                                                                const std::vector<role_mapping>& stored,
-                                                                const std::string& path,
-                                                                result_record& result) {
+std::optional<std::vector<role_mapping>> validate_role_mappings(
+    const boost::json::value& value, const std::vector<role_mapping>& stored,
+    const std::string& path, result_record& result) {
     const boost::json::array* entries = value.if_array();
     if (!entries || entries->size() > max_role_mappings) {
-        add_value_message(result,
-                          entries ? "Base.1.10.PropertyValueFormatError" : "Base.1.10.PropertyValueTypeError",
-                          shown_value(value), path);
+        add_value_message(
+            result,
+            entries ? "Base.1.10.PropertyValueFormatError" : "Base.1.10.PropertyValueTypeError",
+            shown_value(value), path);
         return std::nullopt;
     }
     const std::size_t messages_before = result.entries.size();
@@ -152,9 +159,11 @@ std::optional<std::vector<role_mapping>> validate_role_mappings(const boost::jso
         const boost::json::object* object = entry.if_object();
         const bool keeps_or_removes = entry.is_null() || (object && object->empty());
         if (keeps_or_removes && index >= stored.size()) {
-            add_message(result, "Base.1.10.InvalidIndex", {std::to_string(index)}, {"/" + entry_path});
+            add_message(result, "Base.1.10.InvalidIndex", {std::to_string(index)},
+                        {"/" + entry_path});
         } else if (!entry.is_null() && !object) {
-            add_value_message(result, "Base.1.10.PropertyValueFormatError", shown_value(entry), entry_path);
+            add_value_message(result, "Base.1.10.PropertyValueFormatError", shown_value(entry),
+                              entry_path);
         } else if (object) {
             const role_mapping base = index < stored.size() ? stored[index] : role_mapping{};
             if (auto mapping = validate_role_mapping(*object, base, entry_path, result))

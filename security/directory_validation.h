@@ -27,8 +27,9 @@ std::optional<std::vector<std::string>> validate_service_addresses(const boost::
                                                                    result_record& result);
 
 // A non-empty text that the settings file can hold.
-std::optional<std::string> validate_directory_text(const boost::json::value& value, const std::string& path,
-                                                   result_record& result, bool secret = false);
+std::optional<std::string> validate_directory_text(const boost::json::value& value,
+                                                   const std::string& path, result_record& result,
+                                                   bool secret = false);
 
 // An array of such texts (BaseDistinguishedNames).
 std::optional<std::vector<std::string>> validate_directory_texts(const boost::json::value& value,
@@ -38,9 +39,8 @@ std::optional<std::vector<std::string>> validate_directory_texts(const boost::js
 // The RemoteRoleMapping array at path over the stored entries: an entry
 // {} keeps the stored one, null removes it, an object changes or adds one;
 // stored entries after the array's end are dropped.
-std::optional<std::vector<role_mapping>> validate_role_mappings(const boost::json::value& value,
-                                                                const std::vector<role_mapping>& stored,
-                                                                const std::string& path,
-                                                                result_record& result);
+std::optional<std::vector<role_mapping>> validate_role_mappings(
+    const boost::json::value& value, const std::vector<role_mapping>& stored,
+    const std::string& path, result_record& result);
 
 }  // namespace odata::redfish

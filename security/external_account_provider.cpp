@@ -1,8 +1,8 @@
 #include "security/external_account_provider.h"
 
+#include "framework/property_checks.h"
 #include "platform/libdirectory.h"
 #include "security/directory_validation.h"
-#include "framework/property_checks.h"
 #include "security/session_store.h"
 
 namespace odata::redfish {
@@ -36,7 +36,8 @@ bool enabled_now(directory_service service) {
 }
 
 bool user_logged_in_through(directory_service service) {
-    const uint8_t source = service == directory_service::ldap ? SESSION_SOURCE_LDAP : SESSION_SOURCE_AD;
+    const uint8_t source =
+        service == directory_service::ldap ? SESSION_SOURCE_LDAP : SESSION_SOURCE_AD;
     for (int id : session_ids()) {
         std::optional<St_RedfishSession> session = find_session(id);
         if (session && session->source == source) return true;
@@ -49,14 +50,17 @@ void check_switch(const external_account_provider& provider, const external_acco
     const std::string name(directory_name(provider.service()));
     const std::string related = "/" + name + "/ServiceEnabled";
     if (provider.requested_enabled() == true) {
-        const std::string running = other.stays_enabled()   ? std::string(directory_name(other.service()))
+        const std::string running = other.stays_enabled()
+                                        ? std::string(directory_name(other.service()))
                                     : UtilGetRadiusEnable() ? radius_name
                                                             : "";
         if (!running.empty())
-            add_message(result, "TWR.1.0.OemOtherAuthenticationServiceIsRunning", {running, name}, {related});
+            add_message(result, "TWR.1.0.OemOtherAuthenticationServiceIsRunning", {running, name},
+                        {related});
     } else if (provider.requested_enabled() == false && enabled_now(provider.service()) &&
                user_logged_in_through(provider.service())) {
-        add_message(result, "TWR.1.0.OemUserNotToDisabledServiceWhenUserLogined", {name}, {related});
+        add_message(result, "TWR.1.0.OemUserNotToDisabledServiceWhenUserLogined", {name},
+                    {related});
     }
 }
 
@@ -75,16 +79,18 @@ boost::json::object external_account_provider::to_json() const {
                                   {"KerberosKeytab", nullptr}};
     provider["RemoteRoleMapping"] = mappings_json(settings_.role_mappings);
     if (service_ == directory_service::ldap) {
-        provider["LDAPService"] = {{"SearchSettings",
-                                    {{"BaseDistinguishedNames", to_array(settings_.base_distinguished_names)},
-                                     {"UsernameAttribute", settings_.username_attribute},
-                                     {"GroupNameAttribute", settings_.groupname_attribute},
-                                     {"GroupsAttribute", settings_.groups_attribute}}}};
+        provider["LDAPService"] = {
+            {"SearchSettings",
+             {{"BaseDistinguishedNames", to_array(settings_.base_distinguished_names)},
+              {"UsernameAttribute", settings_.username_attribute},
+              {"GroupNameAttribute", settings_.groupname_attribute},
+              {"GroupsAttribute", settings_.groups_attribute}}}};
     }
     return provider;
 }
 
-void external_account_provider::read_request(const boost::json::value& value, result_record& result) {
+void external_account_provider::read_request(const boost::json::value& value,
+                                             result_record& result) {
     requested_ = true;
     for_each_member(value, std::string(directory_name(service_)), result,
                     [&](const request_member& member) { read_member(member, result); });
@@ -95,19 +101,21 @@ void external_account_provider::read_member(const request_member& member, result
         requested_enabled_ = require_boolean(member.value, member.path, result);
         assign_if(requested_enabled_, settings_.enabled);
     } else if (member.name == "ServiceAddresses") {
-        assign_if(validate_service_addresses(member.value, member.path, result), settings_.service_addresses);
+        assign_if(validate_service_addresses(member.value, member.path, result),
+                  settings_.service_addresses);
     } else if (member.name == "Authentication") {
         for_each_member(member.value, member.path, result,
                         [&](const request_member& inner) { read_authentication(inner, result); });
     } else if (member.name == "RemoteRoleMapping") {
-        assign_if(validate_role_mappings(member.value, settings_.role_mappings, member.path, result),
-                  settings_.role_mappings);
+        assign_if(
+            validate_role_mappings(member.value, settings_.role_mappings, member.path, result),
+            settings_.role_mappings);
     } else if (member.name == "LDAPService" && service_ == directory_service::ldap) {
         for_each_member(member.value, member.path, result, [&](const request_member& inner) {
             if (inner.name == "SearchSettings") {
-                for_each_member(inner.value, inner.path, result, [&](const request_member& setting) {
-                    read_search_settings(setting, result);
-                });
+                for_each_member(
+                    inner.value, inner.path, result,
+                    [&](const request_member& setting) { read_search_settings(setting, result); });
             } else {
                 unknown_property::in_patch().report(result, inner.path);
             }
@@ -117,11 +125,13 @@ void external_account_provider::read_member(const request_member& member, result
     }
 }
 
-void external_account_provider::read_authentication(const request_member& member, result_record& result) {
+void external_account_provider::read_authentication(const request_member& member,
+                                                    result_record& result) {
     if (member.name == "Username") {
         assign_if(validate_directory_text(member.value, member.path, result), settings_.username);
     } else if (member.name == "Password") {
-        assign_if(validate_directory_text(member.value, member.path, result, true), settings_.password);
+        assign_if(validate_directory_text(member.value, member.path, result, true),
+                  settings_.password);
     } else if (member.name == "Token" || member.name == "KerberosKeytab") {
         validate_directory_text(member.value, member.path, result, true);
     } else {
@@ -129,16 +139,20 @@ void external_account_provider::read_authentication(const request_member& member
     }
 }
 
-void external_account_provider::read_search_settings(const request_member& member, result_record& result) {
+void external_account_provider::read_search_settings(const request_member& member,
+                                                     result_record& result) {
     if (member.name == "BaseDistinguishedNames") {
         assign_if(validate_directory_texts(member.value, member.path, result),
                   settings_.base_distinguished_names);
     } else if (member.name == "UsernameAttribute") {
-        assign_if(validate_directory_text(member.value, member.path, result), settings_.username_attribute);
+        assign_if(validate_directory_text(member.value, member.path, result),
+                  settings_.username_attribute);
     } else if (member.name == "GroupNameAttribute") {
-        assign_if(validate_directory_text(member.value, member.path, result), settings_.groupname_attribute);
+        assign_if(validate_directory_text(member.value, member.path, result),
+                  settings_.groupname_attribute);
     } else if (member.name == "GroupsAttribute") {
-        assign_if(validate_directory_text(member.value, member.path, result), settings_.groups_attribute);
+        assign_if(validate_directory_text(member.value, member.path, result),
+                  settings_.groups_attribute);
     } else {
         unknown_property::in_patch().report(result, member.path);
     }
@@ -148,10 +162,13 @@ bool external_account_provider::stays_enabled() const {
     return enabled_now(service_) && requested_enabled_ != false;
 }
 
-bool external_account_provider::store() const { return store_directory_settings(service_, settings_); }
+bool external_account_provider::store() const {
+    return store_directory_settings(service_, settings_);
+}
 
 void check_provider_switches(const external_account_provider& ldap,
-                             const external_account_provider& active_directory, result_record& result) {
+                             const external_account_provider& active_directory,
+                             result_record& result) {
     if (ldap.requested_enabled() == true && active_directory.requested_enabled() == true) {
         add_message(result, "TWR.1.0.OemOnlyOneAuthenticationServiceCanBeEnabled");
         return;

@@ -6,9 +6,9 @@
 #include <boost/json.hpp>
 #include <optional>
 
+#include "framework/property_checks.h"
 #include "frontend/message.h"
 #include "security/directory_settings.h"
-#include "framework/property_checks.h"
 
 namespace odata::redfish {
 
@@ -48,6 +48,7 @@ private:
 // may be enabled, and none may be disabled while a user it authenticated
 // holds a session.
 void check_provider_switches(const external_account_provider& ldap,
-                             const external_account_provider& active_directory, result_record& result);
+                             const external_account_provider& active_directory,
+                             result_record& result);
 
 }  // namespace odata::redfish

@@ -2,11 +2,11 @@
 
 #include <iostream>
 
+#include "framework/property_checks.h"
 #include "frontend/exception_http.h"
 #include "frontend/result_writer.h"
 #include "platform/libipmi_users.h"
 #include "security/account_writer.h"
-#include "framework/property_checks.h"
 #include "security/role_resources.h"
 #include "security/roles.h"
 #include "security/snmp_protocols.h"
@@ -32,14 +32,14 @@ snmp_state read_snmp(int slot) {
 }
 
 boost::json::object snmp_json(const snmp_state& state) {
-    return {
-        {"AuthenticationProtocol",
-         snmp_protocol_name(snmp_protocol_kind::authentication, state.authentication_protocol)},
-        {"EncryptionProtocol", snmp_protocol_name(snmp_protocol_kind::encryption, state.encryption_protocol)},
-        {"AuthenticationKey", nullptr},
-        {"EncryptionKey", nullptr},
-        {"AuthenticationKeySet", state.authentication_key_set != 0},
-        {"EncryptionKeySet", state.encryption_key_set != 0}};
+    return {{"AuthenticationProtocol",
+             snmp_protocol_name(snmp_protocol_kind::authentication, state.authentication_protocol)},
+            {"EncryptionProtocol",
+             snmp_protocol_name(snmp_protocol_kind::encryption, state.encryption_protocol)},
+            {"AuthenticationKey", nullptr},
+            {"EncryptionKey", nullptr},
+            {"AuthenticationKeySet", state.authentication_key_set != 0},
+            {"EncryptionKeySet", state.encryption_key_set != 0}};
 }
 
 // Every account reaches Redfish; SNMP only with SNMPv3 settings.
@@ -112,7 +112,8 @@ int manageraccount::patch(request_context& context) {
     const boost::json::object& request = request_object(body);
     check_own_change(context, request);
     result_record result = general_error();
-    const account_changes changes = read_account_request(request, {false, account.slot, context.uri}, result);
+    const account_changes changes =
+        read_account_request(request, {false, account.slot, context.uri}, result);
     if (changes.enabled == false && UtilIsUserActivateSession(account.slot))
         add_message(result, "TWR.1.0.OemUserDisableFail", {account.user_name}, {"/Enabled"});
     if (!result.entries.empty()) throw_http_result(400, result);

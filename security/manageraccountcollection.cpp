@@ -2,16 +2,18 @@
 
 #include <iostream>
 
+#include "framework/property_checks.h"
 #include "frontend/exception_http.h"
 #include "security/account_slots.h"
 #include "security/account_writer.h"
 #include "security/manageraccount.h"
-#include "framework/property_checks.h"
 
 namespace odata::redfish {
 namespace {
 
-[[noreturn]] void refuse_create_limit() { throw_http_error(400, "Base.1.10.CreateLimitReachedForResource"); }
+[[noreturn]] void refuse_create_limit() {
+    throw_http_error(400, "Base.1.10.CreateLimitReachedForResource");
+}
 
 }  // namespace
 
@@ -32,12 +34,14 @@ int manageraccountcollection::post(request_context& context) {
     const std::optional<int> slot = first_free_slot();
     if (!slot) refuse_create_limit();
     result_record result = general_error();
-    const account_changes account = read_account_request(request, {true, *slot, context.uri}, result);
+    const account_changes account =
+        read_account_request(request, {true, *slot, context.uri}, result);
     if (!result.entries.empty()) throw_http_result(400, result);
 
     const created_account created = create_account(account);
     if (created.outcome == created_account::limit_reached) refuse_create_limit();
-    if (created.outcome == created_account::failed) throw_http_error(400, "Base.1.10.AccountNotModified");
+    if (created.outcome == created_account::failed)
+        throw_http_error(400, "Base.1.10.AccountNotModified");
     const int account_id = account_of_slot(created.slot);
     manageraccount answer(context, account_id);
     answer.get(context);

@@ -39,7 +39,8 @@ bool under(std::string_view path, std::string_view prefix) {
 int member_id(std::string_view path) {
     while (!path.empty() && path.back() == '/') path.remove_suffix(1);
     std::string_view last = path.substr(path.find_last_of('/') + 1);
-    if (last.empty() || last.size() > 4 || last.find_first_not_of("0123456789") != last.npos) return 0;
+    if (last.empty() || last.size() > 4 || last.find_first_not_of("0123456789") != last.npos)
+        return 0;
     return std::stoi(std::string(last));
 }
 

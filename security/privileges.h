@@ -12,8 +12,8 @@ namespace odata::redfish {
 enum class own_target { none, session, account };
 
 struct required_privilege {
-    unsigned privileges;   // every one of these bits, or ...
-    own_target own;        // ... ConfigureSelf on the caller's own target
+    unsigned privileges;  // every one of these bits, or ...
+    own_target own;       // ... ConfigureSelf on the caller's own target
 };
 
 // The privilege that a method on path requires.

@@ -12,7 +12,9 @@ boost::json::array texts(const std::vector<std::string_view>& names) {
 
 }  // namespace
 
-std::string role_uri(std::string_view role_id) { return std::string(roles_uri) + "/" + std::string(role_id); }
+std::string role_uri(std::string_view role_id) {
+    return std::string(roles_uri) + "/" + std::string(role_id);
+}
 
 rolecollection::rolecollection(request_context& context)
     : redfish(context, "RoleCollection", "", "Roles Collection", roles_uri) {}
@@ -30,7 +32,8 @@ role::role(request_context& context)
               role_uri(context.captures.empty() ? "" : context.captures[0])) {}
 
 int role::get(request_context& context) {
-    const role_definition* definition = role_named(context.captures.empty() ? "" : context.captures[0]);
+    const role_definition* definition =
+        role_named(context.captures.empty() ? "" : context.captures[0]);
     if (!definition) throw_http(404);
     set_common_properties();
     set("Description", definition->description);

@@ -19,15 +19,25 @@ constexpr std::pair<unsigned, std::string_view> privilege_table[] = {
 
 const std::vector<role_definition>& predefined_roles() {
     static const std::vector<role_definition> roles = {
-        {"Administrator", PRIV_ADMINISTRATOR, "Administrator", "Administrator User Role",
+        {"Administrator",
+         PRIV_ADMINISTRATOR,
+         "Administrator",
+         "Administrator User Role",
          privilege_login | privilege_configure_manager | privilege_configure_users |
              privilege_configure_self | privilege_configure_components,
          {"OemClearLog", "OemPowerControl"}},
-        {"Operator", PRIV_OPERATOR, "Operator", "Operator User Role",
+        {"Operator",
+         PRIV_OPERATOR,
+         "Operator",
+         "Operator User Role",
          privilege_login | privilege_configure_self | privilege_configure_components,
          {"OemPowerControl"}},
-        {"ReadOnly", PRIV_USER, "User", "ReadOnly User Role",
-         privilege_login | privilege_configure_self, {}},
+        {"ReadOnly",
+         PRIV_USER,
+         "User",
+         "ReadOnly User Role",
+         privilege_login | privilege_configure_self,
+         {}},
     };
     return roles;
 }

@@ -15,11 +15,11 @@ enum privilege : unsigned {
 };
 
 struct role_definition {
-    std::string_view id;                 // RoleId: "Administrator", "Operator", "ReadOnly"
-    int level;                           // the user table's privilege level
-    std::string_view log_text;           // how event-log lines name the level
+    std::string_view id;        // RoleId: "Administrator", "Operator", "ReadOnly"
+    int level;                  // the user table's privilege level
+    std::string_view log_text;  // how event-log lines name the level
     std::string_view description;
-    unsigned privileges;                 // privilege bits
+    unsigned privileges;  // privilege bits
     std::vector<std::string_view> oem_privileges;
 };
 

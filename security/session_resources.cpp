@@ -31,13 +31,16 @@ struct session_service_patch {
                 add_message(result, "Base.1.10.PropertyValueTypeError", {text, name}, {"/" + name});
             } else if (value.to_number<long>() < min_session_timeout ||
                        value.to_number<long>() > max_session_timeout) {
-                add_message(result, "Base.1.10.PropertyValueFormatError", {text, name}, {"/" + name});
+                add_message(result, "Base.1.10.PropertyValueFormatError", {text, name},
+                            {"/" + name});
             } else {
                 timeout = value.to_number<long>();
             }
         } else if (name == "ServiceEnabled") {
-            if (!value.is_bool()) add_message(result, "Base.1.10.PropertyValueTypeError", {text, name}, {"/" + name});
-            else enabled = value.get_bool();
+            if (!value.is_bool())
+                add_message(result, "Base.1.10.PropertyValueTypeError", {text, name}, {"/" + name});
+            else
+                enabled = value.get_bool();
         } else {
             add_message(result, "Base.1.10.PropertyUnknown", {name}, {"/" + name});
         }
@@ -93,8 +96,7 @@ int sessionscollection::post(request_context& context) {
     return 0;
 }
 
-sessions::sessions(request_context& context)
-    : sessions(context, context.capture_number(0)) {}
+sessions::sessions(request_context& context) : sessions(context, context.capture_number(0)) {}
 
 sessions::sessions(request_context& context, int id)
     : redfish(context, "Session", "v1_3_0", "Session", session_uri(id)), id_(id) {}

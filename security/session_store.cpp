@@ -31,7 +31,8 @@ constexpr int event_logout = 147;
 // Holds the fcntl lock on /tmp/redfish.lock for its lifetime.
 class store_lock {
 public:
-    store_lock() : fd_(open(platform::bmc_path("/tmp/redfish.lock").c_str(), O_RDWR | O_CREAT, 0600)) {
+    store_lock()
+        : fd_(open(platform::bmc_path("/tmp/redfish.lock").c_str(), O_RDWR | O_CREAT, 0600)) {
         struct flock whole {};
         whole.l_type = F_WRLCK;
         whole.l_whence = SEEK_SET;
@@ -137,7 +138,8 @@ bool make_served_directory(int id) {
     const fs::path directory = session_directory(id);
     fs::create_directories(directory, error);
     if (error) return false;
-    fs::create_symlink(platform::bmc_path("/tmp/web/bin/index.fcgi"), directory / "index.fcgi", error);
+    fs::create_symlink(platform::bmc_path("/tmp/web/bin/index.fcgi"), directory / "index.fcgi",
+                       error);
     return !error;
 }
 
@@ -227,7 +229,8 @@ std::vector<int> session_ids() {
     fs::directory_iterator entries(session_directory(0).parent_path(), error);
     for (fs::directory_iterator end; !error && entries != end; entries.increment(error)) {
         const std::string name = entries->path().filename().string();
-        if (!name.empty() && name.size() <= 4 && name.find_first_not_of("0123456789") == std::string::npos)
+        if (!name.empty() && name.size() <= 4 &&
+            name.find_first_not_of("0123456789") == std::string::npos)
             ids.push_back(std::stoi(name));
     }
     std::sort(ids.begin(), ids.end());

@@ -12,8 +12,9 @@ constexpr protocol encryption_protocols[] = {{"None", 0}, {"CBC_DES", 1}, {"CFB1
 
 template <class Match>
 const protocol* find_protocol(snmp_protocol_kind kind, Match match) {
-    for (const protocol& each :
-         kind == snmp_protocol_kind::authentication ? authentication_protocols : encryption_protocols) {
+    for (const protocol& each : kind == snmp_protocol_kind::authentication
+                                    ? authentication_protocols
+                                    : encryption_protocols) {
         if (match(each)) return &each;
     }
     return nullptr;
@@ -22,13 +23,15 @@ const protocol* find_protocol(snmp_protocol_kind kind, Match match) {
 }  // namespace
 
 std::optional<int> snmp_protocol_code(snmp_protocol_kind kind, std::string_view name) {
-    const protocol* found = find_protocol(kind, [name](const protocol& each) { return each.first == name; });
+    const protocol* found =
+        find_protocol(kind, [name](const protocol& each) { return each.first == name; });
     if (!found) return std::nullopt;
     return found->second;
 }
 
 std::string_view snmp_protocol_name(snmp_protocol_kind kind, int code) {
-    const protocol* found = find_protocol(kind, [code](const protocol& each) { return each.second == code; });
+    const protocol* found =
+        find_protocol(kind, [code](const protocol& each) { return each.second == code; });
     return found ? found->first : "None";
 }
 

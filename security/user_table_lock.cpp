@@ -14,7 +14,8 @@ std::mutex& account_mutex() {
 }  // namespace
 
 user_table_lock::user_table_lock()
-    : account_mutex_hold_(account_mutex()), platform_lock_held_(lx_mutex_get(USER_TABLE_MUTEX) == 0) {
+    : account_mutex_hold_(account_mutex()),
+      platform_lock_held_(lx_mutex_get(USER_TABLE_MUTEX) == 0) {
     if (!platform_lock_held_) console_log("[ERROR] cannot take the user table lock\n");
 }
 

@@ -9,18 +9,16 @@
 #include "platform/sim/smbios_records.h"
 #include "platform/sim/smbios_store.h"
 
-extern "C" int UtilGetLatestBiosRev(char* version, int size)
-{
+extern "C" int UtilGetLatestBiosRev(char* version, int size) {
     namespace smbios = platform::smbios;
-    if (!version || size < 1)
-        return PLT_ERR_ARGUMENT;
+    if (!version || size < 1) return PLT_ERR_ARGUMENT;
     std::string table;
     std::vector<smbios::structure> structures;
     int loaded = platform::load_smbios_structures(table, structures);
-    if (loaded != PLT_OK)
-        return loaded;
+    if (loaded != PLT_OK) return loaded;
     for (const smbios::structure& each : structures) {
-        const char* text = each.type == smbios::bios_information ? smbios::bios_version(each) : nullptr;
+        const char* text =
+            each.type == smbios::bios_information ? smbios::bios_version(each) : nullptr;
         if (text) {
             std::size_t length = std::min(std::strlen(text), static_cast<std::size_t>(size - 1));
             std::memcpy(version, text, length);

@@ -8,22 +8,18 @@ namespace platform {
 namespace {
 
 // Absolute (so a later chdir changes nothing) and without trailing '/'.
-std::string normalise_root(std::string_view text)
-{
+std::string normalise_root(std::string_view text) {
     std::string root(text.empty() ? "/" : text);
     if (root.front() != '/') {
         std::error_code error;
         auto absolute = std::filesystem::absolute(root, error);
-        if (!error)
-            root = absolute.string();
+        if (!error) root = absolute.string();
     }
-    while (root.size() > 1 && root.back() == '/')
-        root.pop_back();
+    while (root.size() > 1 && root.back() == '/') root.pop_back();
     return root;
 }
 
-std::string& root_storage()
-{
+std::string& root_storage() {
     static std::string root = [] {
         const char* from_environment = std::getenv("BMC_ROOT");
         return normalise_root(from_environment ? from_environment : "/");
@@ -33,24 +29,16 @@ std::string& root_storage()
 
 }  // namespace
 
-const std::string& bmc_root()
-{
-    return root_storage();
-}
+const std::string& bmc_root() { return root_storage(); }
 
-std::string bmc_path(std::string_view absolute_path)
-{
+std::string bmc_path(std::string_view absolute_path) {
     const std::string& root = bmc_root();
     std::string path = root == "/" ? std::string() : root;
-    if (absolute_path.empty() || absolute_path.front() != '/')
-        path += '/';
+    if (absolute_path.empty() || absolute_path.front() != '/') path += '/';
     path += absolute_path;
     return path;
 }
 
-void set_bmc_root_for_tests(std::string_view root)
-{
-    root_storage() = normalise_root(root);
-}
+void set_bmc_root_for_tests(std::string_view root) { root_storage() = normalise_root(root); }
 
 }  // namespace platform

@@ -2,7 +2,4 @@
 
 #include "platform/libipmi.h"
 
-extern "C" long lx_time_get(void)
-{
-    return static_cast<long>(std::time(nullptr));
-}
+extern "C" long lx_time_get(void) { return static_cast<long>(std::time(nullptr)); }

@@ -6,13 +6,9 @@
 
 namespace platform {
 
-std::string board_type_file()
-{
-    return bmc_path("/var/bmc/board.ini");
-}
+std::string board_type_file() { return bmc_path("/var/bmc/board.ini"); }
 
-bool set_board_node_type(int node_type)
-{
+bool set_board_node_type(int node_type) {
     return sim::update_state_ini(board_type_file(), [&](boost::property_tree::ptree& state) {
         state.put("Board.NodeType", node_type);
         return true;
@@ -21,7 +17,6 @@ bool set_board_node_type(int node_type)
 
 }  // namespace platform
 
-extern "C" int GetQuillonType(void)
-{
+extern "C" int GetQuillonType(void) {
     return platform::sim::read_state_ini(platform::board_type_file()).get("Board.NodeType", 0);
 }

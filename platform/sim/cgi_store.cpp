@@ -14,20 +14,15 @@ CgiVarsList CgiVarsListHead = {nullptr, &CgiVarsListHead};
 
 namespace {
 
-int hex_digit(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
+int hex_digit(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
     return -1;
 }
 
 // '+' is a space and %XX a byte; a '%' without two hex digits stays as is.
-std::string url_decode(std::string_view text)
-{
+std::string url_decode(std::string_view text) {
     std::string decoded;
     decoded.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -44,16 +39,13 @@ std::string url_decode(std::string_view text)
     return decoded;
 }
 
-char* duplicate(const std::string& text)
-{
+char* duplicate(const std::string& text) {
     auto* copy = static_cast<char*>(std::malloc(text.size() + 1));
-    if (copy)
-        std::memcpy(copy, text.c_str(), text.size() + 1);
+    if (copy) std::memcpy(copy, text.c_str(), text.size() + 1);
     return copy;
 }
 
-void free_list()
-{
+void free_list() {
     CgiVar* var = CgiVarsListHead.first;
     while (var) {
         CgiVar* next = var->next;
@@ -67,14 +59,13 @@ void free_list()
 
 // Appends through the tail link: the head itself while the list is empty,
 // whose first word is the 'first' pointer.
-bool append(std::string_view pair)
-{
+bool append(std::string_view pair) {
     auto equals = pair.find('=');
     std::string name = url_decode(pair.substr(0, equals));
-    std::string value = equals == std::string_view::npos ? std::string() : url_decode(pair.substr(equals + 1));
+    std::string value =
+        equals == std::string_view::npos ? std::string() : url_decode(pair.substr(equals + 1));
     auto* var = static_cast<CgiVar*>(std::calloc(1, sizeof(CgiVar)));
-    if (!var)
-        return false;
+    if (!var) return false;
     var->name = duplicate(name);
     var->value = duplicate(value);
     *static_cast<CgiVar**>(CgiVarsListHead.last) = var;
@@ -84,48 +75,41 @@ bool append(std::string_view pair)
 
 }  // namespace
 
-extern "C" int get_cgi_env(const char* name, char* value, int max_length)
-{
+extern "C" int get_cgi_env(const char* name, char* value, int max_length) {
     const char* found = name ? std::getenv(name) : nullptr;
     std::size_t length = found ? std::strlen(found) : 0;
     if (value && max_length >= 0) {
         std::size_t copied = std::min(length, static_cast<std::size_t>(max_length));
-        if (found)
-            std::memcpy(value, found, copied);
+        if (found) std::memcpy(value, found, copied);
         value[found ? copied : 0] = '\0';
     }
-    if (!found)
-        return -1;
+    if (!found) return -1;
     return length > static_cast<std::size_t>(std::numeric_limits<int>::max())
                ? std::numeric_limits<int>::max()
                : static_cast<int>(length);
 }
 
 // Only plain decimal digits count; anything else means no body.
-extern "C" int get_cgi_content_length(int max_length)
-{
+extern "C" int get_cgi_content_length(int max_length) {
     const char* text = std::getenv("CONTENT_LENGTH");
-    if (!text || !*text)
-        return 0;
+    if (!text || !*text) return 0;
     long long length = 0;
     for (const char* c = text; *c; ++c) {
-        if (*c < '0' || *c > '9')
-            return 0;
-        if (length <= max_length)
-            length = length * 10 + (*c - '0');
+        if (*c < '0' || *c > '9') return 0;
+        if (length <= max_length) length = length * 10 + (*c - '0');
     }
     return length > max_length ? max_length : static_cast<int>(length);
 }
 
-extern "C" int cgiInitialize(void)
-{
+extern "C" int cgiInitialize(void) {
     free_list();
     const char* query = std::getenv("QUERY_STRING");
     std::string_view rest = query ? query : "";
     while (!rest.empty()) {
         auto ampersand = rest.find('&');
         std::string_view pair = rest.substr(0, ampersand);
-        rest = ampersand == std::string_view::npos ? std::string_view() : rest.substr(ampersand + 1);
+        rest =
+            ampersand == std::string_view::npos ? std::string_view() : rest.substr(ampersand + 1);
         if (!pair.empty() && !append(pair)) {
             free_list();
             return -1;
@@ -134,12 +118,6 @@ extern "C" int cgiInitialize(void)
     return 0;
 }
 
-extern "C" void FreeCGIResoure(void)
-{
-    free_list();
-}
+extern "C" void FreeCGIResoure(void) { free_list(); }
 
-extern "C" void free_cgi_vars(void)
-{
-    free_list();
-}
+extern "C" void free_cgi_vars(void) { free_list(); }

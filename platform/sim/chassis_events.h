@@ -7,14 +7,14 @@
 namespace platform {
 
 enum class chassis_event {
-    power_on,                  // argument 0
-    power_off,                 // argument 0
-    graceful_shutdown_begun,   // argument: seconds until power goes off
-    graceful_shutdown_done,    // argument 0
-    power_cycle,               // argument: seconds until power comes back
-    power_on_after_cycle,      // argument 0
-    reset,                     // argument: resets so far
-    diagnostic_interrupt,      // argument: interrupts so far
+    power_on,                 // argument 0
+    power_off,                // argument 0
+    graceful_shutdown_begun,  // argument: seconds until power goes off
+    graceful_shutdown_done,   // argument 0
+    power_cycle,              // argument: seconds until power comes back
+    power_on_after_cycle,     // argument 0
+    reset,                    // argument: resets so far
+    diagnostic_interrupt,     // argument: interrupts so far
 };
 
 struct chassis_event_entry {
@@ -34,8 +34,7 @@ inline constexpr chassis_event_entry chassis_events[] = {
     {chassis_event::diagnostic_interrupt, 167, "Host diagnostic interrupt (NMI)"},
 };
 
-constexpr const chassis_event_entry& chassis_event_info(chassis_event event)
-{
+constexpr const chassis_event_entry& chassis_event_info(chassis_event event) {
     return chassis_events[static_cast<std::size_t>(event)];
 }
 

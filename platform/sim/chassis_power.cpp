@@ -18,10 +18,7 @@ namespace {
 
 chassis_clock test_clock = nullptr;
 
-long long clock_now()
-{
-    return test_clock ? test_clock() : lx_time_get();
-}
+long long clock_now() { return test_clock ? test_clock() : lx_time_get(); }
 
 struct pending_event {
     chassis_event event;
@@ -31,8 +28,7 @@ struct pending_event {
 using event_list = std::vector<pending_event>;
 using operation = std::function<int(chassis_state&, long long now, event_list&)>;
 
-chassis_state load(const pt::ptree& tree)
-{
+chassis_state load(const pt::ptree& tree) {
     chassis_state state;
     state.power_on = tree.get("Power.On", 1) != 0;
     state.soft_off_at = tree.get("Power.SoftOffAt", 0LL);
@@ -43,8 +39,7 @@ chassis_state load(const pt::ptree& tree)
     return state;
 }
 
-void store(const chassis_state& state, pt::ptree& tree)
-{
+void store(const chassis_state& state, pt::ptree& tree) {
     tree.put("Power.On", state.power_on ? 1 : 0);
     tree.put("Power.SoftOffAt", state.soft_off_at);
     tree.put("Power.OnAt", state.power_on_at);
@@ -53,8 +48,7 @@ void store(const chassis_state& state, pt::ptree& tree)
     tree.put("Counters.DiagnosticInterrupts", state.diagnostic_interrupts);
 }
 
-void apply_due_steps(chassis_state& state, long long now, event_list& events)
-{
+void apply_due_steps(chassis_state& state, long long now, event_list& events) {
     if (state.soft_off_at != 0 && now >= state.soft_off_at) {
         state.soft_off_at = 0;
         state.power_on = false;
@@ -67,8 +61,7 @@ void apply_due_steps(chassis_state& state, long long now, event_list& events)
     }
 }
 
-int run(const operation& change)
-{
+int run(const operation& change) {
     int result = PLT_ERR_IO;
     event_list events;
     bool stored = sim::update_state_ini(chassis_state_file(), [&](pt::ptree& tree) {
@@ -77,13 +70,11 @@ int run(const operation& change)
         long long now = clock_now();
         apply_due_steps(state, now, events);
         result = change(state, now, events);
-        if (state == before)
-            return false;
+        if (state == before) return false;
         store(state, tree);
         return true;
     });
-    if (!stored)
-        return PLT_ERR_IO;
+    if (!stored) return PLT_ERR_IO;
     for (const pending_event& each : events) {
         const chassis_event_entry& entry = chassis_event_info(each.event);
         LibSaveSysEvtLog(entry.code, static_cast<int>(each.argument), entry.text);
@@ -91,8 +82,7 @@ int run(const operation& change)
     return result;
 }
 
-int power_up(chassis_state& state, long long, event_list& events)
-{
+int power_up(chassis_state& state, long long, event_list& events) {
     state.soft_off_at = 0;
     state.power_on_at = 0;
     if (!state.power_on) {
@@ -102,8 +92,7 @@ int power_up(chassis_state& state, long long, event_list& events)
     return PLT_OK;
 }
 
-int power_down(chassis_state& state, long long, event_list& events)
-{
+int power_down(chassis_state& state, long long, event_list& events) {
     state.soft_off_at = 0;
     state.power_on_at = 0;
     if (state.power_on) {
@@ -113,10 +102,8 @@ int power_down(chassis_state& state, long long, event_list& events)
     return PLT_OK;
 }
 
-int soft_shutdown(chassis_state& state, long long now, event_list& events)
-{
-    if (!state.power_on)
-        return PLT_ERR_STATE;
+int soft_shutdown(chassis_state& state, long long now, event_list& events) {
+    if (!state.power_on) return PLT_ERR_STATE;
     if (state.soft_off_at == 0) {
         state.soft_off_at = now + CHASSIS_SOFT_SHUTDOWN_SECONDS;
         events.push_back({chassis_event::graceful_shutdown_begun, CHASSIS_SOFT_SHUTDOWN_SECONDS});
@@ -124,11 +111,9 @@ int soft_shutdown(chassis_state& state, long long now, event_list& events)
     return PLT_OK;
 }
 
-operation power_cycle(uint8_t interval_seconds)
-{
+operation power_cycle(uint8_t interval_seconds) {
     return [interval_seconds](chassis_state& state, long long now, event_list& events) {
-        if (!state.power_on)
-            return static_cast<int>(PLT_ERR_STATE);
+        if (!state.power_on) return static_cast<int>(PLT_ERR_STATE);
         state.soft_off_at = 0;
         ++state.cycles;
         events.push_back({chassis_event::power_cycle, interval_seconds});
@@ -140,87 +125,55 @@ operation power_cycle(uint8_t interval_seconds)
     };
 }
 
-int power_reset(chassis_state& state, long long, event_list& events)
-{
-    if (!state.power_on)
-        return PLT_ERR_STATE;
+int power_reset(chassis_state& state, long long, event_list& events) {
+    if (!state.power_on) return PLT_ERR_STATE;
     events.push_back({chassis_event::reset, ++state.resets});
     return PLT_OK;
 }
 
-int diagnostic_interrupt(chassis_state& state, long long, event_list& events)
-{
-    if (!state.power_on)
-        return PLT_ERR_STATE;
+int diagnostic_interrupt(chassis_state& state, long long, event_list& events) {
+    if (!state.power_on) return PLT_ERR_STATE;
     events.push_back({chassis_event::diagnostic_interrupt, ++state.diagnostic_interrupts});
     return PLT_OK;
 }
 
-int power_status(chassis_state& state, long long, event_list&)
-{
-    return state.power_on ? 1 : 0;
-}
+int power_status(chassis_state& state, long long, event_list&) { return state.power_on ? 1 : 0; }
 
 }  // namespace
 
-bool chassis_state::operator==(const chassis_state& other) const
-{
+bool chassis_state::operator==(const chassis_state& other) const {
     return power_on == other.power_on && soft_off_at == other.soft_off_at &&
            power_on_at == other.power_on_at && resets == other.resets && cycles == other.cycles &&
            diagnostic_interrupts == other.diagnostic_interrupts;
 }
 
-std::string chassis_state_file()
-{
-    return bmc_path("/var/bmc/chassis.ini");
-}
+std::string chassis_state_file() { return bmc_path("/var/bmc/chassis.ini"); }
 
-bool current_chassis_state(chassis_state& state)
-{
+bool current_chassis_state(chassis_state& state) {
     return run([&](chassis_state& current, long long, event_list&) {
-        state = current;
-        return static_cast<int>(PLT_OK);
-    }) == PLT_OK;
+               state = current;
+               return static_cast<int>(PLT_OK);
+           }) == PLT_OK;
 }
 
-void set_chassis_clock_for_tests(chassis_clock clock)
-{
-    test_clock = clock;
-}
+void set_chassis_clock_for_tests(chassis_clock clock) { test_clock = clock; }
 
 }  // namespace platform
 
-extern "C" int PltCHASSIS_PowerStatus(void)
-{
-    return platform::run(platform::power_status);
-}
+extern "C" int PltCHASSIS_PowerStatus(void) { return platform::run(platform::power_status); }
 
-extern "C" int PltCHASSIS_PowerUp(void)
-{
-    return platform::run(platform::power_up);
-}
+extern "C" int PltCHASSIS_PowerUp(void) { return platform::run(platform::power_up); }
 
-extern "C" int PltCHASSIS_PowerDown(void)
-{
-    return platform::run(platform::power_down);
-}
+extern "C" int PltCHASSIS_PowerDown(void) { return platform::run(platform::power_down); }
 
-extern "C" int PltCHASSIS_SoftShutdown(void)
-{
-    return platform::run(platform::soft_shutdown);
-}
+extern "C" int PltCHASSIS_SoftShutdown(void) { return platform::run(platform::soft_shutdown); }
 
-extern "C" int PltCHASSIS_PowerCycle(uint8_t interval_seconds)
-{
+extern "C" int PltCHASSIS_PowerCycle(uint8_t interval_seconds) {
     return platform::run(platform::power_cycle(interval_seconds));
 }
 
-extern "C" int PltCHASSIS_PowerReset(void)
-{
-    return platform::run(platform::power_reset);
-}
+extern "C" int PltCHASSIS_PowerReset(void) { return platform::run(platform::power_reset); }
 
-extern "C" int PltCHASSIS_PulseDiagnosticInterrupt(void)
-{
+extern "C" int PltCHASSIS_PulseDiagnosticInterrupt(void) {
     return platform::run(platform::diagnostic_interrupt);
 }

@@ -19,30 +19,22 @@ namespace {
 
 using guid_bytes = std::array<unsigned char, 16>;
 
-std::string guid_file()
-{
-    return platform::bmc_path("/var/bmc/device_guid");
-}
+std::string guid_file() { return platform::bmc_path("/var/bmc/device_guid"); }
 
-bool read_guid(const std::string& path, unsigned char* guid)
-{
+bool read_guid(const std::string& path, unsigned char* guid) {
     platform::sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     std::string bytes;
-    if (!fd.valid() || !platform::sim::read_all(fd.get(), bytes))
-        return false;
-    if (bytes.size() != guid_bytes().size())
-        return false;
+    if (!fd.valid() || !platform::sim::read_all(fd.get(), bytes)) return false;
+    if (bytes.size() != guid_bytes().size()) return false;
     std::memcpy(guid, bytes.data(), bytes.size());
     return true;
 }
 
 // A random GUID of version 4, variant 1.
-guid_bytes random_guid()
-{
+guid_bytes random_guid() {
     std::random_device source;
     guid_bytes guid;
-    for (auto& byte : guid)
-        byte = static_cast<unsigned char>(source());
+    for (auto& byte : guid) byte = static_cast<unsigned char>(source());
     guid[6] = static_cast<unsigned char>((guid[6] & 0x0f) | 0x40);
     guid[8] = static_cast<unsigned char>((guid[8] & 0x3f) | 0x80);
     return guid;
@@ -50,14 +42,11 @@ guid_bytes random_guid()
 
 // Written under a temporary name and linked into place, which never
 // replaces a GUID that another process has linked first.
-bool create_guid(const std::string& path)
-{
-    if (!platform::sim::make_parent_dirs(path))
-        return false;
+bool create_guid(const std::string& path) {
+    if (!platform::sim::make_parent_dirs(path)) return false;
     std::string temporary = path + ".XXXXXX";
     platform::sim::unique_fd fd(::mkstemp(temporary.data()));
-    if (!fd.valid())
-        return false;
+    if (!fd.valid()) return false;
     guid_bytes guid = random_guid();
     bool written = ::fchmod(fd.get(), 0644) == 0 &&
                    platform::sim::write_all(fd.get(), guid.data(), guid.size()) &&
@@ -69,10 +58,8 @@ bool create_guid(const std::string& path)
 
 }  // namespace
 
-extern "C" int GetDeviceGUID(unsigned char guid[16])
-{
+extern "C" int GetDeviceGUID(unsigned char guid[16]) {
     std::string path = guid_file();
-    if (read_guid(path, guid))
-        return 0;
+    if (read_guid(path, guid)) return 0;
     return create_guid(path) && read_guid(path, guid) ? 0 : -1;
 }

@@ -28,17 +28,18 @@ struct stored_account {
     int privilege;
 };
 
-const char* section_of(platform::directory_provider provider)
-{
+const char* section_of(platform::directory_provider provider) {
     switch (provider) {
-    case platform::directory_provider::ldap: return "LDAP";
-    case platform::directory_provider::ad: return "ActiveDirectory";
-    default: return "RADIUS";
+        case platform::directory_provider::ldap:
+            return "LDAP";
+        case platform::directory_provider::ad:
+            return "ActiveDirectory";
+        default:
+            return "RADIUS";
     }
 }
 
-json::parse_options byte_names()
-{
+json::parse_options byte_names() {
     json::parse_options options;
     options.allow_invalid_utf8 = true;
     return options;
@@ -46,8 +47,7 @@ json::parse_options byte_names()
 
 // The document, with an array for each provider; empty when missing or
 // malformed.
-json::object read_document()
-{
+json::object read_document() {
     json::object document;
     std::string text;
     if (platform::sim::read_file(platform::directory_users_file(), text)) {
@@ -58,7 +58,8 @@ json::object read_document()
         if (format && format->is_int64() && format->get_int64() == accounts_format)
             document = *object;
         else
-            console_log("[ERROR] %s is malformed; read as empty\n", platform::directory_users_file().c_str());
+            console_log("[ERROR] %s is malformed; read as empty\n",
+                        platform::directory_users_file().c_str());
     }
     document["format"] = accounts_format;
     for (auto provider : {platform::directory_provider::ldap, platform::directory_provider::ad,
@@ -70,23 +71,25 @@ json::object read_document()
     return document;
 }
 
-std::vector<stored_account> accounts_of(const json::object& document, platform::directory_provider provider)
-{
+std::vector<stored_account> accounts_of(const json::object& document,
+                                        platform::directory_provider provider) {
     std::vector<stored_account> accounts;
-    for (const json::value& entry : document.at(platform::directory_provider_name(provider)).get_array()) {
+    for (const json::value& entry :
+         document.at(platform::directory_provider_name(provider)).get_array()) {
         const json::object* object = entry.if_object();
         const json::value* name = object ? object->if_contains("name") : nullptr;
         const json::value* password = object ? object->if_contains("password") : nullptr;
         const json::value* privilege = object ? object->if_contains("privilege") : nullptr;
-        if (name && name->is_string() && password && password->is_string() && privilege && privilege->is_int64())
-            accounts.push_back({std::string(name->get_string()), std::string(password->get_string()),
+        if (name && name->is_string() && password && password->is_string() && privilege &&
+            privilege->is_int64())
+            accounts.push_back({std::string(name->get_string()),
+                                std::string(password->get_string()),
                                 static_cast<int>(privilege->get_int64())});
     }
     return accounts;
 }
 
-json::array to_json(const std::vector<stored_account>& accounts)
-{
+json::array to_json(const std::vector<stored_account>& accounts) {
     json::array list;
     for (const stored_account& account : accounts)
         list.push_back(json::object{{"name", account.name},
@@ -98,47 +101,40 @@ json::array to_json(const std::vector<stored_account>& accounts)
 // Runs change on the provider's accounts under the lock and writes them
 // back when it returns true.
 template <typename Change>
-bool change_accounts(platform::directory_provider provider, Change change)
-{
+bool change_accounts(platform::directory_provider provider, Change change) {
     std::string lock_path = platform::bmc_path("/var/bmc/directory_users.lock");
-    if (!platform::sim::make_parent_dirs(lock_path))
-        return false;
+    if (!platform::sim::make_parent_dirs(lock_path)) return false;
     platform::sim::unique_fd fd(::open(lock_path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-    if (!fd.valid())
-        return false;
+    if (!fd.valid()) return false;
     platform::sim::file_lock lock(fd.get(), LOCK_EX);
-    if (!lock.locked())
-        return false;
+    if (!lock.locked()) return false;
     json::object document = read_document();
     std::vector<stored_account> accounts = accounts_of(document, provider);
-    if (!change(accounts))
-        return false;
+    if (!change(accounts)) return false;
     document[platform::directory_provider_name(provider)] = to_json(accounts);
-    return platform::sim::replace_file(platform::directory_users_file(), json::serialize(document) + '\n', 0600);
+    return platform::sim::replace_file(platform::directory_users_file(),
+                                       json::serialize(document) + '\n', 0600);
 }
 
 // The key that holds the switch: "<Section>.ServiceEnabled", or the key
 // outside any section when the file has that and no section.
-std::string switch_key(const pt::ptree& tree, platform::directory_provider provider)
-{
+std::string switch_key(const pt::ptree& tree, platform::directory_provider provider) {
     std::string section = section_of(provider);
     if (!tree.get_child_optional(section) && tree.get_optional<std::string>("ServiceEnabled"))
         return "ServiceEnabled";
     return section + ".ServiceEnabled";
 }
 
-int authenticate(platform::directory_provider provider, const char* name, const char* password, int* privilege)
-{
-    if (!name || !password || !*name || !*password || !platform::directory_provider_enabled(provider))
+int authenticate(platform::directory_provider provider, const char* name, const char* password,
+                 int* privilege) {
+    if (!name || !password || !*name || !*password ||
+        !platform::directory_provider_enabled(provider))
         return -1;
     json::object document = read_document();
     for (const stored_account& account : accounts_of(document, provider)) {
-        if (account.name != name)
-            continue;
-        if (!platform::sim::verify_secret(account.password, password))
-            return -1;
-        if (privilege)
-            *privilege = account.privilege;
+        if (account.name != name) continue;
+        if (!platform::sim::verify_secret(account.password, password)) return -1;
+        if (privilege) *privilege = account.privilege;
         return 0;
     }
     return -1;
@@ -148,17 +144,18 @@ int authenticate(platform::directory_provider provider, const char* name, const 
 
 namespace platform {
 
-const char* directory_provider_name(directory_provider provider)
-{
+const char* directory_provider_name(directory_provider provider) {
     switch (provider) {
-    case directory_provider::ldap: return "ldap";
-    case directory_provider::ad: return "ad";
-    default: return "radius";
+        case directory_provider::ldap:
+            return "ldap";
+        case directory_provider::ad:
+            return "ad";
+        default:
+            return "radius";
     }
 }
 
-bool parse_directory_provider(const std::string& name, directory_provider& provider)
-{
+bool parse_directory_provider(const std::string& name, directory_provider& provider) {
     for (auto each : {directory_provider::ldap, directory_provider::ad, directory_provider::radius})
         if (name == directory_provider_name(each)) {
             provider = each;
@@ -167,32 +164,27 @@ bool parse_directory_provider(const std::string& name, directory_provider& provi
     return false;
 }
 
-std::string directory_users_file()
-{
-    return bmc_path("/nv/bmc/directory_users");
-}
+std::string directory_users_file() { return bmc_path("/nv/bmc/directory_users"); }
 
-std::string directory_switch_file(directory_provider provider)
-{
+std::string directory_switch_file(directory_provider provider) {
     switch (provider) {
-    case directory_provider::ldap: return bmc_path("/nv/redfish/ldap.ini");
-    case directory_provider::ad: return bmc_path("/nv/redfish/ad.ini");
-    default: return sim_settings_file();
+        case directory_provider::ldap:
+            return bmc_path("/nv/redfish/ldap.ini");
+        case directory_provider::ad:
+            return bmc_path("/nv/redfish/ad.ini");
+        default:
+            return sim_settings_file();
     }
 }
 
-bool directory_provider_enabled(directory_provider provider)
-{
-    if (provider == directory_provider::radius)
-        return sim_setting_number("RADIUS.Enabled", 0) != 0;
+bool directory_provider_enabled(directory_provider provider) {
+    if (provider == directory_provider::radius) return sim_setting_number("RADIUS.Enabled", 0) != 0;
     pt::ptree tree;
-    if (!sim::read_ini(directory_switch_file(provider), tree))
-        return false;
+    if (!sim::read_ini(directory_switch_file(provider), tree)) return false;
     return tree.get_optional<long long>(switch_key(tree, provider)).value_or(0) != 0;
 }
 
-bool set_directory_provider_enabled(directory_provider provider, bool enabled)
-{
+bool set_directory_provider_enabled(directory_provider provider, bool enabled) {
     if (provider == directory_provider::radius)
         return set_sim_setting("RADIUS.Enabled", enabled ? "1" : "0");
     std::string path = directory_switch_file(provider);
@@ -204,14 +196,13 @@ bool set_directory_provider_enabled(directory_provider provider, bool enabled)
     return sim::write_ini(path, tree, 0600);
 }
 
-bool set_directory_account(directory_provider provider, const std::string& name, const std::string& password,
-                           int privilege)
-{
-    if (name.empty() || password.empty() || privilege < PRIV_CALLBACK || privilege > PRIV_ADMINISTRATOR)
+bool set_directory_account(directory_provider provider, const std::string& name,
+                           const std::string& password, int privilege) {
+    if (name.empty() || password.empty() || privilege < PRIV_CALLBACK ||
+        privilege > PRIV_ADMINISTRATOR)
         return false;
     std::string hash = sim::hash_secret(password);
-    if (hash.empty())
-        return false;
+    if (hash.empty()) return false;
     return change_accounts(provider, [&](std::vector<stored_account>& accounts) {
         for (stored_account& account : accounts)
             if (account.name == name) {
@@ -223,8 +214,7 @@ bool set_directory_account(directory_provider provider, const std::string& name,
     });
 }
 
-bool remove_directory_account(directory_provider provider, const std::string& name)
-{
+bool remove_directory_account(directory_provider provider, const std::string& name) {
     return change_accounts(provider, [&](std::vector<stored_account>& accounts) {
         for (auto each = accounts.begin(); each != accounts.end(); ++each)
             if (each->name == name) {
@@ -235,8 +225,7 @@ bool remove_directory_account(directory_provider provider, const std::string& na
     });
 }
 
-std::vector<directory_account> directory_accounts(directory_provider provider)
-{
+std::vector<directory_account> directory_accounts(directory_provider provider) {
     std::vector<directory_account> result;
     for (const stored_account& account : accounts_of(read_document(), provider))
         result.push_back({account.name, account.privilege});
@@ -245,32 +234,26 @@ std::vector<directory_account> directory_accounts(directory_provider provider)
 
 }  // namespace platform
 
-extern "C" int UtilGetLdapEnable(void)
-{
+extern "C" int UtilGetLdapEnable(void) {
     return platform::directory_provider_enabled(platform::directory_provider::ldap) ? 1 : 0;
 }
 
-extern "C" int UtilGetNewADEnable(void)
-{
+extern "C" int UtilGetNewADEnable(void) {
     return platform::directory_provider_enabled(platform::directory_provider::ad) ? 1 : 0;
 }
 
-extern "C" int UtilGetRadiusEnable(void)
-{
+extern "C" int UtilGetRadiusEnable(void) {
     return platform::directory_provider_enabled(platform::directory_provider::radius) ? 1 : 0;
 }
 
-extern "C" int AuthLdapProcess2(const char* name, const char* password, int* privilege)
-{
+extern "C" int AuthLdapProcess2(const char* name, const char* password, int* privilege) {
     return authenticate(platform::directory_provider::ldap, name, password, privilege);
 }
 
-extern "C" int AuthADProcess2(const char* name, const char* password, int* privilege)
-{
+extern "C" int AuthADProcess2(const char* name, const char* password, int* privilege) {
     return authenticate(platform::directory_provider::ad, name, password, privilege);
 }
 
-extern "C" int AuthRadiusProcess(const char* name, const char* password, int* privilege)
-{
+extern "C" int AuthRadiusProcess(const char* name, const char* password, int* privilege) {
     return authenticate(platform::directory_provider::radius, name, password, privilege);
 }

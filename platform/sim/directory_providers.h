@@ -45,8 +45,8 @@ struct directory_account {
 };
 
 // Adds the account, or replaces the one of that name. Privilege 1 to 4.
-bool set_directory_account(directory_provider provider, const std::string& name, const std::string& password,
-                           int privilege);
+bool set_directory_account(directory_provider provider, const std::string& name,
+                           const std::string& password, int privilege);
 // False when there was no such account or the file cannot be written.
 bool remove_directory_account(directory_provider provider, const std::string& name);
 std::vector<directory_account> directory_accounts(directory_provider provider);

@@ -18,41 +18,31 @@ namespace json = boost::json;
 
 namespace {
 
-std::size_t sequence_length(unsigned char lead)
-{
-    if (lead >= 0xC2 && lead <= 0xDF)
-        return 2;
-    if (lead >= 0xE0 && lead <= 0xEF)
-        return 3;
-    if (lead >= 0xF0 && lead <= 0xF4)
-        return 4;
+std::size_t sequence_length(unsigned char lead) {
+    if (lead >= 0xC2 && lead <= 0xDF) return 2;
+    if (lead >= 0xE0 && lead <= 0xEF) return 3;
+    if (lead >= 0xF0 && lead <= 0xF4) return 4;
     return 0;
 }
 
 // Length of the well-formed UTF-8 sequence at the start of text, 0 if none.
-std::size_t utf8_sequence(std::string_view text)
-{
+std::size_t utf8_sequence(std::string_view text) {
     auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     unsigned char lead = byte(0);
-    if (lead < 0x80)
-        return 1;
+    if (lead < 0x80) return 1;
     std::size_t length = sequence_length(lead);
-    if (length == 0 || text.size() < length)
-        return 0;
+    if (length == 0 || text.size() < length) return 0;
     unsigned char low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
     unsigned char high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-    if (byte(1) < low || byte(1) > high)
-        return 0;
+    if (byte(1) < low || byte(1) > high) return 0;
     for (std::size_t i = 2; i < length; ++i)
-        if (byte(i) < 0x80 || byte(i) > 0xBF)
-            return 0;
+        if (byte(i) < 0x80 || byte(i) > 0xBF) return 0;
     return length;
 }
 
 // Callers pass request URIs and user names, which need not be UTF-8; a JSON
 // line must be, so stray bytes become U+FFFD.
-std::string as_utf8(std::string_view text)
-{
+std::string as_utf8(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     while (!text.empty()) {
@@ -68,8 +58,7 @@ std::string as_utf8(std::string_view text)
     return result;
 }
 
-std::string event_line(int code, int argument, const char* text)
-{
+std::string event_line(int code, int argument, const char* text) {
     json::object record;
     record["time"] = static_cast<std::int64_t>(lx_time_get());
     record["code"] = code;
@@ -78,13 +67,11 @@ std::string event_line(int code, int argument, const char* text)
     return json::serialize(record) + '\n';
 }
 
-bool parse_record(std::string_view line, platform::event_record& record)
-{
+bool parse_record(std::string_view line, platform::event_record& record) {
     json::error_code error;
     json::value value = json::parse(line, error);
     const json::object* object = error ? nullptr : value.if_object();
-    if (!object)
-        return false;
+    if (!object) return false;
     const json::value* time = object->if_contains("time");
     const json::value* code = object->if_contains("code");
     const json::value* argument = object->if_contains("argument");
@@ -101,29 +88,22 @@ bool parse_record(std::string_view line, platform::event_record& record)
 
 namespace platform {
 
-std::string event_log_file()
-{
-    return bmc_path("/var/log/bmc_events.jsonl");
-}
+std::string event_log_file() { return bmc_path("/var/log/bmc_events.jsonl"); }
 
-std::vector<event_record> read_event_log()
-{
+std::vector<event_record> read_event_log() {
     std::vector<event_record> records;
     sim::unique_fd fd(::open(event_log_file().c_str(), O_RDONLY | O_CLOEXEC));
     std::string text;
-    if (!fd.valid())
-        return records;
+    if (!fd.valid()) return records;
     {
         sim::file_lock lock(fd.get(), LOCK_SH);
-        if (!sim::read_all(fd.get(), text))
-            return records;
+        if (!sim::read_all(fd.get(), text)) return records;
     }
     std::string_view rest = text;
     while (!rest.empty()) {
         auto end = rest.find('\n');
         event_record record;
-        if (parse_record(rest.substr(0, end), record))
-            records.push_back(std::move(record));
+        if (parse_record(rest.substr(0, end), record)) records.push_back(std::move(record));
         rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
     }
     return records;
@@ -131,14 +111,11 @@ std::vector<event_record> read_event_log()
 
 // Truncated in place, not replaced: an appender that has the file open
 // already would otherwise write into the unlinked old file.
-bool clear_event_log()
-{
+bool clear_event_log() {
     std::string path = event_log_file();
-    if (!sim::make_parent_dirs(path))
-        return false;
+    if (!sim::make_parent_dirs(path)) return false;
     sim::unique_fd fd(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
-    if (!fd.valid())
-        return false;
+    if (!fd.valid()) return false;
     sim::file_lock lock(fd.get(), LOCK_EX);
     return lock.locked() && ::ftruncate(fd.get(), 0) == 0;
 }
@@ -148,21 +125,17 @@ bool clear_event_log()
 // One whole line appended under the log's lock, so that lines of concurrent
 // processes never mix; a failed write is cut off again so that it cannot
 // spoil the next line.
-extern "C" int LibSaveSysEvtLog(int event_code, int argument, const char* text)
-{
+extern "C" int LibSaveSysEvtLog(int event_code, int argument, const char* text) {
     std::string path = platform::event_log_file();
-    if (!platform::sim::make_parent_dirs(path))
-        return -1;
-    platform::sim::unique_fd fd(::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644));
-    if (!fd.valid())
-        return -1;
+    if (!platform::sim::make_parent_dirs(path)) return -1;
+    platform::sim::unique_fd fd(
+        ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644));
+    if (!fd.valid()) return -1;
     platform::sim::file_lock lock(fd.get(), LOCK_EX);
     struct stat before;
-    if (!lock.locked() || ::fstat(fd.get(), &before) != 0)
-        return -1;
+    if (!lock.locked() || ::fstat(fd.get(), &before) != 0) return -1;
     std::string line = event_line(event_code, argument, text);
-    if (platform::sim::write_all(fd.get(), line.data(), line.size()))
-        return 0;
+    if (platform::sim::write_all(fd.get(), line.data(), line.size())) return 0;
     if (::ftruncate(fd.get(), before.st_size) != 0)
         console_log("[ERROR] LibSaveSysEvtLog: %s: partial line left\n", path.c_str());
     return -1;

@@ -40,103 +40,83 @@ constexpr text_slot text_slots[] = {
 constexpr std::size_t board_id_field = 5;
 
 // Copies at most FRU_TEXT_SIZE - 1 bytes, never ending inside a UTF-8 sequence.
-void copy_text(char (&target)[FRU_TEXT_SIZE], const std::string& text)
-{
+void copy_text(char (&target)[FRU_TEXT_SIZE], const std::string& text) {
     std::size_t length = text.size();
     if (length >= FRU_TEXT_SIZE) {
         length = FRU_TEXT_SIZE - 1;
-        while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
-            --length;
+        while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) --length;
     }
     std::memcpy(target, text.data(), length);
     target[length] = '\0';
 }
 
-bool fill_text(const platform::fru::image& image, const text_slot& slot, St_FRUInfo& info)
-{
+bool fill_text(const platform::fru::image& image, const text_slot& slot, St_FRUInfo& info) {
     const auto& area = image.area(slot.area);
-    if (!area || slot.index >= area->fields.size())
-        return true;
+    if (!area || slot.index >= area->fields.size()) return true;
     bool english = slot.area == area_kind::chassis || platform::fru::is_english(area->code);
     const platform::fru::field& field = area->fields[slot.index];
     std::string text;
-    if (!platform::fru::decode_text(field.type, field.data, english, text))
-        return false;
+    if (!platform::fru::decode_text(field.type, field.data, english, text)) return false;
     copy_text(info.*slot.target, text);
     return true;
 }
 
-uint32_t board_id(const platform::fru::image& image)
-{
-    if (!image.board || image.board->fields.size() <= board_id_field)
-        return 0;
+uint32_t board_id(const platform::fru::image& image) {
+    if (!image.board || image.board->fields.size() <= board_id_field) return 0;
     const platform::fru::field& field = image.board->fields[board_id_field];
     uint32_t id = 0;
-    for (std::size_t i = 0; field.type == platform::fru::binary && i < field.data.size() && i < 4; ++i)
+    for (std::size_t i = 0; field.type == platform::fru::binary && i < field.data.size() && i < 4;
+         ++i)
         id |= static_cast<uint32_t>(static_cast<uint8_t>(field.data[i])) << (8 * i);
     return id;
 }
 
-int load_image(uint8_t fru_id, platform::fru::image& image)
-{
+int load_image(uint8_t fru_id, platform::fru::image& image) {
     std::string bytes;
     int loaded = platform::load_fru_image(fru_id, bytes);
-    if (loaded != PLT_OK)
-        return loaded;
+    if (loaded != PLT_OK) return loaded;
     return platform::fru::parse_image(bytes, image) ? PLT_OK : PLT_ERR_FORMAT;
 }
 
-const text_slot* writable_slot(int field)
-{
+const text_slot* writable_slot(int field) {
     for (const text_slot& slot : text_slots)
-        if (field != 0 && slot.writable_as == field)
-            return &slot;
+        if (field != 0 && slot.writable_as == field) return &slot;
     return nullptr;
 }
 
-int replace_field(uint8_t fru_id, const text_slot& slot, const std::string& latin1)
-{
+int replace_field(uint8_t fru_id, const text_slot& slot, const std::string& latin1) {
     platform::fru::image image;
     int loaded = load_image(fru_id, image);
-    if (loaded != PLT_OK)
-        return loaded;
+    if (loaded != PLT_OK) return loaded;
     auto& area = image.area(slot.area);
-    if (!area)
-        return PLT_ERR_NOT_FOUND;
+    if (!area) return PLT_ERR_NOT_FOUND;
     area->fields[slot.index] = {platform::fru::eight_bit, latin1};
     std::string bytes;
-    if (!platform::fru::encode_image(image, bytes))
-        return PLT_ERR_ARGUMENT;
+    if (!platform::fru::encode_image(image, bytes)) return PLT_ERR_ARGUMENT;
     return platform::write_fru_image(fru_id, bytes) ? PLT_OK : PLT_ERR_IO;
 }
 
 }  // namespace
 
-extern "C" int ReadFRUInfo(uint8_t fru_id, St_FRUInfo* info)
-{
-    if (!info)
-        return PLT_ERR_ARGUMENT;
+extern "C" int ReadFRUInfo(uint8_t fru_id, St_FRUInfo* info) {
+    if (!info) return PLT_ERR_ARGUMENT;
     platform::fru::image image;
     int loaded = load_image(fru_id, image);
-    if (loaded != PLT_OK)
-        return loaded;
+    if (loaded != PLT_OK) return loaded;
     St_FRUInfo parsed{};
     parsed.chassis_type = image.chassis ? image.chassis->code : 0;
     parsed.board_mfg_minutes = image.board ? image.board->mfg_minutes : 0;
     parsed.board_id = board_id(image);
     for (const text_slot& slot : text_slots)
-        if (!fill_text(image, slot, parsed))
-            return PLT_ERR_FORMAT;
+        if (!fill_text(image, slot, parsed)) return PLT_ERR_FORMAT;
     *info = parsed;
     return PLT_OK;
 }
 
-extern "C" int SetFRUData(uint8_t fru_id, int field, const char* value)
-{
+extern "C" int SetFRUData(uint8_t fru_id, int field, const char* value) {
     const text_slot* slot = writable_slot(field);
     std::string latin1;
-    if (!slot)
-        return PLT_ERR_NOT_FOUND;
+    if (!slot) return PLT_ERR_NOT_FOUND;
     if (!value || !platform::fru::latin1_from_utf8(value, latin1) || latin1.size() > 0x3F)
         return PLT_ERR_ARGUMENT;
     int result = PLT_ERR_IO;

@@ -28,17 +28,17 @@ enum class area_kind { chassis, board, product };
 std::size_t fixed_field_count(area_kind kind);
 
 struct info_area {
-    uint8_t code = 0;             // chassis: chassis type; board, product: language code
-    uint32_t mfg_minutes = 0;     // board only: minutes since 1996-01-01
+    uint8_t code = 0;          // chassis: chassis type; board, product: language code
+    uint32_t mfg_minutes = 0;  // board only: minutes since 1996-01-01
     std::vector<field> fields;
 };
 
 struct image {
-    std::string internal_use;     // the whole area, kept as it is
+    std::string internal_use;  // the whole area, kept as it is
     std::optional<info_area> chassis;
     std::optional<info_area> board;
     std::optional<info_area> product;
-    std::string multirecord;      // every record, kept as they are
+    std::string multirecord;  // every record, kept as they are
 
     std::optional<info_area>& area(area_kind kind);
     const std::optional<info_area>& area(area_kind kind) const;

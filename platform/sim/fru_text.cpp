@@ -5,8 +5,7 @@
 namespace platform::fru {
 namespace {
 
-void append_utf8(std::string& text, uint32_t code_point)
-{
+void append_utf8(std::string& text, uint32_t code_point) {
     if (code_point < 0x80) {
         text += static_cast<char>(code_point);
     } else if (code_point < 0x800) {
@@ -19,13 +18,11 @@ void append_utf8(std::string& text, uint32_t code_point)
     }
 }
 
-unsigned char byte_at(std::string_view data, std::size_t index)
-{
+unsigned char byte_at(std::string_view data, std::size_t index) {
     return static_cast<unsigned char>(data[index]);
 }
 
-std::string hex_text(std::string_view data)
-{
+std::string hex_text(std::string_view data) {
     static constexpr char digits[] = "0123456789ABCDEF";
     std::string text;
     for (std::size_t i = 0; i < data.size(); ++i) {
@@ -35,8 +32,7 @@ std::string hex_text(std::string_view data)
     return text;
 }
 
-std::string bcd_plus_text(std::string_view data)
-{
+std::string bcd_plus_text(std::string_view data) {
     static constexpr char digits[] = "0123456789 -.???";
     std::string text;
     for (std::size_t i = 0; i < data.size(); ++i) {
@@ -47,8 +43,7 @@ std::string bcd_plus_text(std::string_view data)
 }
 
 // Four 6-bit characters in three bytes, least significant bits first.
-std::string six_bit_text(std::string_view data)
-{
+std::string six_bit_text(std::string_view data) {
     std::string text;
     std::size_t characters = data.size() * 8 / 6;
     for (std::size_t i = 0; i < characters; ++i) {
@@ -61,16 +56,13 @@ std::string six_bit_text(std::string_view data)
     return text;
 }
 
-std::string latin1_text(std::string_view data)
-{
+std::string latin1_text(std::string_view data) {
     std::string text;
-    for (std::size_t i = 0; i < data.size(); ++i)
-        append_utf8(text, byte_at(data, i));
+    for (std::size_t i = 0; i < data.size(); ++i) append_utf8(text, byte_at(data, i));
     return text;
 }
 
-std::string ucs2_text(std::string_view data)
-{
+std::string ucs2_text(std::string_view data) {
     std::string text;
     for (std::size_t i = 0; i + 1 < data.size(); i += 2) {
         uint32_t unit = byte_at(data, i) | (static_cast<uint32_t>(byte_at(data, i + 1)) << 8);
@@ -79,35 +71,35 @@ std::string ucs2_text(std::string_view data)
     return text;
 }
 
-void trim(std::string& text)
-{
+void trim(std::string& text) {
     auto nul = text.find('\0');
-    if (nul != std::string::npos)
-        text.erase(nul);
-    while (!text.empty() && text.back() == ' ')
-        text.pop_back();
+    if (nul != std::string::npos) text.erase(nul);
+    while (!text.empty() && text.back() == ' ') text.pop_back();
 }
 
 }  // namespace
 
-bool decode_text(uint8_t type, std::string_view data, bool english, std::string& text)
-{
+bool decode_text(uint8_t type, std::string_view data, bool english, std::string& text) {
     switch (type) {
-    case binary: text = hex_text(data); return true;
-    case bcd_plus: text = bcd_plus_text(data); break;
-    case six_bit_ascii: text = six_bit_text(data); break;
-    default:
-        if (!english && data.size() % 2 != 0)
-            return false;
-        text = english ? latin1_text(data) : ucs2_text(data);
-        break;
+        case binary:
+            text = hex_text(data);
+            return true;
+        case bcd_plus:
+            text = bcd_plus_text(data);
+            break;
+        case six_bit_ascii:
+            text = six_bit_text(data);
+            break;
+        default:
+            if (!english && data.size() % 2 != 0) return false;
+            text = english ? latin1_text(data) : ucs2_text(data);
+            break;
     }
     trim(text);
     return true;
 }
 
-bool latin1_from_utf8(std::string_view utf8, std::string& latin1)
-{
+bool latin1_from_utf8(std::string_view utf8, std::string& latin1) {
     latin1.clear();
     for (std::size_t i = 0; i < utf8.size(); ++i) {
         unsigned char lead = byte_at(utf8, i);
@@ -115,19 +107,14 @@ bool latin1_from_utf8(std::string_view utf8, std::string& latin1)
             latin1 += static_cast<char>(lead);
             continue;
         }
-        if ((lead != 0xC2 && lead != 0xC3) || i + 1 >= utf8.size())
-            return false;
+        if ((lead != 0xC2 && lead != 0xC3) || i + 1 >= utf8.size()) return false;
         unsigned char next = byte_at(utf8, ++i);
-        if ((next & 0xC0) != 0x80)
-            return false;
+        if ((next & 0xC0) != 0x80) return false;
         latin1 += static_cast<char>(((lead & 0x03) << 6) | (next & 0x3F));
     }
     return true;
 }
 
-bool is_english(uint8_t language)
-{
-    return language == 0 || language == 25;
-}
+bool is_english(uint8_t language) { return language == 0 || language == 25; }
 
 }  // namespace platform::fru

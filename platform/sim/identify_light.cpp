@@ -4,10 +4,8 @@
 
 namespace {
 
-int set_identify_light(uint8_t mode)
-{
-    if (!at_p_St_GlobalVar)
-        return PLT_ERR_STATE;
+int set_identify_light(uint8_t mode) {
+    if (!at_p_St_GlobalVar) return PLT_ERR_STATE;
     if (mode != IDENTIFY_LIGHT_OFF && mode != IDENTIFY_LIGHT_BLINK && mode != IDENTIFY_LIGHT_ON)
         return PLT_ERR_ARGUMENT;
     at_p_St_GlobalVar->identify_blink = mode == IDENTIFY_LIGHT_BLINK ? 1 : 0;
@@ -21,9 +19,7 @@ const St_BoardOperations board_operations = {set_identify_light};
 
 const St_BoardOperations* const board = &board_operations;
 
-extern "C" int PltCHASSIS_Identify(uint8_t mode)
-{
-    if (mode == IDENTIFY_LIGHT_ON)
-        return PLT_ERR_ARGUMENT;
+extern "C" int PltCHASSIS_Identify(uint8_t mode) {
+    if (mode == IDENTIFY_LIGHT_ON) return PLT_ERR_ARGUMENT;
     return set_identify_light(mode);
 }

@@ -12,13 +12,12 @@ namespace platform::sim {
 namespace {
 
 constexpr std::string_view scheme = "pbkdf2-sha256";
-constexpr int iterations = 10000;   // modest: the BMC is small
+constexpr int iterations = 10000;  // modest: the BMC is small
 constexpr int max_iterations = 1000000;
 constexpr std::size_t salt_size = 16;
 constexpr std::size_t hash_size = 32;
 
-std::string to_hex(const unsigned char* bytes, std::size_t size)
-{
+std::string to_hex(const unsigned char* bytes, std::size_t size) {
     static const char digits[] = "0123456789abcdef";
     std::string text;
     text.reserve(2 * size);
@@ -29,41 +28,33 @@ std::string to_hex(const unsigned char* bytes, std::size_t size)
     return text;
 }
 
-int hex_digit(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
+int hex_digit(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
     return -1;
 }
 
 template <std::size_t N>
-bool from_hex(std::string_view text, std::array<unsigned char, N>& bytes)
-{
-    if (text.size() != 2 * N)
-        return false;
+bool from_hex(std::string_view text, std::array<unsigned char, N>& bytes) {
+    if (text.size() != 2 * N) return false;
     for (std::size_t i = 0; i < N; ++i) {
         int high = hex_digit(text[2 * i]);
         int low = hex_digit(text[2 * i + 1]);
-        if (high < 0 || low < 0)
-            return false;
+        if (high < 0 || low < 0) return false;
         bytes[i] = static_cast<unsigned char>(high << 4 | low);
     }
     return true;
 }
 
 bool derive(std::string_view secret, const unsigned char* salt, int rounds,
-            std::array<unsigned char, hash_size>& hash)
-{
+            std::array<unsigned char, hash_size>& hash) {
     return PKCS5_PBKDF2_HMAC(secret.data(), static_cast<int>(secret.size()), salt,
                              static_cast<int>(salt_size), rounds, EVP_sha256(),
                              static_cast<int>(hash_size), hash.data()) == 1;
 }
 
 // Cuts the next '$'-separated field off text.
-std::string_view next_field(std::string_view& text)
-{
+std::string_view next_field(std::string_view& text) {
     auto end = text.find('$');
     std::string_view field = text.substr(0, end);
     text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
@@ -72,22 +63,19 @@ std::string_view next_field(std::string_view& text)
 
 }  // namespace
 
-std::string hash_secret(std::string_view secret)
-{
+std::string hash_secret(std::string_view secret) {
     std::array<unsigned char, salt_size> salt;
     std::array<unsigned char, hash_size> hash;
     if (RAND_bytes(salt.data(), static_cast<int>(salt.size())) != 1 ||
         !derive(secret, salt.data(), iterations, hash))
         return {};
-    return std::string(scheme) + '$' + std::to_string(iterations) + '$' + to_hex(salt.data(), salt.size()) +
-           '$' + to_hex(hash.data(), hash.size());
+    return std::string(scheme) + '$' + std::to_string(iterations) + '$' +
+           to_hex(salt.data(), salt.size()) + '$' + to_hex(hash.data(), hash.size());
 }
 
-bool verify_secret(std::string_view stored, std::string_view secret)
-{
+bool verify_secret(std::string_view stored, std::string_view secret) {
     std::string_view rest = stored;
-    if (next_field(rest) != scheme)
-        return false;
+    if (next_field(rest) != scheme) return false;
     std::string_view count = next_field(rest);
     int rounds = 0;
     auto [end, error] = std::from_chars(count.data(), count.data() + count.size(), rounds);
@@ -97,22 +85,19 @@ bool verify_secret(std::string_view stored, std::string_view secret)
     std::array<unsigned char, salt_size> salt;
     std::array<unsigned char, hash_size> expected;
     std::array<unsigned char, hash_size> actual;
-    if (!from_hex(next_field(rest), salt))
-        return false;
+    if (!from_hex(next_field(rest), salt)) return false;
     std::string_view hash_text = next_field(rest);
-    if (!rest.empty() || !from_hex(hash_text, expected) || !derive(secret, salt.data(), rounds, actual))
+    if (!rest.empty() || !from_hex(hash_text, expected) ||
+        !derive(secret, salt.data(), rounds, actual))
         return false;
     return CRYPTO_memcmp(expected.data(), actual.data(), hash_size) == 0;
 }
 
-unsigned random_key()
-{
+unsigned random_key() {
     for (int attempt = 0; attempt < 8; ++attempt) {
         uint32_t key = 0;
-        if (RAND_bytes(reinterpret_cast<unsigned char*>(&key), sizeof key) != 1)
-            return 0;
-        if (key != 0)
-            return key;
+        if (RAND_bytes(reinterpret_cast<unsigned char*>(&key), sizeof key) != 1) return 0;
+        if (key != 0) return key;
     }
     return 0;
 }

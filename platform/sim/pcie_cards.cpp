@@ -15,10 +15,8 @@ constexpr card_sensor card_sensors[] = {
 
 }  // namespace
 
-extern "C" int PcieCardGetChip(uint8_t sensor_number, int* card_index)
-{
-    if (!card_index)
-        return PLT_ERR_ARGUMENT;
+extern "C" int PcieCardGetChip(uint8_t sensor_number, int* card_index) {
+    if (!card_index) return PLT_ERR_ARGUMENT;
     for (const card_sensor& each : card_sensors) {
         const St_SensorData* record = platform::find_sensor_by_name(each.sensor_name);
         if (record && record->sensor_number == sensor_number) {

@@ -46,14 +46,12 @@ struct power_metrics {
     uint32_t samples;
 };
 
-power_metrics load_metrics(const pt::ptree& state)
-{
+power_metrics load_metrics(const pt::ptree& state) {
     return {state.get("Metrics.MinWatts", 250u), state.get("Metrics.MaxWatts", 340u),
             state.get("Metrics.AverageWatts", 280u), state.get("Metrics.Samples", 60u)};
 }
 
-void store_sample(pt::ptree& state, uint32_t watts)
-{
+void store_sample(pt::ptree& state, uint32_t watts) {
     power_metrics metrics = load_metrics(state);
     uint64_t total = uint64_t{metrics.average_watts} * metrics.samples + watts;
     state.put("Control.ConsumedWatts", watts);
@@ -68,11 +66,12 @@ struct supply_state {
     uint8_t bits = 0;
 
     bool present() const { return bits & PS_STATE_PRESENT; }
-    bool working() const { return present() && (bits & (PS_STATE_FAILED | PS_STATE_INPUT_LOST)) == 0; }
+    bool working() const {
+        return present() && (bits & (PS_STATE_FAILED | PS_STATE_INPUT_LOST)) == 0;
+    }
 };
 
-supply_state read_supply(int bay)
-{
+supply_state read_supply(int bay) {
     supply_state state;
     const St_SensorData* record = platform::find_sensor_by_name(bays[bay - 1].status_sensor);
     if (record && UtilGetSensorReading(record->sensor_number, &state.bits) == PLT_OK)
@@ -80,29 +79,23 @@ supply_state read_supply(int bay)
     return state;
 }
 
-uint32_t working_supplies()
-{
+uint32_t working_supplies() {
     uint32_t count = 0;
-    for (int bay = 1; bay <= PSU_BAYS_MAX; ++bay)
-        count += read_supply(bay).working() ? 1 : 0;
+    for (int bay = 1; bay <= PSU_BAYS_MAX; ++bay) count += read_supply(bay).working() ? 1 : 0;
     return count;
 }
 
-uint32_t consumed_watts(const pt::ptree& state)
-{
-    if (PltCHASSIS_PowerStatus() != 1)
-        return standby_watts;
+uint32_t consumed_watts(const pt::ptree& state) {
+    if (PltCHASSIS_PowerStatus() != 1) return standby_watts;
     return state.get("Control.ConsumedWatts", default_consumed_watts);
 }
 
-void copy_text(char* field, const char* text)
-{
+void copy_text(char* field, const char* text) {
     std::strncpy(field, text, PSU_TEXT_SIZE - 1);
     field[PSU_TEXT_SIZE - 1] = '\0';
 }
 
-void fill_supply_details(St_PowerSupplyInfo& info, int bay)
-{
+void fill_supply_details(St_PowerSupplyInfo& info, int bay) {
     copy_text(info.model, "TW-PSU-1600AC");
     copy_text(info.firmware_version, "1.04.2");
     copy_text(info.serial_number, bays[bay - 1].serial_number);
@@ -116,21 +109,16 @@ void fill_supply_details(St_PowerSupplyInfo& info, int bay)
 
 namespace platform {
 
-std::string power_state_file()
-{
-    return bmc_path("/var/bmc/power.ini");
-}
+std::string power_state_file() { return bmc_path("/var/bmc/power.ini"); }
 
-bool set_consumed_watts(uint32_t watts)
-{
+bool set_consumed_watts(uint32_t watts) {
     return sim::update_state_ini(power_state_file(), [&](pt::ptree& state) {
         store_sample(state, watts);
         return true;
     });
 }
 
-bool set_power_limit(uint32_t watts, uint8_t exception)
-{
+bool set_power_limit(uint32_t watts, uint8_t exception) {
     return sim::update_state_ini(power_state_file(), [&](pt::ptree& state) {
         state.put("Control.LimitWatts", watts);
         state.put("Control.LimitException", static_cast<unsigned>(exception));
@@ -140,10 +128,8 @@ bool set_power_limit(uint32_t watts, uint8_t exception)
 
 }  // namespace platform
 
-extern "C" int PltPSU_GetPowerControl(St_PowerControl* control)
-{
-    if (!control)
-        return PLT_ERR_ARGUMENT;
+extern "C" int PltPSU_GetPowerControl(St_PowerControl* control) {
+    if (!control) return PLT_ERR_ARGUMENT;
     pt::ptree state = platform::sim::read_state_ini(platform::power_state_file());
     St_PowerControl figures{};
     figures.consumed_watts = consumed_watts(state);
@@ -164,17 +150,11 @@ extern "C" int PltPSU_GetPowerControl(St_PowerControl* control)
     return PLT_OK;
 }
 
-extern "C" int PltPSU_GetBayCount(void)
-{
-    return PSU_BAYS_MAX;
-}
+extern "C" int PltPSU_GetBayCount(void) { return PSU_BAYS_MAX; }
 
-extern "C" int PltPSU_GetBayInfo(int bay, St_PowerSupplyInfo* info)
-{
-    if (!info)
-        return PLT_ERR_ARGUMENT;
-    if (bay < 1 || bay > PSU_BAYS_MAX)
-        return PLT_ERR_NOT_FOUND;
+extern "C" int PltPSU_GetBayInfo(int bay, St_PowerSupplyInfo* info) {
+    if (!info) return PLT_ERR_ARGUMENT;
+    if (bay < 1 || bay > PSU_BAYS_MAX) return PLT_ERR_NOT_FOUND;
     supply_state supply = read_supply(bay);
     St_PowerSupplyInfo details{};
     details.bay = static_cast<uint8_t>(bay);
@@ -191,16 +171,15 @@ extern "C" int PltPSU_GetBayInfo(int bay, St_PowerSupplyInfo* info)
     }
     if (supply.working()) {
         pt::ptree state = platform::sim::read_state_ini(platform::power_state_file());
-        details.last_output_watts = static_cast<uint16_t>(consumed_watts(state) / working_supplies());
+        details.last_output_watts =
+            static_cast<uint16_t>(consumed_watts(state) / working_supplies());
     }
     *info = details;
     return PLT_OK;
 }
 
-extern "C" int PltPSU_GetRedundancy(St_PowerRedundancy* redundancy)
-{
-    if (!redundancy)
-        return PLT_ERR_ARGUMENT;
+extern "C" int PltPSU_GetRedundancy(St_PowerRedundancy* redundancy) {
+    if (!redundancy) return PLT_ERR_ARGUMENT;
     uint32_t working = working_supplies();
     St_PowerRedundancy group{};
     group.max_supported = PSU_BAYS_MAX;

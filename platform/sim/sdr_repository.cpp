@@ -36,25 +36,21 @@ constexpr uint8_t all_lower =
 constexpr uint8_t all_upper =
     THRESHOLD_UPPER_NON_CRITICAL | THRESHOLD_UPPER_CRITICAL | THRESHOLD_UPPER_NON_RECOVERABLE;
 
-constexpr limits upper(double non_critical, double critical, double non_recoverable)
-{
+constexpr limits upper(double non_critical, double critical, double non_recoverable) {
     return {all_upper, 0, 0, 0, non_critical, critical, non_recoverable};
 }
 
-constexpr limits lower(double non_recoverable, double critical, double non_critical)
-{
+constexpr limits lower(double non_recoverable, double critical, double non_critical) {
     return {all_lower, non_recoverable, critical, non_critical, 0, 0, 0};
 }
 
-constexpr limits both(limits low, limits high)
-{
-    return {all_lower | all_upper,
-            low.lower_non_recoverable, low.lower_critical, low.lower_non_critical,
-            high.upper_non_critical, high.upper_critical, high.upper_non_recoverable};
+constexpr limits both(limits low, limits high) {
+    return {all_lower | all_upper,     low.lower_non_recoverable, low.lower_critical,
+            low.lower_non_critical,    high.upper_non_critical,   high.upper_critical,
+            high.upper_non_recoverable};
 }
 
-constexpr St_SensorData named(identity id, uint8_t record_type, uint8_t reading_type)
-{
+constexpr St_SensorData named(identity id, uint8_t record_type, uint8_t reading_type) {
     St_SensorData record{};
     record.record_type = record_type;
     record.sensor_number = id.number;
@@ -72,8 +68,8 @@ constexpr St_SensorData named(identity id, uint8_t record_type, uint8_t reading_
     return record;
 }
 
-constexpr St_SensorData threshold_sensor(identity id, scale factors, double nominal, limits bounds)
-{
+constexpr St_SensorData threshold_sensor(identity id, scale factors, double nominal,
+                                         limits bounds) {
     St_SensorData record = named(id, SDR_FULL_SENSOR, READING_TYPE_THRESHOLD);
     record.unit = factors.unit;
     record.analog_format = factors.format;
@@ -96,8 +92,7 @@ constexpr St_SensorData threshold_sensor(identity id, scale factors, double nomi
     return record;
 }
 
-constexpr St_SensorData state_sensor(identity id, uint8_t nominal_state)
-{
+constexpr St_SensorData state_sensor(identity id, uint8_t nominal_state) {
     St_SensorData record = named(id, SDR_COMPACT_SENSOR, READING_TYPE_SENSOR_SPECIFIC);
     record.nominal_reading = nominal_state;
     return record;
@@ -109,25 +104,21 @@ constexpr uint8_t standby = 0;
 constexpr scale celsius{SENSOR_UNIT_DEGREES_C, ANALOG_TWOS_COMPLEMENT, 1, 0, 0, 0};
 constexpr scale rpm{SENSOR_UNIT_RPM, ANALOG_UNSIGNED, 100, 0, 0, 0};
 
-constexpr scale volts(int16_t m, int16_t b, int8_t k1, int8_t k2)
-{
+constexpr scale volts(int16_t m, int16_t b, int8_t k1, int8_t k2) {
     return {SENSOR_UNIT_VOLTS, ANALOG_UNSIGNED, m, b, k1, k2};
 }
 
 constexpr identity temperature(uint8_t number, const char* name, uint8_t entity, uint8_t instance,
-                               uint8_t flags)
-{
+                               uint8_t flags) {
     return {number, name, SENSOR_TYPE_TEMPERATURE, entity, instance, flags};
 }
 
-constexpr identity fan(uint8_t number, const char* name, uint8_t instance)
-{
+constexpr identity fan(uint8_t number, const char* name, uint8_t instance) {
     return {number, name, SENSOR_TYPE_FAN, ENTITY_FAN, instance, host};
 }
 
 constexpr identity voltage(uint8_t number, const char* name, uint8_t entity, uint8_t instance,
-                           uint8_t flags)
-{
+                           uint8_t flags) {
     return {number, name, SENSOR_TYPE_VOLTAGE, entity, instance, flags};
 }
 
@@ -144,8 +135,10 @@ constexpr scale dimm_rail = volts(4, 5, 2, -3);
 }  // namespace
 
 extern "C" const St_SensorData at_St_SensorData[] = {
-    threshold_sensor(temperature(0x01, "CPU1 Temp", ENTITY_PROCESSOR, 1, host), celsius, 45, cpu_temperature),
-    threshold_sensor(temperature(0x02, "CPU2 Temp", ENTITY_PROCESSOR, 2, host), celsius, 47, cpu_temperature),
+    threshold_sensor(temperature(0x01, "CPU1 Temp", ENTITY_PROCESSOR, 1, host), celsius, 45,
+                     cpu_temperature),
+    threshold_sensor(temperature(0x02, "CPU2 Temp", ENTITY_PROCESSOR, 2, host), celsius, 47,
+                     cpu_temperature),
     threshold_sensor(temperature(0x03, "PCH Temp", ENTITY_SYSTEM_BOARD, 1, standby), celsius, 48,
                      upper(90, 95, 100)),
     threshold_sensor(temperature(0x04, "System Temp", ENTITY_SYSTEM_BOARD, 1, standby), celsius, 32,
@@ -156,14 +149,14 @@ extern "C" const St_SensorData at_St_SensorData[] = {
                      upper(95, 100, 105)),
     threshold_sensor(temperature(0x07, "HDD Temp", ENTITY_DISK_BAY, 1, host), celsius, 35,
                      upper(55, 60, 65)),
-    threshold_sensor(temperature(0x10, "CPU1_DIMM_A1 Temp", ENTITY_MEMORY_DEVICE, 1, host), celsius, 38,
-                     dimm_temperature),
-    threshold_sensor(temperature(0x11, "CPU1_DIMM_B1 Temp", ENTITY_MEMORY_DEVICE, 2, host), celsius, 39,
-                     dimm_temperature),
-    threshold_sensor(temperature(0x12, "CPU2_DIMM_A1 Temp", ENTITY_MEMORY_DEVICE, 3, host), celsius, 40,
-                     dimm_temperature),
-    threshold_sensor(temperature(0x13, "CPU2_DIMM_B1 Temp", ENTITY_MEMORY_DEVICE, 4, host), celsius, 38,
-                     dimm_temperature),
+    threshold_sensor(temperature(0x10, "CPU1_DIMM_A1 Temp", ENTITY_MEMORY_DEVICE, 1, host), celsius,
+                     38, dimm_temperature),
+    threshold_sensor(temperature(0x11, "CPU1_DIMM_B1 Temp", ENTITY_MEMORY_DEVICE, 2, host), celsius,
+                     39, dimm_temperature),
+    threshold_sensor(temperature(0x12, "CPU2_DIMM_A1 Temp", ENTITY_MEMORY_DEVICE, 3, host), celsius,
+                     40, dimm_temperature),
+    threshold_sensor(temperature(0x13, "CPU2_DIMM_B1 Temp", ENTITY_MEMORY_DEVICE, 4, host), celsius,
+                     38, dimm_temperature),
     threshold_sensor(fan(0x41, "FAN1", 1), rpm, 5600, fan_speed),
     threshold_sensor(fan(0x42, "FAN2", 2), rpm, 5700, fan_speed),
     threshold_sensor(fan(0x43, "FAN3", 3), rpm, 5500, fan_speed),
@@ -188,20 +181,17 @@ extern "C" const St_SensorData at_St_SensorData[] = {
                  PS_STATE_PRESENT),
     state_sensor({0xC9, "PS2 Status", SENSOR_TYPE_POWER_SUPPLY, ENTITY_POWER_SUPPLY, 2, standby},
                  PS_STATE_PRESENT),
-    state_sensor({0xAA, "Hardware Intrusion", SENSOR_TYPE_PHYSICAL_SECURITY, ENTITY_SYSTEM_CHASSIS, 1,
-                  standby}, 0),
+    state_sensor({0xAA, "Hardware Intrusion", SENSOR_TYPE_PHYSICAL_SECURITY, ENTITY_SYSTEM_CHASSIS,
+                  1, standby},
+                 0),
     state_sensor({0xAB, "Memory ECC", SENSOR_TYPE_MEMORY, ENTITY_MEMORY_DEVICE, 1, host}, 0),
 };
 
 namespace platform {
 
-std::size_t sdr_record_count()
-{
-    return sizeof at_St_SensorData / sizeof at_St_SensorData[0];
-}
+std::size_t sdr_record_count() { return sizeof at_St_SensorData / sizeof at_St_SensorData[0]; }
 
-const St_SensorData* find_sensor_by_name(std::string_view name)
-{
+const St_SensorData* find_sensor_by_name(std::string_view name) {
     for (std::size_t i = 0; i < sdr_record_count(); ++i)
         if (name == std::string_view(at_St_SensorData[i].id_string, at_St_SensorData[i].id_length))
             return &at_St_SensorData[i];
@@ -210,10 +200,8 @@ const St_SensorData* find_sensor_by_name(std::string_view name)
 
 }  // namespace platform
 
-extern "C" const St_SensorData* SensorFindRecord(uint8_t sensor_number)
-{
+extern "C" const St_SensorData* SensorFindRecord(uint8_t sensor_number) {
     for (std::size_t i = 0; i < platform::sdr_record_count(); ++i)
-        if (at_St_SensorData[i].sensor_number == sensor_number)
-            return &at_St_SensorData[i];
+        if (at_St_SensorData[i].sensor_number == sensor_number) return &at_St_SensorData[i];
     return nullptr;
 }

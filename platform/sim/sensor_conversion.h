@@ -10,24 +10,20 @@ namespace platform::sim {
 
 // value * 10^exponent, dividing for negative exponents so that 1200 * 10^-3
 // gives the double nearest 1.2.
-constexpr double scale_by_ten(double value, int exponent)
-{
+constexpr double scale_by_ten(double value, int exponent) {
     int steps = exponent < 0 ? -exponent : exponent;
     double factor = 1;
-    for (int i = 0; i < steps && i < 64; ++i)
-        factor *= 10;
+    for (int i = 0; i < steps && i < 64; ++i) factor *= 10;
     return exponent < 0 ? value / factor : value * factor;
 }
 
-constexpr double linear_value(int raw, int m, int b, int k1, int k2)
-{
+constexpr double linear_value(int raw, int m, int b, int k1, int k2) {
     return scale_by_ten(m * static_cast<double>(raw) + scale_by_ten(b, k1), k2);
 }
 
 // The raw value whose conversion comes nearest to value, within the
 // record's raw format (0..255, or -128..127 as two's complement).
-constexpr uint8_t nearest_raw(const St_SensorData& record, double value)
-{
+constexpr uint8_t nearest_raw(const St_SensorData& record, double value) {
     bool is_signed = record.analog_format == ANALOG_TWOS_COMPLEMENT;
     double low = is_signed ? -128 : 0;
     double high = is_signed ? 127 : 255;

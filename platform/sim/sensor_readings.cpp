@@ -12,8 +12,7 @@ namespace {
 
 constexpr const char* section = "Readings";
 
-bool parse_byte(const std::string& text, unsigned long& value)
-{
+bool parse_byte(const std::string& text, unsigned long& value) {
     std::size_t used = 0;
     try {
         value = std::stoul(text, &used, 10);
@@ -25,18 +24,13 @@ bool parse_byte(const std::string& text, unsigned long& value)
 
 }  // namespace
 
-std::string sensor_readings_file()
-{
-    return bmc_path("/var/bmc/sensors.ini");
-}
+std::string sensor_readings_file() { return bmc_path("/var/bmc/sensors.ini"); }
 
-std::map<uint8_t, uint8_t> stored_sensor_readings()
-{
+std::map<uint8_t, uint8_t> stored_sensor_readings() {
     std::map<uint8_t, uint8_t> readings;
     pt::ptree tree = sim::read_state_ini(sensor_readings_file());
     auto entries = tree.get_child_optional(section);
-    if (!entries)
-        return readings;
+    if (!entries) return readings;
     for (const auto& [key, value] : *entries) {
         unsigned long number = 0;
         unsigned long raw = 0;
@@ -46,30 +40,27 @@ std::map<uint8_t, uint8_t> stored_sensor_readings()
     return readings;
 }
 
-uint8_t raw_reading(const St_SensorData& record, const std::map<uint8_t, uint8_t>& stored)
-{
+uint8_t raw_reading(const St_SensorData& record, const std::map<uint8_t, uint8_t>& stored) {
     auto found = stored.find(record.sensor_number);
     return found == stored.end() ? record.nominal_reading : found->second;
 }
 
-bool set_raw_reading(uint8_t sensor_number, uint8_t raw)
-{
+bool set_raw_reading(uint8_t sensor_number, uint8_t raw) {
     return sim::update_state_ini(sensor_readings_file(), [&](pt::ptree& tree) {
-        tree.put(std::string(section) + '.' + std::to_string(sensor_number), static_cast<unsigned>(raw));
+        tree.put(std::string(section) + '.' + std::to_string(sensor_number),
+                 static_cast<unsigned>(raw));
         return true;
     });
 }
 
-bool clear_raw_reading(uint8_t sensor_number)
-{
+bool clear_raw_reading(uint8_t sensor_number) {
     return sim::update_state_ini(sensor_readings_file(), [&](pt::ptree& tree) {
         auto entries = tree.get_child_optional(section);
         return entries && entries->erase(std::to_string(sensor_number)) > 0;
     });
 }
 
-bool clear_raw_readings()
-{
+bool clear_raw_readings() {
     return sim::update_state_ini(sensor_readings_file(), [](pt::ptree& tree) {
         tree.erase(section);
         return true;
@@ -78,10 +69,8 @@ bool clear_raw_readings()
 
 }  // namespace platform
 
-extern "C" int UtilRearmSensorEvents(uint8_t sensor_number)
-{
+extern "C" int UtilRearmSensorEvents(uint8_t sensor_number) {
     const St_SensorData* record = SensorFindRecord(sensor_number);
-    if (!record || record->reading_type == READING_TYPE_THRESHOLD)
-        return PLT_ERR_NOT_FOUND;
+    if (!record || record->reading_type == READING_TYPE_THRESHOLD) return PLT_ERR_NOT_FOUND;
     return platform::clear_raw_reading(sensor_number) ? PLT_OK : PLT_ERR_IO;
 }

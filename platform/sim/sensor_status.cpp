@@ -51,68 +51,54 @@ struct sensor_snapshot {
     bool host_on = PltCHASSIS_PowerStatus() == 1;
 };
 
-bool is_threshold_sensor(const St_SensorData& record)
-{
+bool is_threshold_sensor(const St_SensorData& record) {
     return record.reading_type == READING_TYPE_THRESHOLD;
 }
 
-bool has_reading(const St_SensorData& record, const sensor_snapshot& snapshot)
-{
+bool has_reading(const St_SensorData& record, const sensor_snapshot& snapshot) {
     return (record.flags & SDR_FLAG_HOST_POWERED) == 0 || snapshot.host_on;
 }
 
-int crossed_thresholds(const St_SensorData& record, uint8_t raw)
-{
+int crossed_thresholds(const St_SensorData& record, uint8_t raw) {
     double value = SensorRawToValue(&record, raw);
     int bits = 0;
     for (const threshold_check& check : threshold_checks) {
-        if ((record.thresholds.readable & check.bit) == 0)
-            continue;
+        if ((record.thresholds.readable & check.bit) == 0) continue;
         double limit = SensorRawToValue(&record, record.thresholds.*check.limit);
-        if (check.upper ? value >= limit : value <= limit)
-            bits |= check.bit;
+        if (check.upper ? value >= limit : value <= limit) bits |= check.bit;
     }
     return bits;
 }
 
-int threshold_health(int crossed)
-{
-    if (crossed & critical_thresholds)
-        return SENSOR_HEALTH_CRITICAL;
+int threshold_health(int crossed) {
+    if (crossed & critical_thresholds) return SENSOR_HEALTH_CRITICAL;
     return crossed & warning_thresholds ? SENSOR_HEALTH_WARNING : SENSOR_HEALTH_OK;
 }
 
-int discrete_health(const St_SensorData& record, uint8_t state)
-{
+int discrete_health(const St_SensorData& record, uint8_t state) {
     for (const discrete_severity& severity : discrete_severities) {
-        if (severity.sensor_type != record.sensor_type)
-            continue;
+        if (severity.sensor_type != record.sensor_type) continue;
         if (severity.presence_bit != 0 && (state & severity.presence_bit) == 0)
             return SENSOR_HEALTH_UNAVAILABLE;
-        if (state & severity.critical_bits)
-            return SENSOR_HEALTH_CRITICAL;
+        if (state & severity.critical_bits) return SENSOR_HEALTH_CRITICAL;
         return state & severity.warning_bits ? SENSOR_HEALTH_WARNING : SENSOR_HEALTH_OK;
     }
     return SENSOR_HEALTH_OK;
 }
 
-int state_bits(const St_SensorData& record, uint8_t raw)
-{
+int state_bits(const St_SensorData& record, uint8_t raw) {
     return is_threshold_sensor(record) ? crossed_thresholds(record, raw) : raw;
 }
 
-int sensor_health(const St_SensorData& record, const sensor_snapshot& snapshot)
-{
-    if (!has_reading(record, snapshot))
-        return SENSOR_HEALTH_UNAVAILABLE;
+int sensor_health(const St_SensorData& record, const sensor_snapshot& snapshot) {
+    if (!has_reading(record, snapshot)) return SENSOR_HEALTH_UNAVAILABLE;
     uint8_t raw = platform::raw_reading(record, snapshot.stored);
     return is_threshold_sensor(record) ? threshold_health(crossed_thresholds(record, raw))
                                        : discrete_health(record, raw);
 }
 
 // The worst health of the chosen sensors; no reading counts as OK.
-int worst_health(bool (*chosen)(const St_SensorData&))
-{
+int worst_health(bool (*chosen)(const St_SensorData&)) {
     sensor_snapshot snapshot;
     int worst = SENSOR_HEALTH_OK;
     for (std::size_t i = 0; i < platform::sdr_record_count(); ++i) {
@@ -125,75 +111,50 @@ int worst_health(bool (*chosen)(const St_SensorData&))
     return worst;
 }
 
-bool any_sensor(const St_SensorData&)
-{
-    return true;
-}
+bool any_sensor(const St_SensorData&) { return true; }
 
-bool memory_sensor(const St_SensorData& record)
-{
+bool memory_sensor(const St_SensorData& record) {
     return record.entity_id == ENTITY_MEMORY_DEVICE &&
-           (record.sensor_type == SENSOR_TYPE_MEMORY || record.sensor_type == SENSOR_TYPE_TEMPERATURE);
+           (record.sensor_type == SENSOR_TYPE_MEMORY ||
+            record.sensor_type == SENSOR_TYPE_TEMPERATURE);
 }
 
-bool memory_state_sensor(const St_SensorData& record)
-{
+bool memory_state_sensor(const St_SensorData& record) {
     return record.sensor_type == SENSOR_TYPE_MEMORY;
 }
 
 }  // namespace
 
-extern "C" int UtilGetSensorReading(uint8_t sensor_number, uint8_t* raw)
-{
-    if (!raw)
-        return PLT_ERR_ARGUMENT;
+extern "C" int UtilGetSensorReading(uint8_t sensor_number, uint8_t* raw) {
+    if (!raw) return PLT_ERR_ARGUMENT;
     const St_SensorData* record = SensorFindRecord(sensor_number);
-    if (!record)
-        return PLT_ERR_NOT_FOUND;
+    if (!record) return PLT_ERR_NOT_FOUND;
     sensor_snapshot snapshot;
-    if (!has_reading(*record, snapshot))
-        return PLT_ERR_UNAVAILABLE;
+    if (!has_reading(*record, snapshot)) return PLT_ERR_UNAVAILABLE;
     *raw = platform::raw_reading(*record, snapshot.stored);
     return PLT_OK;
 }
 
-extern "C" int UtilGetSensorThreshold(uint8_t sensor_number, St_SensorThresholds* thresholds)
-{
-    if (!thresholds)
-        return PLT_ERR_ARGUMENT;
+extern "C" int UtilGetSensorThreshold(uint8_t sensor_number, St_SensorThresholds* thresholds) {
+    if (!thresholds) return PLT_ERR_ARGUMENT;
     const St_SensorData* record = SensorFindRecord(sensor_number);
-    if (!record || !is_threshold_sensor(*record))
-        return PLT_ERR_NOT_FOUND;
+    if (!record || !is_threshold_sensor(*record)) return PLT_ERR_NOT_FOUND;
     *thresholds = record->thresholds;
     return PLT_OK;
 }
 
-extern "C" int UtilGetSensorCurrStatus(uint8_t sensor_number, int form)
-{
+extern "C" int UtilGetSensorCurrStatus(uint8_t sensor_number, int form) {
     const St_SensorData* record = SensorFindRecord(sensor_number);
-    if (!record)
-        return PLT_ERR_NOT_FOUND;
+    if (!record) return PLT_ERR_NOT_FOUND;
     sensor_snapshot snapshot;
-    if (form == SENSOR_STATUS_HEALTH)
-        return sensor_health(*record, snapshot);
-    if (form != SENSOR_STATUS_STATE_BITS)
-        return PLT_ERR_ARGUMENT;
-    if (!has_reading(*record, snapshot))
-        return PLT_ERR_UNAVAILABLE;
+    if (form == SENSOR_STATUS_HEALTH) return sensor_health(*record, snapshot);
+    if (form != SENSOR_STATUS_STATE_BITS) return PLT_ERR_ARGUMENT;
+    if (!has_reading(*record, snapshot)) return PLT_ERR_UNAVAILABLE;
     return state_bits(*record, platform::raw_reading(*record, snapshot.stored));
 }
 
-extern "C" int UtilGetSensorTotalStatus(void)
-{
-    return worst_health(any_sensor);
-}
+extern "C" int UtilGetSensorTotalStatus(void) { return worst_health(any_sensor); }
 
-extern "C" int UtilCheckAllMemHealthAndTemp(void)
-{
-    return worst_health(memory_sensor);
-}
+extern "C" int UtilCheckAllMemHealthAndTemp(void) { return worst_health(memory_sensor); }
 
-extern "C" int UtilCheckAllMemHealth(void)
-{
-    return worst_health(memory_state_sensor);
-}
+extern "C" int UtilCheckAllMemHealth(void) { return worst_health(memory_state_sensor); }

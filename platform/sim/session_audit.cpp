@@ -18,19 +18,17 @@
 
 namespace {
 
-std::string printable(const char* text)
-{
+std::string printable(const char* text) {
     std::string result = text ? text : "";
     for (char& c : result)
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
-            c = '?';
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = '?';
     return result;
 }
 
 // Whether the regular file at path holds a session record of user.
-bool record_names(const std::string& path, const std::string& user)
-{
-    platform::sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+bool record_names(const std::string& path, const std::string& user) {
+    platform::sim::unique_fd fd(
+        ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
     struct stat status;
     if (!fd.valid() || ::fstat(fd.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
         status.st_size < static_cast<off_t>(sizeof(St_RedfishSession)))
@@ -46,40 +44,33 @@ bool record_names(const std::string& path, const std::string& user)
 
 namespace platform {
 
-std::string session_audit_file()
-{
-    return bmc_path("/var/log/session_audit.log");
-}
+std::string session_audit_file() { return bmc_path("/var/log/session_audit.log"); }
 
 }  // namespace platform
 
-extern "C" int UtilSessionAduit(const char* name, const char* client_ip, int login)
-{
+extern "C" int UtilSessionAduit(const char* name, const char* client_ip, int login) {
     std::string path = platform::session_audit_file();
-    if (!platform::sim::make_parent_dirs(path))
-        return -1;
-    platform::sim::unique_fd fd(::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600));
-    if (!fd.valid())
-        return -1;
+    if (!platform::sim::make_parent_dirs(path)) return -1;
+    platform::sim::unique_fd fd(
+        ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600));
+    if (!fd.valid()) return -1;
     platform::sim::file_lock lock(fd.get(), LOCK_EX);
-    std::string line = std::to_string(lx_time_get()) + (login ? " login" : " logout") + " user=" +
-                       printable(name) + " address=" + printable(client_ip) + '\n';
+    std::string line = std::to_string(lx_time_get()) + (login ? " login" : " logout") +
+                       " user=" + printable(name) + " address=" + printable(client_ip) + '\n';
     return lock.locked() && platform::sim::write_all(fd.get(), line.data(), line.size()) ? 0 : -1;
 }
 
 // Some record <root>/tmp/redfish_* names the slot's user (the records are
 // read; their file names prove nothing).
-extern "C" int UtilIsUserActivateSession(int slot)
-{
+extern "C" int UtilIsUserActivateSession(int slot) {
     std::string user = platform::user_slot_name(slot);
-    if (user.empty())
-        return 0;
+    if (user.empty()) return 0;
     std::string directory = platform::bmc_path("/tmp");
     std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(directory.c_str()), ::closedir);
-    if (!listing)
-        return 0;
+    if (!listing) return 0;
     while (const dirent* entry = ::readdir(listing.get())) {
-        if (std::strncmp(entry->d_name, "redfish_", 8) == 0 && record_names(directory + '/' + entry->d_name, user))
+        if (std::strncmp(entry->d_name, "redfish_", 8) == 0 &&
+            record_names(directory + '/' + entry->d_name, user))
             return 1;
     }
     return 0;

@@ -31,14 +31,12 @@ struct shared_block {
 
 shared_block* attached = nullptr;
 
-void copy_text(char* field, std::size_t size, const char* text)
-{
+void copy_text(char* field, std::size_t size, const char* text) {
     std::strncpy(field, text, size - 1);
     field[size - 1] = '\0';
 }
 
-St_GlobalVar default_global()
-{
+St_GlobalVar default_global() {
     St_GlobalVar global{};
     global.layout_magic = global_layout_magic;
     global.layout_size = sizeof(St_GlobalVar);
@@ -48,40 +46,34 @@ St_GlobalVar default_global()
     return global;
 }
 
-bool layout_matches(int fd)
-{
+bool layout_matches(int fd) {
     struct stat status;
     if (::fstat(fd, &status) != 0 || status.st_size != static_cast<off_t>(sizeof(shared_block)))
         return false;
     uint32_t head[2];
-    if (::pread(fd, head, sizeof head, 0) != static_cast<ssize_t>(sizeof head))
-        return false;
+    if (::pread(fd, head, sizeof head, 0) != static_cast<ssize_t>(sizeof head)) return false;
     return head[0] == global_layout_magic && head[1] == sizeof(St_GlobalVar);
 }
 
 // The magic goes in last, so a writer that dies half-way leaves a block
 // that the next attach initialises again.
-bool initialise(int fd)
-{
+bool initialise(int fd) {
     shared_block block{};
     block.global = default_global();
     block.global.layout_magic = 0;
-    if (::ftruncate(fd, sizeof block) != 0 || !platform::sim::pwrite_all(fd, &block, sizeof block, 0))
+    if (::ftruncate(fd, sizeof block) != 0 ||
+        !platform::sim::pwrite_all(fd, &block, sizeof block, 0))
         return false;
     return platform::sim::pwrite_all(fd, &global_layout_magic, sizeof global_layout_magic,
                                      offsetof(St_GlobalVar, layout_magic));
 }
 
-int open_initialised(const std::string& path)
-{
-    if (!platform::sim::make_parent_dirs(path))
-        return -1;
+int open_initialised(const std::string& path) {
+    if (!platform::sim::make_parent_dirs(path)) return -1;
     int fd = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
-    if (fd < 0)
-        return -1;
+    if (fd < 0) return -1;
     platform::sim::file_lock lock(fd, LOCK_EX);
-    if (lock.locked() && (layout_matches(fd) || initialise(fd)))
-        return fd;
+    if (lock.locked() && (layout_matches(fd) || initialise(fd))) return fd;
     int saved = errno;
     ::close(fd);
     errno = saved;
@@ -92,18 +84,12 @@ int open_initialised(const std::string& path)
 
 namespace platform {
 
-std::string shared_state_file()
-{
-    return bmc_path("/var/bmc/global.bin");
-}
+std::string shared_state_file() { return bmc_path("/var/bmc/global.bin"); }
 
-bool reset_shared_state()
-{
-    if (!attached)
-        return false;
+bool reset_shared_state() {
+    if (!attached) return false;
     sim::unique_fd fd(::open(shared_state_file().c_str(), O_RDWR | O_CLOEXEC));
-    if (!fd.valid())
-        return false;
+    if (!fd.valid()) return false;
     sim::file_lock lock(fd.get(), LOCK_EX);
     St_GlobalVar fresh = default_global();
     fresh.fcgi_mode = attached->global.fcgi_mode;
@@ -113,10 +99,8 @@ bool reset_shared_state()
 
 }  // namespace platform
 
-extern "C" int GlobalParaInit(void)
-{
-    if (attached)
-        return 1;
+extern "C" int GlobalParaInit(void) {
+    if (attached) return 1;
     std::string path = platform::shared_state_file();
     platform::sim::unique_fd fd(open_initialised(path));
     void* mapping = fd.valid() ? ::mmap(nullptr, sizeof(shared_block), PROT_READ | PROT_WRITE,
@@ -134,10 +118,8 @@ extern "C" int GlobalParaInit(void)
     return 1;
 }
 
-extern "C" void GlobalParaFin(void)
-{
-    if (!attached)
-        return;
+extern "C" void GlobalParaFin(void) {
+    if (!attached) return;
     ::munmap(attached, sizeof(shared_block));
     attached = nullptr;
     at_p_St_GlobalVar = nullptr;

@@ -11,40 +11,32 @@
 
 namespace platform::sim {
 
-bool make_parent_dirs(const std::string& path)
-{
+bool make_parent_dirs(const std::string& path) {
     auto parent = std::filesystem::path(path).parent_path();
-    if (parent.empty())
-        return true;
+    if (parent.empty()) return true;
     std::error_code error;
     std::filesystem::create_directories(parent, error);
     return !error && std::filesystem::is_directory(parent, error);
 }
 
-bool write_all(int fd, const void* data, std::size_t size)
-{
+bool write_all(int fd, const void* data, std::size_t size) {
     auto* bytes = static_cast<const char*>(data);
     while (size > 0) {
         ssize_t written = ::write(fd, bytes, size);
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            return false;
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) return false;
         bytes += written;
         size -= static_cast<std::size_t>(written);
     }
     return true;
 }
 
-bool pwrite_all(int fd, const void* data, std::size_t size, off_t offset)
-{
+bool pwrite_all(int fd, const void* data, std::size_t size, off_t offset) {
     auto* bytes = static_cast<const char*>(data);
     while (size > 0) {
         ssize_t written = ::pwrite(fd, bytes, size, offset);
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            return false;
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) return false;
         bytes += written;
         offset += written;
         size -= static_cast<std::size_t>(written);
@@ -52,53 +44,41 @@ bool pwrite_all(int fd, const void* data, std::size_t size, off_t offset)
     return true;
 }
 
-bool read_all(int fd, std::string& text)
-{
+bool read_all(int fd, std::string& text) {
     char buffer[8192];
     for (;;) {
         ssize_t got = ::read(fd, buffer, sizeof buffer);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got < 0)
-            return false;
-        if (got == 0)
-            return true;
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return false;
+        if (got == 0) return true;
         text.append(buffer, static_cast<std::size_t>(got));
     }
 }
 
-bool replace_file(const std::string& path, const std::string& content, mode_t mode)
-{
-    if (!make_parent_dirs(path))
-        return false;
+bool replace_file(const std::string& path, const std::string& content, mode_t mode) {
+    if (!make_parent_dirs(path)) return false;
     std::string temporary = path + ".XXXXXX";
     int fd = ::mkostemp(temporary.data(), O_CLOEXEC);
-    if (fd < 0)
-        return false;
+    if (fd < 0) return false;
     bool written = ::fchmod(fd, mode) == 0 && write_all(fd, content.data(), content.size()) &&
                    ::fsync(fd) == 0;
     written = ::close(fd) == 0 && written;
-    if (written && ::rename(temporary.c_str(), path.c_str()) == 0)
-        return true;
+    if (written && ::rename(temporary.c_str(), path.c_str()) == 0) return true;
     ::unlink(temporary.c_str());
     return false;
 }
 
-bool read_file(const std::string& path, std::string& text)
-{
+bool read_file(const std::string& path, std::string& text) {
     unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     text.clear();
     return fd.valid() && read_all(fd.get(), text);
 }
 
-unique_fd::~unique_fd()
-{
-    if (fd_ >= 0)
-        ::close(fd_);
+unique_fd::~unique_fd() {
+    if (fd_ >= 0) ::close(fd_);
 }
 
-file_lock::file_lock(int fd, int operation) : fd_(fd), locked_(false)
-{
+file_lock::file_lock(int fd, int operation) : fd_(fd), locked_(false) {
     int result;
     do {
         result = ::flock(fd_, operation);
@@ -106,10 +86,8 @@ file_lock::file_lock(int fd, int operation) : fd_(fd), locked_(false)
     locked_ = result == 0;
 }
 
-file_lock::~file_lock()
-{
-    if (locked_)
-        ::flock(fd_, LOCK_UN);
+file_lock::~file_lock() {
+    if (locked_) ::flock(fd_, LOCK_UN);
 }
 
 }  // namespace platform::sim

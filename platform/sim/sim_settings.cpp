@@ -16,12 +16,10 @@ namespace pt = boost::property_tree;
 namespace platform {
 namespace sim {
 
-bool read_ini(const std::string& path, pt::ptree& tree)
-{
+bool read_ini(const std::string& path, pt::ptree& tree) {
     tree.clear();
     std::string text;
-    if (!read_file(path, text))
-        return false;
+    if (!read_file(path, text)) return false;
     std::istringstream stream(text);
     try {
         pt::read_ini(stream, tree);
@@ -33,16 +31,13 @@ bool read_ini(const std::string& path, pt::ptree& tree)
     }
 }
 
-long long ini_number(const std::string& path, const std::string& key, long long fallback)
-{
+long long ini_number(const std::string& path, const std::string& key, long long fallback) {
     pt::ptree tree;
-    if (!read_ini(path, tree))
-        return fallback;
+    if (!read_ini(path, tree)) return fallback;
     return tree.get_optional<long long>(key).value_or(fallback);
 }
 
-bool write_ini(const std::string& path, const pt::ptree& tree, mode_t new_mode)
-{
+bool write_ini(const std::string& path, const pt::ptree& tree, mode_t new_mode) {
     std::ostringstream text;
     try {
         pt::write_ini(text, tree);
@@ -59,51 +54,36 @@ bool write_ini(const std::string& path, const pt::ptree& tree, mode_t new_mode)
 
 namespace {
 
-std::string settings_lock_file()
-{
-    return bmc_path("/var/bmc/settings.lock");
-}
+std::string settings_lock_file() { return bmc_path("/var/bmc/settings.lock"); }
 
 }  // namespace
 
-std::string sim_settings_file()
-{
-    return bmc_path("/var/bmc/settings.ini");
-}
+std::string sim_settings_file() { return bmc_path("/var/bmc/settings.ini"); }
 
-long long sim_setting_number(const std::string& key, long long fallback)
-{
+long long sim_setting_number(const std::string& key, long long fallback) {
     return sim::ini_number(sim_settings_file(), key, fallback);
 }
 
-std::string sim_setting_text(const std::string& key, const std::string& fallback)
-{
+std::string sim_setting_text(const std::string& key, const std::string& fallback) {
     pt::ptree tree;
-    if (!sim::read_ini(sim_settings_file(), tree))
-        return fallback;
+    if (!sim::read_ini(sim_settings_file(), tree)) return fallback;
     return tree.get_optional<std::string>(key).value_or(fallback);
 }
 
-bool update_sim_settings(const std::function<bool(pt::ptree&)>& change)
-{
+bool update_sim_settings(const std::function<bool(pt::ptree&)>& change) {
     std::string lock_path = settings_lock_file();
-    if (!sim::make_parent_dirs(lock_path))
-        return false;
+    if (!sim::make_parent_dirs(lock_path)) return false;
     sim::unique_fd fd(::open(lock_path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-    if (!fd.valid())
-        return false;
+    if (!fd.valid()) return false;
     sim::file_lock lock(fd.get(), LOCK_EX);
-    if (!lock.locked())
-        return false;
+    if (!lock.locked()) return false;
     pt::ptree tree;
     sim::read_ini(sim_settings_file(), tree);
-    if (!change(tree))
-        return false;
+    if (!change(tree)) return false;
     return sim::write_ini(sim_settings_file(), tree, 0600);
 }
 
-bool set_sim_setting(const std::string& key, const std::string& value)
-{
+bool set_sim_setting(const std::string& key, const std::string& value) {
     return update_sim_settings([&](pt::ptree& tree) {
         tree.put(key, value);
         return true;

@@ -8,8 +8,7 @@ namespace {
 constexpr std::size_t uuid_offset = 0x08;
 
 // SMBIOS 2.6 and later store the UUID's first three fields little-endian.
-void format_uuid(const uint8_t (&uuid)[16], char (&text)[37])
-{
+void format_uuid(const uint8_t (&uuid)[16], char (&text)[37]) {
     bool all_zero = true;
     bool all_ones = true;
     for (uint8_t byte : uuid) {
@@ -17,47 +16,41 @@ void format_uuid(const uint8_t (&uuid)[16], char (&text)[37])
         all_ones = all_ones && byte == 0xFF;
     }
     text[0] = '\0';
-    if (all_zero || all_ones)
-        return;
+    if (all_zero || all_ones) return;
     std::snprintf(text, sizeof text,
-                  "%02x%02x%02x%02x-%02x%02x-%02x%02x-%02x%02x-%02x%02x%02x%02x%02x%02x",
-                  uuid[3], uuid[2], uuid[1], uuid[0], uuid[5], uuid[4], uuid[7], uuid[6], uuid[8],
-                  uuid[9], uuid[10], uuid[11], uuid[12], uuid[13], uuid[14], uuid[15]);
+                  "%02x%02x%02x%02x-%02x%02x-%02x%02x-%02x%02x-%02x%02x%02x%02x%02x%02x", uuid[3],
+                  uuid[2], uuid[1], uuid[0], uuid[5], uuid[4], uuid[7], uuid[6], uuid[8], uuid[9],
+                  uuid[10], uuid[11], uuid[12], uuid[13], uuid[14], uuid[15]);
 }
 
 // A count whose 8-bit field reads 0xFF when the 16-bit field holds it.
-uint16_t count(const structure& processor, std::size_t short_offset, std::size_t long_offset)
-{
+uint16_t count(const structure& processor, std::size_t short_offset, std::size_t long_offset) {
     uint8_t value = processor.byte(short_offset);
-    return value == 0xFF && processor.formatted.size() >= long_offset + 2 ? processor.word(long_offset) : value;
+    return value == 0xFF && processor.formatted.size() >= long_offset + 2
+               ? processor.word(long_offset)
+               : value;
 }
 
-uint32_t module_size_mib(const structure& device)
-{
+uint32_t module_size_mib(const structure& device) {
     uint16_t size = device.word(0x0C);
-    if (size == 0xFFFF)
-        return SMBIOS_MEMORY_SIZE_UNKNOWN;
+    if (size == 0xFFFF) return SMBIOS_MEMORY_SIZE_UNKNOWN;
     if (size == 0x7FFF)
-        return device.formatted.size() >= 0x20 ? device.dword(0x1C) & 0x7FFFFFFF : SMBIOS_MEMORY_SIZE_UNKNOWN;
+        return device.formatted.size() >= 0x20 ? device.dword(0x1C) & 0x7FFFFFFF
+                                               : SMBIOS_MEMORY_SIZE_UNKNOWN;
     return size & 0x8000 ? (size & 0x7FFF) / 1024u : size;
 }
 
 // A speed whose 16-bit field reads 0xFFFF when the 32-bit field holds it.
-uint32_t speed(const structure& device, std::size_t short_offset, std::size_t long_offset)
-{
+uint32_t speed(const structure& device, std::size_t short_offset, std::size_t long_offset) {
     uint16_t value = device.word(short_offset);
     return value == 0xFFFF ? device.dword(long_offset) : value;
 }
 
 }  // namespace
 
-const char* bios_version(const structure& bios)
-{
-    return bios.text(0x05);
-}
+const char* bios_version(const structure& bios) { return bios.text(0x05); }
 
-St_SMBiosType1 decode_system(const structure& system)
-{
+St_SMBiosType1 decode_system(const structure& system) {
     St_SMBiosType1 record{};
     record.handle = system.handle;
     record.manufacturer = system.text(0x04);
@@ -75,13 +68,13 @@ St_SMBiosType1 decode_system(const structure& system)
     return record;
 }
 
-St_SMBiosType4 decode_processor(const structure& processor)
-{
+St_SMBiosType4 decode_processor(const structure& processor) {
     St_SMBiosType4 record{};
     record.handle = processor.handle;
     record.socket_designation = processor.text(0x04);
     record.processor_type = processor.byte(0x05);
-    record.processor_family = processor.byte(0x06) == 0xFE ? processor.word(0x28) : processor.byte(0x06);
+    record.processor_family =
+        processor.byte(0x06) == 0xFE ? processor.word(0x28) : processor.byte(0x06);
     record.manufacturer = processor.text(0x07);
     record.processor_id = processor.qword(0x08);
     record.version = processor.text(0x10);
@@ -97,8 +90,7 @@ St_SMBiosType4 decode_processor(const structure& processor)
     return record;
 }
 
-St_SMBiosType17 decode_memory_device(const structure& device)
-{
+St_SMBiosType17 decode_memory_device(const structure& device) {
     St_SMBiosType17 record{};
     record.handle = device.handle;
     record.array_handle = device.word(0x04);

@@ -7,26 +7,19 @@
 
 namespace platform {
 
-std::string smbios_table_file()
-{
-    return bmc_path("/nv/bios/bios_fullsmbios");
-}
+std::string smbios_table_file() { return bmc_path("/nv/bios/bios_fullsmbios"); }
 
-int load_smbios_table(std::string& table)
-{
+int load_smbios_table(std::string& table) {
     return sim::read_or_generate(smbios_table_file(), generated_smbios_table, table);
 }
 
-int load_smbios_structures(std::string& table, std::vector<smbios::structure>& structures)
-{
+int load_smbios_structures(std::string& table, std::vector<smbios::structure>& structures) {
     int loaded = load_smbios_table(table);
-    if (loaded != PLT_OK)
-        return loaded;
+    if (loaded != PLT_OK) return loaded;
     return smbios::parse_table(table, structures) ? PLT_OK : PLT_ERR_FORMAT;
 }
 
-bool write_smbios_table(const std::string& table)
-{
+bool write_smbios_table(const std::string& table) {
     return sim::replace_file(smbios_table_file(), table, 0644);
 }
 

@@ -17,8 +17,8 @@ constexpr uint8_t end_of_table = 127;
 struct structure {
     uint8_t type = 0;
     uint16_t handle = 0;
-    std::string_view formatted;              // header included
-    std::vector<const char*> strings;        // each NUL-terminated in the table
+    std::string_view formatted;        // header included
+    std::vector<const char*> strings;  // each NUL-terminated in the table
 
     // Fields at an offset of the formatted area, little-endian; 0 when the
     // field lies (partly) beyond the area.

@@ -10,27 +10,22 @@ namespace pt = boost::property_tree;
 
 namespace platform::sim {
 
-bool with_file_lock(const std::string& path, const std::function<bool()>& body)
-{
+bool with_file_lock(const std::string& path, const std::function<bool()>& body) {
     std::string lock_path = path + ".lock";
-    if (!make_parent_dirs(lock_path))
-        return false;
+    if (!make_parent_dirs(lock_path)) return false;
     unique_fd fd(::open(lock_path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644));
-    if (!fd.valid())
-        return false;
+    if (!fd.valid()) return false;
     file_lock lock(fd.get(), LOCK_EX);
     return lock.locked() && body();
 }
 
-pt::ptree read_state_ini(const std::string& path)
-{
+pt::ptree read_state_ini(const std::string& path) {
     pt::ptree tree;
     read_ini(path, tree);
     return tree;
 }
 
-bool update_state_ini(const std::string& path, const std::function<bool(pt::ptree&)>& change)
-{
+bool update_state_ini(const std::string& path, const std::function<bool(pt::ptree&)>& change) {
     return with_file_lock(path, [&] {
         pt::ptree tree = read_state_ini(path);
         return !change(tree) || write_ini(path, tree, 0644);

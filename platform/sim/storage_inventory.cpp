@@ -10,17 +10,18 @@ namespace {
 
 constexpr int max_count = 64;
 
-const char* key_of(platform::storage_count which)
-{
+const char* key_of(platform::storage_count which) {
     switch (which) {
-    case platform::storage_count::broadcom: return "Controllers.Broadcom";
-    case platform::storage_count::marvell: return "Controllers.Marvell";
-    default: return "Controllers.NVMeSlots";
+        case platform::storage_count::broadcom:
+            return "Controllers.Broadcom";
+        case platform::storage_count::marvell:
+            return "Controllers.Marvell";
+        default:
+            return "Controllers.NVMeSlots";
     }
 }
 
-int stored_number(const char* key)
-{
+int stored_number(const char* key) {
     int value = platform::sim::read_state_ini(platform::storage_inventory_file()).get(key, 0);
     return value < 0 || value > max_count ? 0 : value;
 }
@@ -29,23 +30,17 @@ int stored_number(const char* key)
 
 namespace platform {
 
-std::string storage_inventory_file()
-{
-    return bmc_path("/var/bmc/storage.ini");
-}
+std::string storage_inventory_file() { return bmc_path("/var/bmc/storage.ini"); }
 
-bool set_storage_count(storage_count which, int count)
-{
-    if (count < 0 || count > max_count)
-        return false;
+bool set_storage_count(storage_count which, int count) {
+    if (count < 0 || count > max_count) return false;
     return sim::update_state_ini(storage_inventory_file(), [&](pt::ptree& state) {
         state.put(key_of(which), count);
         return true;
     });
 }
 
-bool set_storage_inventory_loading(bool loading)
-{
+bool set_storage_inventory_loading(bool loading) {
     return sim::update_state_ini(storage_inventory_file(), [&](pt::ptree& state) {
         state.put("Inventory.Loading", loading ? 1 : 0);
         return true;
@@ -54,22 +49,18 @@ bool set_storage_inventory_loading(bool loading)
 
 }  // namespace platform
 
-extern "C" int GetBRCMDeviceNum(void)
-{
+extern "C" int GetBRCMDeviceNum(void) {
     return stored_number(key_of(platform::storage_count::broadcom));
 }
 
-extern "C" int UtilGetMRVLCtrlNum(void)
-{
+extern "C" int UtilGetMRVLCtrlNum(void) {
     return stored_number(key_of(platform::storage_count::marvell));
 }
 
-extern "C" int GetNVMeSSDMaxNumSupport(void)
-{
+extern "C" int GetNVMeSSDMaxNumSupport(void) {
     return stored_number(key_of(platform::storage_count::nvme_slots));
 }
 
-extern "C" int UtilIsStorageInventoryLoading(void)
-{
+extern "C" int UtilIsStorageInventoryLoading(void) {
     return stored_number("Inventory.Loading") != 0 ? 1 : 0;
 }

@@ -5,9 +5,7 @@
 
 // set 0: the state (0 or 1); set 1: stores value (non-zero is 1), 0 on
 // success.
-extern "C" int GetSetSysLockdownEnable(int set, int value)
-{
-    if (!set)
-        return platform::sim_setting_number("Lockdown.Enabled", 0) != 0 ? 1 : 0;
+extern "C" int GetSetSysLockdownEnable(int set, int value) {
+    if (!set) return platform::sim_setting_number("Lockdown.Enabled", 0) != 0 ? 1 : 0;
     return platform::set_sim_setting("Lockdown.Enabled", value ? "1" : "0") ? 0 : -1;
 }

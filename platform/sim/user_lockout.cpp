@@ -25,10 +25,7 @@ constexpr int lockout_format = 1;
 
 long (*test_clock)() = nullptr;
 
-long long now()
-{
-    return test_clock ? test_clock() : lx_time_get();
-}
+long long now() { return test_clock ? test_clock() : lx_time_get(); }
 
 struct slot_lockout {
     uint32_t key = 0;
@@ -39,22 +36,21 @@ struct slot_lockout {
 
 using lockout_table = std::map<int, slot_lockout>;
 
-bool parse_entry(const json::object& object, int& slot, slot_lockout& entry)
-{
+bool parse_entry(const json::object& object, int& slot, slot_lockout& entry) {
     const json::value* number = object.if_contains("slot");
     const json::value* key = object.if_contains("key");
     const json::value* failures = object.if_contains("failures");
     const json::value* locked = object.if_contains("locked");
     const json::value* locked_at = object.if_contains("locked_at");
-    if (!number || !number->is_int64() || number->get_int64() < 0 || number->get_int64() >= MAX_USER_SLOTS ||
-        !key || !key->is_int64() || key->get_int64() < 0 || key->get_int64() > UINT32_MAX || !failures ||
-        !failures->is_array() || !locked || !locked->is_bool() || !locked_at || !locked_at->is_int64())
+    if (!number || !number->is_int64() || number->get_int64() < 0 ||
+        number->get_int64() >= MAX_USER_SLOTS || !key || !key->is_int64() || key->get_int64() < 0 ||
+        key->get_int64() > UINT32_MAX || !failures || !failures->is_array() || !locked ||
+        !locked->is_bool() || !locked_at || !locked_at->is_int64())
         return false;
     slot = static_cast<int>(number->get_int64());
     entry.key = static_cast<uint32_t>(key->get_int64());
     for (const json::value& time : failures->get_array()) {
-        if (!time.is_int64())
-            return false;
+        if (!time.is_int64()) return false;
         entry.failures.push_back(time.get_int64());
     }
     entry.locked = locked->get_bool();
@@ -62,8 +58,7 @@ bool parse_entry(const json::object& object, int& slot, slot_lockout& entry)
     return true;
 }
 
-lockout_table parse_table(const std::string& text)
-{
+lockout_table parse_table(const std::string& text) {
     lockout_table table;
     json::error_code error;
     json::value document = json::parse(text, error);
@@ -72,7 +67,8 @@ lockout_table parse_table(const std::string& text)
     const json::value* slots = object ? object->if_contains("slots") : nullptr;
     if (!format || !format->is_int64() || format->get_int64() != lockout_format || !slots ||
         !slots->is_array()) {
-        console_log("[ERROR] lockout state %s is malformed; read as empty\n", platform::lockout_file().c_str());
+        console_log("[ERROR] lockout state %s is malformed; read as empty\n",
+                    platform::lockout_file().c_str());
         return table;
     }
     for (const json::value& each : slots->get_array()) {
@@ -84,16 +80,14 @@ lockout_table parse_table(const std::string& text)
     return table;
 }
 
-std::string serialise_table(const lockout_table& table)
-{
+std::string serialise_table(const lockout_table& table) {
     json::array slots;
     for (const auto& [slot, entry] : table) {
         json::object object;
         object["slot"] = slot;
         object["key"] = static_cast<std::int64_t>(entry.key);
         json::array failures;
-        for (long long time : entry.failures)
-            failures.push_back(time);
+        for (long long time : entry.failures) failures.push_back(time);
         object["failures"] = std::move(failures);
         object["locked"] = entry.locked;
         object["locked_at"] = entry.locked_at;
@@ -109,20 +103,17 @@ std::string serialise_table(const lockout_table& table)
 // says that it changed it. Returns change's answer, or failed when the
 // state cannot be read or written.
 template <typename Change>
-int with_lockout(int failed, Change change)
-{
+int with_lockout(int failed, Change change) {
     std::string lock_path = platform::bmc_path("/var/bmc/lockout.lock");
-    if (!platform::sim::make_parent_dirs(lock_path))
-        return failed;
+    if (!platform::sim::make_parent_dirs(lock_path)) return failed;
     platform::sim::unique_fd fd(::open(lock_path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-    if (!fd.valid())
-        return failed;
+    if (!fd.valid()) return failed;
     platform::sim::file_lock lock(fd.get(), LOCK_EX);
-    if (!lock.locked())
-        return failed;
+    if (!lock.locked()) return failed;
     std::string path = platform::lockout_file();
     std::string text;
-    lockout_table table = platform::sim::read_file(path, text) ? parse_table(text) : lockout_table();
+    lockout_table table =
+        platform::sim::read_file(path, text) ? parse_table(text) : lockout_table();
     bool changed = false;
     int result = change(table, changed);
     if (changed && !platform::sim::replace_file(path, serialise_table(table), 0600)) {
@@ -132,22 +123,19 @@ int with_lockout(int failed, Change change)
     return result;
 }
 
-bool lockout_active(const platform::lockout_policy& policy)
-{
+bool lockout_active(const platform::lockout_policy& policy) {
     return policy.enabled && policy.threshold > 0;
 }
 
 // Drops the records that no longer count and a lock that has run out;
 // true when something changed.
-bool age(slot_lockout& entry, const platform::lockout_policy& policy, long long time)
-{
+bool age(slot_lockout& entry, const platform::lockout_policy& policy, long long time) {
     bool changed = false;
     if (policy.reset_after > 0) {
         auto old = entry.failures.size();
         std::vector<long long> kept;
         for (long long failure : entry.failures)
-            if (time - failure < policy.reset_after)
-                kept.push_back(failure);
+            if (time - failure < policy.reset_after) kept.push_back(failure);
         entry.failures = std::move(kept);
         changed = entry.failures.size() != old;
     }
@@ -161,11 +149,9 @@ bool age(slot_lockout& entry, const platform::lockout_policy& policy, long long 
 
 // The slot's entry when it belongs to the slot's current user; stale or
 // empty entries are removed.
-slot_lockout* entry_of(lockout_table& table, int slot, uint32_t key, bool& changed)
-{
+slot_lockout* entry_of(lockout_table& table, int slot, uint32_t key, bool& changed) {
     auto found = table.find(slot);
-    if (found == table.end())
-        return nullptr;
+    if (found == table.end()) return nullptr;
     if (key == 0 || found->second.key != key) {
         table.erase(found);
         changed = true;
@@ -174,105 +160,79 @@ slot_lockout* entry_of(lockout_table& table, int slot, uint32_t key, bool& chang
     return &found->second;
 }
 
-void drop_if_empty(lockout_table& table, int slot)
-{
+void drop_if_empty(lockout_table& table, int slot) {
     auto found = table.find(slot);
     if (found != table.end() && found->second.failures.empty() && !found->second.locked)
         table.erase(found);
 }
 
-bool valid_slot(int slot)
-{
-    return slot >= 0 && slot < MAX_USER_SLOTS;
-}
+bool valid_slot(int slot) { return slot >= 0 && slot < MAX_USER_SLOTS; }
 
-long long at_least_zero(long long value)
-{
-    return value < 0 ? 0 : value;
-}
+long long at_least_zero(long long value) { return value < 0 ? 0 : value; }
 
 }  // namespace
 
 namespace platform {
 
-std::string lockout_file()
-{
-    return bmc_path("/var/bmc/lockout");
-}
+std::string lockout_file() { return bmc_path("/var/bmc/lockout"); }
 
-std::string account_policy_file()
-{
-    return bmc_path("/nv/redfish/accountservice.ini");
-}
+std::string account_policy_file() { return bmc_path("/nv/redfish/accountservice.ini"); }
 
-lockout_policy read_lockout_policy()
-{
+lockout_policy read_lockout_policy() {
     lockout_policy policy;
     boost::property_tree::ptree tree;
-    if (!sim::read_ini(account_policy_file(), tree))
-        return policy;
-    policy.threshold =
-        at_least_zero(tree.get_optional<long long>("AccountService.AccountLockoutThreshold").value_or(0));
-    policy.duration =
-        at_least_zero(tree.get_optional<long long>("AccountService.AccountLockoutDuration").value_or(300));
-    policy.reset_after = at_least_zero(
-        tree.get_optional<long long>("AccountService.AccountLockoutCounterResetAfter").value_or(300));
-    policy.enabled = tree.get_optional<long long>("AccountService.AccountLockoutEnabled").value_or(1) != 0;
+    if (!sim::read_ini(account_policy_file(), tree)) return policy;
+    policy.threshold = at_least_zero(
+        tree.get_optional<long long>("AccountService.AccountLockoutThreshold").value_or(0));
+    policy.duration = at_least_zero(
+        tree.get_optional<long long>("AccountService.AccountLockoutDuration").value_or(300));
+    policy.reset_after =
+        at_least_zero(tree.get_optional<long long>("AccountService.AccountLockoutCounterResetAfter")
+                          .value_or(300));
+    policy.enabled =
+        tree.get_optional<long long>("AccountService.AccountLockoutEnabled").value_or(1) != 0;
     return policy;
 }
 
-int bad_password_count(int slot)
-{
-    if (!valid_slot(slot))
-        return 0;
+int bad_password_count(int slot) {
+    if (!valid_slot(slot)) return 0;
     lockout_policy policy = read_lockout_policy();
     uint32_t key = user_slot_key(slot);
     return with_lockout(0, [&](lockout_table& table, bool&) {
         auto found = table.find(slot);
-        if (found == table.end() || key == 0 || found->second.key != key)
-            return 0;
+        if (found == table.end() || key == 0 || found->second.key != key) return 0;
         slot_lockout entry = found->second;
         age(entry, policy, now());
         return static_cast<int>(entry.failures.size());
     });
 }
 
-void set_lockout_clock_for_tests(long (*clock)())
-{
-    test_clock = clock;
-}
+void set_lockout_clock_for_tests(long (*clock)()) { test_clock = clock; }
 
 }  // namespace platform
 
-extern "C" int isUserLocked(int slot)
-{
-    if (!valid_slot(slot))
-        return 0;
+extern "C" int isUserLocked(int slot) {
+    if (!valid_slot(slot)) return 0;
     platform::lockout_policy policy = platform::read_lockout_policy();
     uint32_t key = platform::user_slot_key(slot);
     return with_lockout(0, [&](lockout_table& table, bool& changed) {
         slot_lockout* entry = entry_of(table, slot, key, changed);
-        if (!entry || !entry->locked)
-            return 0;
+        if (!entry || !entry->locked) return 0;
         if (age(*entry, policy, now())) {
             changed = true;
             bool locked = entry->locked;
             drop_if_empty(table, slot);
-            if (!locked)
-                return 0;
+            if (!locked) return 0;
         }
         return lockout_active(policy) ? 1 : 0;
     });
 }
 
-extern "C" int AddBadPwdRecords(int slot)
-{
-    if (!valid_slot(slot))
-        return -1;
+extern "C" int AddBadPwdRecords(int slot) {
+    if (!valid_slot(slot)) return -1;
     platform::lockout_policy policy = platform::read_lockout_policy();
     uint32_t key = platform::user_slot_key(slot);
-    if (key == 0)
-        return -1;
+    if (key == 0) return -1;
     return with_lockout(-1, [&](lockout_table& table, bool& changed) {
         long long time = now();
         slot_lockout* entry = entry_of(table, slot, key, changed);
@@ -282,10 +242,10 @@ extern "C" int AddBadPwdRecords(int slot)
         }
         changed = true;
         age(*entry, policy, time);
-        if (entry->locked)
-            return 0;  // a locked account collects no records
+        if (entry->locked) return 0;  // a locked account collects no records
         entry->failures.push_back(time);
-        if (lockout_active(policy) && static_cast<long long>(entry->failures.size()) >= policy.threshold) {
+        if (lockout_active(policy) &&
+            static_cast<long long>(entry->failures.size()) >= policy.threshold) {
             entry->locked = true;
             entry->locked_at = time;
             entry->failures.clear();
@@ -294,10 +254,8 @@ extern "C" int AddBadPwdRecords(int slot)
     });
 }
 
-extern "C" int ClearBadPwdRecords(int slot)
-{
-    if (!valid_slot(slot))
-        return -1;
+extern "C" int ClearBadPwdRecords(int slot) {
+    if (!valid_slot(slot)) return -1;
     uint32_t key = platform::user_slot_key(slot);
     return with_lockout(-1, [&](lockout_table& table, bool& changed) {
         slot_lockout* entry = entry_of(table, slot, key, changed);
@@ -310,10 +268,8 @@ extern "C" int ClearBadPwdRecords(int slot)
     });
 }
 
-extern "C" int UnlockUser(int slot)
-{
-    if (!valid_slot(slot))
-        return -1;
+extern "C" int UnlockUser(int slot) {
+    if (!valid_slot(slot)) return -1;
     return with_lockout(-1, [&](lockout_table& table, bool& changed) {
         changed = table.erase(slot) > 0;
         return 0;
@@ -322,12 +278,10 @@ extern "C" int UnlockUser(int slot)
 
 // Re-reads the policy (every call does) and sweeps the state: stale
 // entries, expired locks and records that no longer count go.
-extern "C" int LoadUserLockFromFile(void)
-{
+extern "C" int LoadUserLockFromFile(void) {
     platform::lockout_policy policy = platform::read_lockout_policy();
     uint32_t keys[MAX_USER_SLOTS];
-    for (int slot = 0; slot < MAX_USER_SLOTS; ++slot)
-        keys[slot] = platform::user_slot_key(slot);
+    for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) keys[slot] = platform::user_slot_key(slot);
     return with_lockout(-1, [&](lockout_table& table, bool& changed) {
         long long time = now();
         for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) {

@@ -47,16 +47,15 @@ struct file_identity {
     long long modified_ns = 0;
     long long changed_ns = 0;
 
-    bool operator==(const file_identity& other) const
-    {
+    bool operator==(const file_identity& other) const {
         return exists == other.exists && device == other.device && inode == other.inode &&
-               size == other.size && modified_ns == other.modified_ns && changed_ns == other.changed_ns;
+               size == other.size && modified_ns == other.modified_ns &&
+               changed_ns == other.changed_ns;
     }
     bool operator!=(const file_identity& other) const { return !(*this == other); }
 };
 
-file_identity identity_of(const struct stat& status)
-{
+file_identity identity_of(const struct stat& status) {
     file_identity identity;
     identity.exists = true;
     identity.device = status.st_dev;
@@ -83,26 +82,18 @@ struct table_state {
 
 std::recursive_mutex guard;
 
-bool valid_slot(int slot)
-{
-    return slot >= 0 && slot < MAX_USER_SLOTS;
-}
+bool valid_slot(int slot) { return slot >= 0 && slot < MAX_USER_SLOTS; }
 
 // Slot 0 is reserved: it is never written.
-bool writable_slot(int slot)
-{
-    return slot > 0 && slot < MAX_USER_SLOTS;
-}
+bool writable_slot(int slot) { return slot > 0 && slot < MAX_USER_SLOTS; }
 
-bool valid_privilege(int level)
-{
+bool valid_privilege(int level) {
     return (level >= PRIV_CALLBACK && level <= PRIV_ADMINISTRATOR) || level == PRIV_NO_ACCESS;
 }
 
 // A lock inherited over fork belongs to the parent: forget it without
 // unlocking (the parent still holds it through the shared description).
-void forget_foreign_lock(table_state& state)
-{
+void forget_foreign_lock(table_state& state) {
     if (state.lock_fd >= 0 && state.owner != ::getpid()) {
         ::close(state.lock_fd);
         state.lock_fd = -1;
@@ -111,11 +102,9 @@ void forget_foreign_lock(table_state& state)
     }
 }
 
-void release_lock(table_state& state)
-{
+void release_lock(table_state& state) {
     if (state.lock_fd >= 0) {
-        if (state.owner == ::getpid())
-            ::flock(state.lock_fd, LOCK_UN);
+        if (state.owner == ::getpid()) ::flock(state.lock_fd, LOCK_UN);
         ::close(state.lock_fd);
     }
     state.lock_fd = -1;
@@ -124,8 +113,7 @@ void release_lock(table_state& state)
 }
 
 // Tests point the process at a fresh root; nothing of the old one is kept.
-table_state& state()
-{
+table_state& state() {
     static table_state current;
     if (current.root != platform::bmc_root()) {
         release_lock(current);
@@ -138,16 +126,13 @@ table_state& state()
 
 // ---------------------------------------------------------------- file
 
-const json::value* member(const json::object& object, const char* name)
-{
+const json::value* member(const json::object& object, const char* name) {
     return object.if_contains(name);
 }
 
-bool parse_slot(const json::value& value, slot_record& record, int& slot)
-{
+bool parse_slot(const json::value& value, slot_record& record, int& slot) {
     const json::object* object = value.if_object();
-    if (!object)
-        return false;
+    if (!object) return false;
     const json::value* number = member(*object, "slot");
     const json::value* key = member(*object, "key");
     const json::value* name = member(*object, "name");
@@ -167,13 +152,11 @@ bool parse_slot(const json::value& value, slot_record& record, int& slot)
     record.privilege = static_cast<int>(privilege->get_int64());
     record.enabled = enabled->get_bool();
     record.password = std::string(password->get_string());
-    if (record.name.size() > MAX_USER_NAME_LEN)
-        record.name.resize(MAX_USER_NAME_LEN);
+    if (record.name.size() > MAX_USER_NAME_LEN) record.name.resize(MAX_USER_NAME_LEN);
     return true;
 }
 
-bool parse_table(const std::string& text, slot_array& slots)
-{
+bool parse_table(const std::string& text, slot_array& slots) {
     json::parse_options options;
     options.allow_invalid_utf8 = true;  // names are bytes to the BMC
     json::error_code error;
@@ -181,21 +164,20 @@ bool parse_table(const std::string& text, slot_array& slots)
     const json::object* object = error ? nullptr : document.if_object();
     const json::value* format = object ? member(*object, "format") : nullptr;
     const json::value* list = object ? member(*object, "slots") : nullptr;
-    if (!format || !format->is_int64() || format->get_int64() != table_format || !list || !list->is_array())
+    if (!format || !format->is_int64() || format->get_int64() != table_format || !list ||
+        !list->is_array())
         return false;
     slots = slot_array();
     for (const json::value& entry : list->get_array()) {
         slot_record record;
         int slot = 0;
-        if (!parse_slot(entry, record, slot))
-            return false;
+        if (!parse_slot(entry, record, slot)) return false;
         slots[slot] = std::move(record);
     }
     return true;
 }
 
-std::string serialise_table(const slot_array& slots)
-{
+std::string serialise_table(const slot_array& slots) {
     json::array list;
     for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) {
         const slot_record& record = slots[slot];
@@ -217,15 +199,13 @@ std::string serialise_table(const slot_array& slots)
 
 // Reads the file as it is now; a missing file is the empty table. A
 // malformed file also reads as empty (and is said so once per version).
-void read_table(slot_array& slots, file_identity& identity)
-{
+void read_table(slot_array& slots, file_identity& identity) {
     std::string path = platform::user_table_file();
     slots = slot_array();
     identity = file_identity();
     platform::sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat status;
-    if (!fd.valid() || ::fstat(fd.get(), &status) != 0)
-        return;
+    if (!fd.valid() || ::fstat(fd.get(), &status) != 0) return;
     identity = identity_of(status);
     std::string text;
     if (!platform::sim::read_all(fd.get(), text) || !parse_table(text, slots)) {
@@ -234,44 +214,35 @@ void read_table(slot_array& slots, file_identity& identity)
     }
 }
 
-file_identity current_identity()
-{
+file_identity current_identity() {
     struct stat status;
-    if (::stat(platform::user_table_file().c_str(), &status) != 0)
-        return file_identity();
+    if (::stat(platform::user_table_file().c_str(), &status) != 0) return file_identity();
     return identity_of(status);
 }
 
 // Brings the slots this process has not changed up to the file.
-void refresh(table_state& table, bool force)
-{
-    if (table.loaded && !force && current_identity() == table.identity)
-        return;
+void refresh(table_state& table, bool force) {
+    if (table.loaded && !force && current_identity() == table.identity) return;
     slot_array fresh;
     read_table(fresh, table.identity);
     for (int slot = 0; slot < MAX_USER_SLOTS; ++slot)
-        if (!table.dirty[slot])
-            table.slots[slot] = std::move(fresh[slot]);
+        if (!table.dirty[slot]) table.slots[slot] = std::move(fresh[slot]);
     table.loaded = true;
 }
 
-table_state& loaded_table()
-{
+table_state& loaded_table() {
     table_state& table = state();
     refresh(table, false);
     return table;
 }
 
-int open_lock_file()
-{
+int open_lock_file() {
     std::string path = platform::user_table_lock_file();
-    if (!platform::sim::make_parent_dirs(path))
-        return -1;
+    if (!platform::sim::make_parent_dirs(path)) return -1;
     return ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
 }
 
-bool lock_exclusive(int fd)
-{
+bool lock_exclusive(int fd) {
     int result;
     do {
         result = ::flock(fd, LOCK_EX);
@@ -281,11 +252,9 @@ bool lock_exclusive(int fd)
 
 // Writes the table under the user-table lock: the lock of lx_mutex_get
 // when this process holds it, else one taken for the commit.
-bool commit(table_state& table)
-{
+bool commit(table_state& table) {
     platform::sim::unique_fd own_lock(table.lock_fd >= 0 ? -1 : open_lock_file());
-    if (table.lock_fd < 0 && (!own_lock.valid() || !lock_exclusive(own_lock.get())))
-        return false;
+    if (table.lock_fd < 0 && (!own_lock.valid() || !lock_exclusive(own_lock.get()))) return false;
     refresh(table, true);
     std::string path = platform::user_table_file();
     bool written = platform::sim::replace_file(path, serialise_table(table.slots), 0600);
@@ -295,26 +264,21 @@ bool commit(table_state& table)
     } else {
         console_log("[ERROR] PSCommit: cannot write %s: %s\n", path.c_str(), std::strerror(errno));
     }
-    if (own_lock.valid())
-        ::flock(own_lock.get(), LOCK_UN);
+    if (own_lock.valid()) ::flock(own_lock.get(), LOCK_UN);
     return written;
 }
 
-bool name_matches(const std::string& stored, const char* name)
-{
+bool name_matches(const std::string& stored, const char* name) {
     return !stored.empty() && std::strncmp(stored.c_str(), name, MAX_USER_NAME_LEN) == 0;
 }
 
 // Runs change on a slot that may be written, marking it changed.
 template <typename Change>
-int change_slot(int slot, Change change)
-{
-    if (!writable_slot(slot))
-        return -1;
+int change_slot(int slot, Change change) {
+    if (!writable_slot(slot)) return -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     table_state& table = loaded_table();
-    if (!change(table, table.slots[slot]))
-        return -1;
+    if (!change(table, table.slots[slot])) return -1;
     table.dirty[slot] = true;
     return 0;
 }
@@ -323,67 +287,49 @@ int change_slot(int slot, Change change)
 
 namespace platform {
 
-std::string user_table_file()
-{
-    return bmc_path("/nv/bmc/users");
-}
+std::string user_table_file() { return bmc_path("/nv/bmc/users"); }
 
-std::string user_table_lock_file()
-{
-    return bmc_path("/var/bmc/user_table.lock");
-}
+std::string user_table_lock_file() { return bmc_path("/var/bmc/user_table.lock"); }
 
-bool valid_user_name(const std::string& name)
-{
-    if (name.empty() || name.size() > MAX_USER_NAME_LEN)
-        return false;
+bool valid_user_name(const std::string& name) {
+    if (name.empty() || name.size() > MAX_USER_NAME_LEN) return false;
     for (char c : name) {
         auto byte = static_cast<unsigned char>(c);
-        if (byte <= 0x20 || byte == 0x7F)
-            return false;
+        if (byte <= 0x20 || byte == 0x7F) return false;
     }
     return true;
 }
 
-bool valid_user_password(const std::string& password)
-{
+bool valid_user_password(const std::string& password) {
     return !password.empty() && password.size() <= max_password_length &&
            password.find('\0') == std::string::npos;
 }
 
-void discard_user_table_changes()
-{
+void discard_user_table_changes() {
     std::lock_guard<std::recursive_mutex> hold(guard);
     table_state& table = state();
     table.dirty.fill(false);
     table.loaded = false;
 }
 
-uint32_t user_slot_key(int slot)
-{
-    if (!valid_slot(slot))
-        return 0;
+uint32_t user_slot_key(int slot) {
+    if (!valid_slot(slot)) return 0;
     std::lock_guard<std::recursive_mutex> hold(guard);
     const slot_record& record = loaded_table().slots[slot];
     return record.used() ? record.key : 0;
 }
 
-std::string user_slot_name(int slot)
-{
-    if (!valid_slot(slot))
-        return {};
+std::string user_slot_name(int slot) {
+    if (!valid_slot(slot)) return {};
     std::lock_guard<std::recursive_mutex> hold(guard);
     const slot_record& record = loaded_table().slots[slot];
     return record.used() ? record.name : std::string();
 }
 
-seed_result seed_first_administrator(const std::string& name, const std::string& password)
-{
-    if (!valid_user_name(name) || !valid_user_password(password))
-        return seed_result::failed;
+seed_result seed_first_administrator(const std::string& name, const std::string& password) {
+    if (!valid_user_name(name) || !valid_user_password(password)) return seed_result::failed;
     std::lock_guard<std::recursive_mutex> hold(guard);
-    if (lx_mutex_get(USER_TABLE_MUTEX) != 0)
-        return seed_result::failed;
+    if (lx_mutex_get(USER_TABLE_MUTEX) != 0) return seed_result::failed;
     seed_result result = seed_result::exists;
     struct stat status;
     if (::stat(user_table_file().c_str(), &status) != 0) {
@@ -413,10 +359,8 @@ seed_result seed_first_administrator(const std::string& name, const std::string&
 
 // ---------------------------------------------------------------- lock
 
-extern "C" int lx_mutex_get(int mutex_id)
-{
-    if (mutex_id != USER_TABLE_MUTEX)
-        return -1;
+extern "C" int lx_mutex_get(int mutex_id) {
+    if (mutex_id != USER_TABLE_MUTEX) return -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     table_state& table = state();
     if (table.depth == 0) {
@@ -424,8 +368,7 @@ extern "C" int lx_mutex_get(int mutex_id)
         if (fd < 0 || !lock_exclusive(fd)) {
             console_log("[ERROR] lx_mutex_get: %s: %s\n", platform::user_table_lock_file().c_str(),
                         std::strerror(errno));
-            if (fd >= 0)
-                ::close(fd);
+            if (fd >= 0) ::close(fd);
             return -1;
         }
         table.lock_fd = fd;
@@ -436,44 +379,37 @@ extern "C" int lx_mutex_get(int mutex_id)
     return 0;
 }
 
-extern "C" int lx_mutex_put(int mutex_id)
-{
-    if (mutex_id != USER_TABLE_MUTEX)
-        return -1;
+extern "C" int lx_mutex_put(int mutex_id) {
+    if (mutex_id != USER_TABLE_MUTEX) return -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     table_state& table = state();
-    if (table.depth > 0 && --table.depth == 0)
-        release_lock(table);
+    if (table.depth > 0 && --table.depth == 0) release_lock(table);
     return 0;
 }
 
 // ---------------------------------------------------------------- records
 
-extern "C" void LibSetUserIndex(int slot)
-{
+extern "C" void LibSetUserIndex(int slot) {
     std::lock_guard<std::recursive_mutex> hold(guard);
     state().selected = slot;
 }
 
-extern "C" int LibGetUserIndex(void)
-{
+extern "C" int LibGetUserIndex(void) {
     std::lock_guard<std::recursive_mutex> hold(guard);
     return state().selected;
 }
 
-extern "C" int LibInitUserInfo(St_UserInfo* info)
-{
-    if (!info)
-        return -1;
+extern "C" int LibInitUserInfo(St_UserInfo* info) {
+    if (!info) return -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     table_state& table = loaded_table();
-    if (!valid_slot(table.selected))
-        return -1;
+    if (!valid_slot(table.selected)) return -1;
     const slot_record& record = table.slots[table.selected];
     std::memset(info, 0, sizeof *info);
     if (record.used()) {
         info->key = record.key;
-        std::memcpy(info->name, record.name.data(), std::min<std::size_t>(record.name.size(), MAX_USER_NAME_LEN));
+        std::memcpy(info->name, record.name.data(),
+                    std::min<std::size_t>(record.name.size(), MAX_USER_NAME_LEN));
         info->lan_privilege = static_cast<uint8_t>(record.privilege);
         info->enabled = record.enabled ? 1 : 0;
     } else {
@@ -482,107 +418,89 @@ extern "C" int LibInitUserInfo(St_UserInfo* info)
     return 0;
 }
 
-extern "C" int UtilGetLANPriv(int slot)
-{
-    if (!valid_slot(slot))
-        return -1;
+extern "C" int UtilGetLANPriv(int slot) {
+    if (!valid_slot(slot)) return -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     const slot_record& record = loaded_table().slots[slot];
     return record.used() ? record.privilege : PRIV_NO_ACCESS;
 }
 
-extern "C" int UtilSetLANPriv(int slot, int level)
-{
-    if (!valid_privilege(level))
-        return -1;
+extern "C" int UtilSetLANPriv(int slot, int level) {
+    if (!valid_privilege(level)) return -1;
     return change_slot(slot, [&](table_state&, slot_record& record) {
         record.privilege = level;
         return true;
     });
 }
 
-extern "C" int UtilIsValidUserName(const char* name, int slot)
-{
-    if (!name)
-        return 0;
+extern "C" int UtilIsValidUserName(const char* name, int slot) {
+    if (!name) return 0;
     std::lock_guard<std::recursive_mutex> hold(guard);
     const table_state& table = loaded_table();
     for (int other = 0; other < MAX_USER_SLOTS; ++other)
-        if (other != slot && table.slots[other].used() && name_matches(table.slots[other].name, name))
+        if (other != slot && table.slots[other].used() &&
+            name_matches(table.slots[other].name, name))
             return 1;
     return 0;
 }
 
-extern "C" int UtilFindUser(const char* name)
-{
-    if (!name || !*name)
-        return -1;
+extern "C" int UtilFindUser(const char* name) {
+    if (!name || !*name) return -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     const table_state& table = loaded_table();
     for (int slot = 1; slot < MAX_USER_SLOTS; ++slot) {
         const slot_record& record = table.slots[slot];
-        if (record.used() && record.enabled && name_matches(record.name, name))
-            return slot;
+        if (record.used() && record.enabled && name_matches(record.name, name)) return slot;
     }
     return -1;
 }
 
-extern "C" int UtilCheckUserPassword(int slot, const char* password)
-{
-    if (!valid_slot(slot) || !password)
-        return -1;
+extern "C" int UtilCheckUserPassword(int slot, const char* password) {
+    if (!valid_slot(slot) || !password) return -1;
     std::string stored;
     {
         std::lock_guard<std::recursive_mutex> hold(guard);
         const slot_record& record = loaded_table().slots[slot];
-        if (!record.used())
-            return -1;
+        if (!record.used()) return -1;
         stored = record.password;
     }
     return !stored.empty() && platform::sim::verify_secret(stored, password) ? 0 : -1;
 }
 
-extern "C" int UtilSetUserName(int slot, const char* name)
-{
-    if (!name || !platform::valid_user_name(name))
-        return -1;
+extern "C" int UtilSetUserName(int slot, const char* name) {
+    if (!name || !platform::valid_user_name(name)) return -1;
     return change_slot(slot, [&](table_state& table, slot_record& record) {
         for (int other = 0; other < MAX_USER_SLOTS; ++other)
-            if (other != slot && table.slots[other].used() && name_matches(table.slots[other].name, name))
+            if (other != slot && table.slots[other].used() &&
+                name_matches(table.slots[other].name, name))
                 return false;
         if (!record.used()) {
             record.key = platform::sim::random_key();
-            if (record.key == 0)
-                return false;
+            if (record.key == 0) return false;
         }
         record.name = name;
         return true;
     });
 }
 
-extern "C" int UtilSetUserPassword(int slot, const char* password)
-{
-    if (!password || !platform::valid_user_password(password))
-        return -1;
+extern "C" int UtilSetUserPassword(int slot, const char* password) {
+    if (!password || !platform::valid_user_password(password)) return -1;
     std::string hash = platform::sim::hash_secret(password);
-    if (hash.empty())
-        return -1;
+    if (hash.empty()) return -1;
     return change_slot(slot, [&](table_state&, slot_record& record) {
         record.password = hash;
         return true;
     });
 }
 
-extern "C" int UtilSetUserEnable(int slot, int enable)
-{
+extern "C" int UtilSetUserEnable(int slot, int enable) {
     return change_slot(slot, [&](table_state&, slot_record& record) {
         record.enabled = enable != 0;
         return true;
     });
 }
 
-extern "C" int UtilDelUserName(int slot)
-{
+extern "C" int UtilDelUserName(int slot) {
     return change_slot(slot, [](table_state&, slot_record& record) {
         record.name.clear();
         record.key = 0;
@@ -590,24 +508,21 @@ extern "C" int UtilDelUserName(int slot)
     });
 }
 
-extern "C" int UtilDelUserPassword(int slot)
-{
+extern "C" int UtilDelUserPassword(int slot) {
     return change_slot(slot, [](table_state&, slot_record& record) {
         record.password.clear();
         return true;
     });
 }
 
-extern "C" int clear_user_privilege(int slot)
-{
+extern "C" int clear_user_privilege(int slot) {
     return change_slot(slot, [](table_state&, slot_record& record) {
         record.privilege = PRIV_NO_ACCESS;
         return true;
     });
 }
 
-extern "C" int PSCommit(void)
-{
+extern "C" int PSCommit(void) {
     std::lock_guard<std::recursive_mutex> hold(guard);
     return commit(state()) ? 0 : -1;
 }

@@ -8,8 +8,8 @@ std::string array_member_uri(std::string_view resource_uri, std::string_view arr
     return std::string(resource_uri) + "#/" + std::string(array) + "/" + std::to_string(index);
 }
 
-boost::json::object array_member(std::string_view resource_uri, std::string_view array, size_t index,
-                                 std::string_view schema, std::string_view type) {
+boost::json::object array_member(std::string_view resource_uri, std::string_view array,
+                                 size_t index, std::string_view schema, std::string_view type) {
     const std::string version(schema_file_of(schema).version);
     return {{"@odata.id", array_member_uri(resource_uri, array, index)},
             {"@odata.type", "#" + std::string(schema) + "." + version + "." + std::string(type)},

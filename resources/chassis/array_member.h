@@ -13,7 +13,7 @@ std::string array_member_uri(std::string_view resource_uri, std::string_view arr
 
 // {"@odata.id", "@odata.type" (of the schema's published version),
 // "MemberId"}: the member's first properties.
-boost::json::object array_member(std::string_view resource_uri, std::string_view array, size_t index,
-                                 std::string_view schema, std::string_view type);
+boost::json::object array_member(std::string_view resource_uri, std::string_view array,
+                                 size_t index, std::string_view schema, std::string_view type);
 
 }  // namespace odata::redfish

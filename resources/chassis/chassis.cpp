@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <iostream>
 
+#include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
 #include "frontend/exception_http.h"
@@ -16,7 +17,6 @@
 #include "resources/chassis/indicator_led.h"
 #include "resources/chassis/physical_security.h"
 #include "resources/chassis/power_state.h"
-#include "framework/property_checks.h"
 
 namespace odata::redfish {
 namespace {
@@ -45,9 +45,10 @@ std::string device_guid_text() {
     unsigned char guid[16];
     if (GetDeviceGUID(guid) != 0) return {};
     char text[37];
-    std::snprintf(text, sizeof text, "%02x%02x%02x%02x-%02x%02x-%02x%02x-%02x%02x-%02x%02x%02x%02x%02x%02x", guid[0],
-                  guid[1], guid[2], guid[3], guid[4], guid[5], guid[6], guid[7], guid[8], guid[9], guid[10], guid[11],
-                  guid[12], guid[13], guid[14], guid[15]);
+    std::snprintf(text, sizeof text,
+                  "%02x%02x%02x%02x-%02x%02x-%02x%02x-%02x%02x-%02x%02x%02x%02x%02x%02x", guid[0],
+                  guid[1], guid[2], guid[3], guid[4], guid[5], guid[6], guid[7], guid[8], guid[9],
+                  guid[10], guid[11], guid[12], guid[13], guid[14], guid[15]);
     return text;
 }
 
@@ -62,8 +63,8 @@ boost::json::object oem_object(const std::optional<chassis_fru>& fru) {
 }  // namespace
 
 chassis::chassis(request_context& context)
-    : redfish(context, "Chassis", std::string(schema_file_of("Chassis").version), "Computer System Chassis",
-              chassis_uri) {}
+    : redfish(context, "Chassis", std::string(schema_file_of("Chassis").version),
+              "Computer System Chassis", chassis_uri) {}
 
 int chassis::get(request_context&) {
     set_common_properties();
@@ -80,7 +81,8 @@ int chassis::get(request_context&) {
     set("Status", status_object(SENSOR_HEALTH_OK));
     set("PowerState", power_state_text());
     set("IndicatorLED", indicator_led_state());
-    if (boost::json::value security = physical_security(); !security.is_null()) set("PhysicalSecurity", security);
+    if (boost::json::value security = physical_security(); !security.is_null())
+        set("PhysicalSecurity", security);
     for (const auto& [name, uri] : resource_links) set(name, link(uri));
     set("Links", boost::json::object{{"ComputerSystems", link_array(host_system_uri)},
                                      {"ManagedBy", link_array(bmc_manager_uri)},

@@ -8,12 +8,12 @@
 namespace odata::redfish {
 
 struct chassis_fru {
-    uint8_t chassis_type = 0;         // SMBIOS chassis type code, 0 when absent
+    uint8_t chassis_type = 0;  // SMBIOS chassis type code, 0 when absent
     std::string manufacturer;
     std::string model;
     std::string sku;
-    std::string serial_number;        // the node's own on twin-node boards
-    std::string part_number;          // likewise
+    std::string serial_number;  // the node's own on twin-node boards
+    std::string part_number;    // likewise
     std::string asset_tag;
     std::string board_serial_number;
     uint32_t board_id = 0;

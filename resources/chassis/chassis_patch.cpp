@@ -5,12 +5,12 @@
 #include <string_view>
 #include <vector>
 
+#include "framework/property_checks.h"
 #include "platform/libipmi.h"
 #include "platform/plt_result.h"
 #include "resources/chassis/chassis_fru.h"
 #include "resources/chassis/indicator_led.h"
 #include "resources/chassis/physical_security.h"
-#include "framework/property_checks.h"
 
 namespace odata::redfish {
 namespace {
@@ -41,11 +41,13 @@ bool is_fru_text(std::string_view text) {
 }
 
 void report_type_error(const request_member& member, result_record& result) {
-    add_value_message(result, "Base.1.10.PropertyValueTypeError", shown_value(member.value), member.path);
+    add_value_message(result, "Base.1.10.PropertyValueTypeError", shown_value(member.value),
+                      member.path);
 }
 
 // A string of the value set, exactly; PropertyValueNotInList otherwise.
-std::optional<std::string> read_listed(const request_member& member, const std::vector<std::string>& values,
+std::optional<std::string> read_listed(const request_member& member,
+                                       const std::vector<std::string>& values,
                                        result_record& result) {
     const boost::json::string* text = member.value.if_string();
     if (!text) {
@@ -53,7 +55,8 @@ std::optional<std::string> read_listed(const request_member& member, const std::
         return std::nullopt;
     }
     if (std::find(values.begin(), values.end(), std::string_view(*text)) == values.end()) {
-        add_value_message(result, "Base.1.10.PropertyValueNotInList", std::string(*text), member.path);
+        add_value_message(result, "Base.1.10.PropertyValueNotInList", std::string(*text),
+                          member.path);
         return std::nullopt;
     }
     return std::string(*text);
@@ -64,15 +67,18 @@ void read_asset_tag(const request_member& member, chassis_changes& changes, resu
     const boost::json::string* text = member.value.if_string();
     if (!text) return report_type_error(member, result);
     if (!is_fru_text(*text))
-        return add_value_message(result, "Base.1.10.PropertyValueFormatError", std::string(*text), member.path);
+        return add_value_message(result, "Base.1.10.PropertyValueFormatError", std::string(*text),
+                                 member.path);
     changes.asset_tag = std::string(*text);
 }
 
-void read_indicator_led(const request_member& member, chassis_changes& changes, result_record& result) {
+void read_indicator_led(const request_member& member, chassis_changes& changes,
+                        result_record& result) {
     changes.indicator_led = read_listed(member, indicator_led_values(), result);
 }
 
-void read_intrusion_sensor(const request_member& member, chassis_changes& changes, result_record& result) {
+void read_intrusion_sensor(const request_member& member, chassis_changes& changes,
+                           result_record& result) {
     if (read_listed(member, settable_intrusion_states(), result)) changes.rearm_intrusion = true;
 }
 
@@ -86,7 +92,8 @@ const patch_property physical_security_properties[] = {
     {"IntrusionSensorReArm", read_rearm_policy},
 };
 
-void read_physical_security(const request_member& member, chassis_changes& changes, result_record& result) {
+void read_physical_security(const request_member& member, chassis_changes& changes,
+                            result_record& result) {
     for_each_member(member.value, member.path, result, [&](const request_member& security_member) {
         read_patch_property(physical_security_properties, security_member, changes, result);
     });
@@ -105,13 +112,15 @@ void record_change(const std::string& what) {
 
 }  // namespace
 
-chassis_changes read_chassis_changes(const boost::json::object& body, bool lockdown, result_record& result) {
+chassis_changes read_chassis_changes(const boost::json::object& body, bool lockdown,
+                                     result_record& result) {
     chassis_changes changes;
     for (const auto& [name, value] : body) {
         const request_member member{std::string(name), value, std::string(name)};
-        if (lockdown && has_patch_property(chassis_properties, member.name) && !listed_in(lockdown_patchable, member.name)) {
-            add_message(result, "TWR.1.0.OemSystemLockdownEnabledPatchValid", {std::string(lockdown_patchable[0])},
-                        {"/" + member.path});
+        if (lockdown && has_patch_property(chassis_properties, member.name) &&
+            !listed_in(lockdown_patchable, member.name)) {
+            add_message(result, "TWR.1.0.OemSystemLockdownEnabledPatchValid",
+                        {std::string(lockdown_patchable[0])}, {"/" + member.path});
             continue;
         }
         read_patch_property(chassis_properties, member, changes, result);

@@ -18,7 +18,8 @@ struct chassis_changes {
 
 // Adds a message to result for each property that cannot be taken; under
 // system lockdown only the identify light may change.
-chassis_changes read_chassis_changes(const boost::json::object& body, bool lockdown, result_record& result);
+chassis_changes read_chassis_changes(const boost::json::object& body, bool lockdown,
+                                     result_record& result);
 
 // Applies the changes in order and records each in the event log; stops at
 // the first the platform refuses and returns its property path (empty when

@@ -14,7 +14,8 @@ constexpr int storage_retry_seconds = 10;
 [[noreturn]] void throw_storage_loading() {
     console_log("HDDLoading[%d]=%s\n", 1, chassis_collection_uri);
     result_record result = general_error();
-    add_message(result, "Base.1.10.ServiceTemporarilyUnavailable", {std::to_string(storage_retry_seconds)});
+    add_message(result, "Base.1.10.ServiceTemporarilyUnavailable",
+                {std::to_string(storage_retry_seconds)});
     exception_http error = http_error(503, result);
     error.add_header("Retry-After", std::to_string(storage_retry_seconds));
     throw error;

@@ -16,8 +16,8 @@ struct code_name {
 // The name of code, or fallback (which may be null) when the table has none.
 template <size_t size>
 const char* name_of_code(const code_name (&table)[size], int code, const char* fallback) {
-    auto found =
-        std::find_if(std::begin(table), std::end(table), [code](const code_name& entry) { return entry.code == code; });
+    auto found = std::find_if(std::begin(table), std::end(table),
+                              [code](const code_name& entry) { return entry.code == code; });
     return found == std::end(table) ? fallback : found->name;
 }
 

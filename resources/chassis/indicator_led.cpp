@@ -16,7 +16,7 @@ constexpr const char* off = "Off";
 
 struct indicator_led_entry {
     const char* value;
-    uint8_t identify_state;    // 1 only while this service makes it blink
+    uint8_t identify_state;  // 1 only while this service makes it blink
     int (*apply)();
 };
 
@@ -27,8 +27,9 @@ const indicator_led_entry indicator_led_table[] = {
 };
 
 const indicator_led_entry* find_entry(const std::string& value) {
-    auto found = std::find_if(std::begin(indicator_led_table), std::end(indicator_led_table),
-                              [&value](const indicator_led_entry& entry) { return value == entry.value; });
+    auto found =
+        std::find_if(std::begin(indicator_led_table), std::end(indicator_led_table),
+                     [&value](const indicator_led_entry& entry) { return value == entry.value; });
     return found == std::end(indicator_led_table) ? nullptr : found;
 }
 

@@ -14,15 +14,9 @@ struct name_pattern {
 // First match wins. "DIMM" precedes "CPU": memory named after its
 // processor ("CPU1_DIMM_A1 Temp") is memory.
 constexpr name_pattern temperature_patterns[] = {
-    {"DIMM", "Memory"},
-    {"CPU", "CPU"},
-    {"GPU", "ASIC"},
-    {"Xeon Phi", "ASIC"},
-    {"NIC", "ASIC"},
-    {"PLX", "ASIC"},
-    {"SSD", "StorageDevice"},
-    {"HDD", "StorageDevice"},
-    {"BPN", "Backplane"},
+    {"DIMM", "Memory"},       {"CPU", "CPU"},           {"GPU", "ASIC"},
+    {"Xeon Phi", "ASIC"},     {"NIC", "ASIC"},          {"PLX", "ASIC"},
+    {"SSD", "StorageDevice"}, {"HDD", "StorageDevice"}, {"BPN", "Backplane"},
     {"Chassis", "Backplane"},
 };
 
@@ -33,9 +27,10 @@ constexpr name_pattern voltage_patterns[] = {
 
 template <size_t size>
 const char* first_match(const name_pattern (&patterns)[size], std::string_view sensor_name) {
-    auto found = std::find_if(std::begin(patterns), std::end(patterns), [sensor_name](const name_pattern& pattern) {
-        return sensor_name.find(pattern.part_of_name) != std::string_view::npos;
-    });
+    auto found = std::find_if(
+        std::begin(patterns), std::end(patterns), [sensor_name](const name_pattern& pattern) {
+            return sensor_name.find(pattern.part_of_name) != std::string_view::npos;
+        });
     return found == std::end(patterns) ? default_physical_context : found->physical_context;
 }
 

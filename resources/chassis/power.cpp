@@ -33,7 +33,8 @@ boost::json::array processor_links() {
 }
 
 boost::json::object power_control_member(const St_PowerControl& control) {
-    boost::json::object member = array_member(power_uri, "PowerControl", 0, "Power", "PowerControl");
+    boost::json::object member =
+        array_member(power_uri, "PowerControl", 0, "Power", "PowerControl");
     member["Name"] = "System Power Control";
     member["PowerConsumedWatts"] = control.consumed_watts;
     member["PowerCapacityWatts"] = control.capacity_watts;
@@ -45,8 +46,9 @@ boost::json::object power_control_member(const St_PowerControl& control) {
                               {"MaxConsumedWatts", control.max_consumed_watts},
                               {"AverageConsumedWatts", control.average_consumed_watts}};
     // A limit of 0 means none is set.
-    member["PowerLimit"] = {{"LimitInWatts", control.limit_watts ? boost::json::value(control.limit_watts) : nullptr},
-                            {"LimitException", name_or_null(limit_exceptions, control.limit_exception)}};
+    member["PowerLimit"] = {
+        {"LimitInWatts", control.limit_watts ? boost::json::value(control.limit_watts) : nullptr},
+        {"LimitException", name_or_null(limit_exceptions, control.limit_exception)}};
     member["RelatedItem"] = processor_links();
     return member;
 }

@@ -18,8 +18,9 @@ namespace {
 constexpr code_name supply_types[] = {{PSU_TYPE_AC, "AC"}};
 
 constexpr code_name line_input_types[] = {
-    {PSU_LINE_UNKNOWN, "Unknown"},    {PSU_LINE_AC_LOW, "ACLowLine"},   {PSU_LINE_AC_MID, "ACMidLine"},
-    {PSU_LINE_AC_HIGH, "ACHighLine"}, {PSU_LINE_DC_480V, "DC480V"},     {PSU_LINE_DC_NEG_48V, "DCNeg48V"},
+    {PSU_LINE_UNKNOWN, "Unknown"},  {PSU_LINE_AC_LOW, "ACLowLine"},
+    {PSU_LINE_AC_MID, "ACMidLine"}, {PSU_LINE_AC_HIGH, "ACHighLine"},
+    {PSU_LINE_DC_480V, "DC480V"},   {PSU_LINE_DC_NEG_48V, "DCNeg48V"},
 };
 
 constexpr code_name input_types[] = {{PSU_INPUT_AC, "AC"}, {PSU_INPUT_DC, "DC"}};
@@ -46,11 +47,13 @@ boost::json::array input_ranges(const St_PowerSupplyInfo& info) {
 }
 
 boost::json::object supply_member(const St_PowerSupplyInfo& info) {
-    boost::json::object member = array_member(power_uri, "PowerSupplies", info.bay - 1, "Power", "PowerSupply");
+    boost::json::object member =
+        array_member(power_uri, "PowerSupplies", info.bay - 1, "Power", "PowerSupply");
     member["Name"] = "Power Supply Bay " + std::to_string(info.bay);
     member["Status"] = status_object(info.health);
     member["PowerSupplyType"] = name_of_code(supply_types, info.supply_type, "Unknown");
-    member["LineInputVoltageType"] = name_of_code(line_input_types, info.line_input_type, "Unknown");
+    member["LineInputVoltageType"] =
+        name_of_code(line_input_types, info.line_input_type, "Unknown");
     member["LineInputVoltage"] = info.line_input_volts;
     member["PowerCapacityWatts"] = info.capacity_watts;
     member["LastPowerOutputWatts"] = info.last_output_watts;
@@ -96,7 +99,8 @@ boost::json::array power_redundancy_members() {
         console_log("[PowerRedundancy]cant' initialize entity\n");
         return {};
     }
-    boost::json::object group = array_member(power_uri, "Redundancy", 0, "Redundancy", "Redundancy");
+    boost::json::object group =
+        array_member(power_uri, "Redundancy", 0, "Redundancy", "Redundancy");
     group["Name"] = "PowerSupply Redundancy Group 1";
     group["Mode"] = "Failover";
     group["MaxNumSupported"] = redundancy.max_supported;

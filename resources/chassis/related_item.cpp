@@ -78,15 +78,19 @@ std::string temperature_related_item(const St_SensorData& record) {
                               });
     if (found == std::end(temperature_patterns)) return owner_uri(record);
     switch (found->item) {
-        case measured::network_adapter: return network_adapter_uri(record);
-        case measured::gpu: return std::string(pcie_devices_uri) + "/GPU" + gpu_number(name);
-        case measured::processor: break;
+        case measured::network_adapter:
+            return network_adapter_uri(record);
+        case measured::gpu:
+            return std::string(pcie_devices_uri) + "/GPU" + gpu_number(name);
+        case measured::processor:
+            break;
     }
     return std::string(processors_uri) + "/" + processor_number(name);
 }
 
 std::string voltage_related_item(std::string_view sensor_name) {
-    const bool host_rail = std::string_view(voltage_physical_context(sensor_name)) != default_physical_context;
+    const bool host_rail =
+        std::string_view(voltage_physical_context(sensor_name)) != default_physical_context;
     return host_rail ? host_system_uri : chassis_uri;
 }
 

@@ -26,9 +26,11 @@ struct threshold_property {
 
 constexpr threshold_property threshold_properties[] = {
     {"UpperThresholdCritical", THRESHOLD_UPPER_CRITICAL, &St_SensorThresholds::upper_critical},
-    {"UpperThresholdFatal", THRESHOLD_UPPER_NON_RECOVERABLE, &St_SensorThresholds::upper_non_recoverable},
+    {"UpperThresholdFatal", THRESHOLD_UPPER_NON_RECOVERABLE,
+     &St_SensorThresholds::upper_non_recoverable},
     {"LowerThresholdCritical", THRESHOLD_LOWER_CRITICAL, &St_SensorThresholds::lower_critical},
-    {"LowerThresholdFatal", THRESHOLD_LOWER_NON_RECOVERABLE, &St_SensorThresholds::lower_non_recoverable},
+    {"LowerThresholdFatal", THRESHOLD_LOWER_NON_RECOVERABLE,
+     &St_SensorThresholds::lower_non_recoverable},
 };
 
 // Whole values are written as integers, the rest to the decimal places the
@@ -53,15 +55,17 @@ std::vector<const St_SensorData*> threshold_sensors(uint8_t sensor_type) {
     std::vector<const St_SensorData*> records;
     for (size_t i = 0; i < record_count(); ++i) {
         const St_SensorData& record = at_St_SensorData[i];
-        if (record.record_type == SDR_FULL_SENSOR && record.sensor_type == sensor_type) records.push_back(&record);
+        if (record.record_type == SDR_FULL_SENSOR && record.sensor_type == sensor_type)
+            records.push_back(&record);
     }
     return records;
 }
 
 const St_SensorData* find_sensor_named(std::string_view name) {
     const std::vector<const St_SensorData*> records = exposed_sensors();
-    auto found = std::find_if(records.begin(), records.end(),
-                              [name](const St_SensorData* record) { return sensor_name(*record) == name; });
+    auto found = std::find_if(records.begin(), records.end(), [name](const St_SensorData* record) {
+        return sensor_name(*record) == name;
+    });
     return found == records.end() ? nullptr : *found;
 }
 
@@ -71,7 +75,8 @@ std::string sensor_name(const St_SensorData& record) {
 }
 
 boost::json::value raw_to_json(const St_SensorData& record, uint8_t raw, number_form form) {
-    const int decimals = form == number_form::integer ? 0 : std::max(0, -static_cast<int>(record.k2));
+    const int decimals =
+        form == number_form::integer ? 0 : std::max(0, -static_cast<int>(record.k2));
     return rounded(SensorRawToValue(&record, raw), decimals);
 }
 

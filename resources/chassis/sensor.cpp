@@ -15,13 +15,15 @@ std::string captured_index(const request_context& context) {
 // "/Sensors/007" is sensor 7: the URI names it as the collection does.
 std::string sensor_uri(const request_context& context) {
     const int index = context.capture_number(0);
-    return std::string(sensors_uri) + "/" + (index < 0 ? captured_index(context) : std::to_string(index));
+    return std::string(sensors_uri) + "/" +
+           (index < 0 ? captured_index(context) : std::to_string(index));
 }
 
 }  // namespace
 
 sensor::sensor(request_context& context)
-    : redfish(context, "Sensor", std::string(schema_file_of("Sensor").version), "Sensor", sensor_uri(context)) {}
+    : redfish(context, "Sensor", std::string(schema_file_of("Sensor").version), "Sensor",
+              sensor_uri(context)) {}
 
 int sensor::get(request_context& context) {
     const std::vector<const St_SensorData*> records = exposed_sensors();
@@ -32,9 +34,11 @@ int sensor::get(request_context& context) {
     set_common_properties();
     set("Name", sensor_name(record));
     set("Status", sensor_status(record));
-    set("Oem", boost::json::object{{"Tarnwright", {{"@odata.type", "#TwrSensorExtensions.v1_0_0.Sensor"},
-                                                   {"SensorNumber", record.sensor_number},
-                                                   {"SensorValue", reading_value(record, number_form::decimal)}}}});
+    set("Oem",
+        boost::json::object{{"Tarnwright",
+                             {{"@odata.type", "#TwrSensorExtensions.v1_0_0.Sensor"},
+                              {"SensorNumber", record.sensor_number},
+                              {"SensorValue", reading_value(record, number_form::decimal)}}}});
     return 0;
 }
 

@@ -32,8 +32,8 @@ std::vector<std::string> storage_enclosure_uris() {
     for (const enclosure_family& family : enclosure_families) {
         const int count = family.count();
         for (int controller = 0; controller < count; ++controller)
-            uris.push_back(std::string(chassis_collection_uri) + "/" + family.prefix + std::to_string(controller) +
-                           family.suffix);
+            uris.push_back(std::string(chassis_collection_uri) + "/" + family.prefix +
+                           std::to_string(controller) + family.suffix);
     }
     return uris;
 }

@@ -17,7 +17,8 @@ constexpr const char* fan_physical_context = "Chassis";
 
 boost::json::object temperature_member(const St_SensorData& record, size_t index) {
     const std::string name = sensor_name(record);
-    boost::json::object member = array_member(thermal_uri, "Temperatures", index, "Thermal", "Temperature");
+    boost::json::object member =
+        array_member(thermal_uri, "Temperatures", index, "Thermal", "Temperature");
     member["Name"] = name;
     member["SensorNumber"] = record.sensor_number;
     member["Status"] = sensor_status(record);
@@ -66,7 +67,8 @@ boost::json::array fan_members() {
 }  // namespace
 
 thermal::thermal(request_context& context)
-    : redfish(context, "Thermal", std::string(schema_file_of("Thermal").version), "Thermal", thermal_uri) {}
+    : redfish(context, "Thermal", std::string(schema_file_of("Thermal").version), "Thermal",
+              thermal_uri) {}
 
 int thermal::get(request_context&) {
     set_common_properties();

@@ -27,7 +27,8 @@ constexpr const char* boot_next_request_file = "/tmp/boot_save_to_bios.json";
 constexpr const char* bios_setting_file = "/nv/bios/bios_setting";
 constexpr const char* bios_feature_flag_file = "/nv/bios/bios_feature_flag";
 constexpr const char* hii_restore_setting_file = "/tmp/HII/bios_restore_setting";
-constexpr const char* restore_setting_files[] = {"/tmp/boot_restore_setting", "/tmp/bios_restore_setting"};
+constexpr const char* restore_setting_files[] = {"/tmp/boot_restore_setting",
+                                                 "/tmp/bios_restore_setting"};
 
 // The file's JSON object; empty when it is missing, empty or not an object.
 boost::json::object read_json_object(const char* bmc_file) {
@@ -48,7 +49,9 @@ std::string boot_uri_in(const boost::json::object& document, std::string_view gr
     return uri && uri->is_string() ? std::string(uri->get_string()) : std::string(not_supported);
 }
 
-bool file_exists(const char* bmc_file) { return std::ifstream(platform::bmc_path(bmc_file)).good(); }
+bool file_exists(const char* bmc_file) {
+    return std::ifstream(platform::bmc_path(bmc_file)).good();
+}
 
 bool names_pending_boot_next(const char* bmc_file) {
     return !ini_settings(bmc_file).get<std::string>("BootNext", "").empty();
@@ -59,7 +62,8 @@ bool names_ipv6_host(std::string_view uri) {
     if (scheme_end == std::string_view::npos) return false;
     const std::string_view authority = uri.substr(scheme_end + 3);
     const size_t literal_end = authority.find(']');
-    if (authority.empty() || authority.front() != '[' || literal_end == std::string_view::npos) return false;
+    if (authority.empty() || authority.front() != '[' || literal_end == std::string_view::npos)
+        return false;
     const std::string address(authority.substr(1, literal_end - 1));
     in6_addr parsed{};
     return inet_pton(AF_INET6, address.c_str(), &parsed) == 1;
@@ -83,14 +87,16 @@ bool boot_next_pending() {
 }
 
 bool uefi_boot_next_allowed() {
-    return ini_settings(bios_feature_flag_file).get<int>("UefiBootNext", 0) != 0 && isNewHIISupport();
+    return ini_settings(bios_feature_flag_file).get<int>("UefiBootNext", 0) != 0 &&
+           isNewHIISupport();
 }
 
 bios_boot_options read_bios_boot_options() {
     const ini_settings settings(bios_setting_file);
     bios_boot_options options;
     const std::string order = settings.get<std::string>("BootOrder", "");
-    if (!order.empty()) boost::algorithm::split(options.order, order, [](char c) { return c == ','; });
+    if (!order.empty())
+        boost::algorithm::split(options.order, order, [](char c) { return c == ','; });
     options.next = settings.get<std::string>("BootNext", "");
     return options;
 }
@@ -98,7 +104,8 @@ bios_boot_options read_bios_boot_options() {
 bool is_http_boot_uri(std::string_view uri) {
     const size_t scheme_end = uri.find("://");
     const std::string_view scheme = uri.substr(0, scheme_end);
-    if (scheme_end == std::string_view::npos || (scheme != "http" && scheme != "https")) return false;
+    if (scheme_end == std::string_view::npos || (scheme != "http" && scheme != "https"))
+        return false;
     if (uri.size() == scheme_end + 3 || uri.size() > max_boot_uri_length) return false;
     return std::all_of(uri.begin(), uri.end(), [](char c) { return c > ' ' && c < 0x7f; });
 }
@@ -110,12 +117,14 @@ bool write_http_boot_request(const std::string& uri) {
           {"SelectIPv4orIPv6", names_ipv6_host(uri) ? "IPv6" : "IPv4"},
           {"BootDescription", "Redfish"},
           {"BootURI", uri}}}};
-    return WriteConfigFile(http_boot_request_file, boost::json::serialize(request).c_str()) == PLT_OK;
+    return WriteConfigFile(http_boot_request_file, boost::json::serialize(request).c_str()) ==
+           PLT_OK;
 }
 
 bool write_boot_next_request(const std::string& option) {
     const boost::json::object request{{"BootNext", option}};
-    return WriteConfigFile(boot_next_request_file, boost::json::serialize(request).c_str()) == PLT_OK;
+    return WriteConfigFile(boot_next_request_file, boost::json::serialize(request).c_str()) ==
+           PLT_OK;
 }
 
 }  // namespace odata::redfish

@@ -1,11 +1,11 @@
 // The BIOS's side of booting, in the files the service shares with the
 // BIOS configuration programs (paths are BMC paths):
 //
-//   /tmp/attributes.json          {"Attributes": {"BootURI": "...", ...}}  the BIOS's current attributes
-//   /tmp/user_saving_result.json  {"Pendding": {"BootURI": "...", ...}}    changes waiting for the next boot
-//   /tmp/user_save_to_bios.json   {"Attributes": {...}}                    HTTP boot attributes to hand over
-//   /tmp/boot_save_to_bios.json   {"BootNext": "Boot0001"}                 the BootNext to hand over
-//   /nv/bios/bios_setting         INI: BootOrder=Boot0001,Boot0002  BootNext=Boot0002
+//   /tmp/attributes.json          {"Attributes": {"BootURI": "...", ...}}  the BIOS's current
+//   attributes /tmp/user_saving_result.json  {"Pendding": {"BootURI": "...", ...}}    changes
+//   waiting for the next boot /tmp/user_save_to_bios.json   {"Attributes": {...}} HTTP boot
+//   attributes to hand over /tmp/boot_save_to_bios.json   {"BootNext": "Boot0001"} the BootNext to
+//   hand over /nv/bios/bios_setting         INI: BootOrder=Boot0001,Boot0002  BootNext=Boot0002
 //   /nv/bios/bios_feature_flag    INI: UefiBootNext=1 when the BIOS takes a BootNext
 //   restore-setting files         INI: BootNext=<option> while a BootNext is pending;
 //                                 /tmp/HII/bios_restore_setting with the HII daemon,

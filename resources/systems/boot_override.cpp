@@ -13,7 +13,8 @@ constexpr uint8_t efi_boot_bit = 0x20;
 const std::vector<const St_BootFlagEntry*>& boot_rows() {
     static const std::vector<const St_BootFlagEntry*> rows = [] {
         std::vector<const St_BootFlagEntry*> list;
-        for (int i = 0; i < ChassisBootTableSize && boot_flags[i].name; ++i) list.push_back(&boot_flags[i]);
+        for (int i = 0; i < ChassisBootTableSize && boot_flags[i].name; ++i)
+            list.push_back(&boot_flags[i]);
         for (int i = 0; i < ChassisBootTableExtSize && boot_flags_ext[i].name; ++i)
             list.push_back(&boot_flags_ext[i]);
         return list;
@@ -42,16 +43,18 @@ const std::vector<byte1_setting>& override_mode_settings() {
     return settings;
 }
 
-const byte1_setting* find_setting(const std::vector<byte1_setting>& settings, std::string_view name) {
-    auto found = std::find_if(settings.begin(), settings.end(),
-                              [name](const byte1_setting& setting) { return setting.name == name; });
+const byte1_setting* find_setting(const std::vector<byte1_setting>& settings,
+                                  std::string_view name) {
+    auto found =
+        std::find_if(settings.begin(), settings.end(),
+                     [name](const byte1_setting& setting) { return setting.name == name; });
     return found == settings.end() ? nullptr : &*found;
 }
 
 std::string_view setting_name(const std::vector<byte1_setting>& settings, uint8_t byte1) {
-    auto held = std::find_if(settings.begin(), settings.end(), [byte1](const byte1_setting& setting) {
-        return apply_setting(setting, byte1) == byte1;
-    });
+    auto held = std::find_if(
+        settings.begin(), settings.end(),
+        [byte1](const byte1_setting& setting) { return apply_setting(setting, byte1) == byte1; });
     return held == settings.end() ? std::string_view() : held->name;
 }
 
@@ -95,7 +98,8 @@ void apply_boot_source(const St_BootFlagEntry& row, uint8_t (&bytes)[2]) {
     }
 }
 
-std::string shown_override_target(const uint8_t (&bytes)[2], bool boot_next_pending, bool has_http_boot_uri) {
+std::string shown_override_target(const uint8_t (&bytes)[2], bool boot_next_pending,
+                                  bool has_http_boot_uri) {
     std::string target(boot_source_name(bytes[1]));
     if (boot_next_pending) target = uefi_boot_next_target;
     if ((bytes[0] & efi_boot_bit) && has_http_boot_uri) target = uefi_http_target;

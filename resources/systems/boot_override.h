@@ -29,7 +29,8 @@ const std::vector<byte1_setting>& override_enabled_settings();
 const std::vector<byte1_setting>& override_mode_settings();
 
 // The setting named exactly name, or null.
-const byte1_setting* find_setting(const std::vector<byte1_setting>& settings, std::string_view name);
+const byte1_setting* find_setting(const std::vector<byte1_setting>& settings,
+                                  std::string_view name);
 std::string_view setting_name(const std::vector<byte1_setting>& settings, uint8_t byte1);
 uint8_t apply_setting(const byte1_setting& setting, uint8_t byte1);
 
@@ -47,6 +48,7 @@ void apply_boot_source(const St_BootFlagEntry& row, uint8_t (&bytes)[2]);
 // replaced by "UefiBootNext" while a BootNext is pending and by "UefiHttp"
 // for a UEFI boot from an HTTP boot URI. Empty, and logged, when the
 // selector is unknown and no override applies.
-std::string shown_override_target(const uint8_t (&bytes)[2], bool boot_next_pending, bool has_http_boot_uri);
+std::string shown_override_target(const uint8_t (&bytes)[2], bool boot_next_pending,
+                                  bool has_http_boot_uri);
 
 }  // namespace odata::redfish

@@ -17,11 +17,15 @@ constexpr const char* parameter_name = "ResetType";
 
 const reset_type& requested_reset(const boost::json::value& body) {
     const boost::json::object* parameters = body.if_object();
-    const boost::json::value* requested = parameters ? parameters->if_contains(parameter_name) : nullptr;
-    if (!requested) throw_http_error(400, "Base.1.10.ActionParameterUnknown", {action_name, parameter_name});
+    const boost::json::value* requested =
+        parameters ? parameters->if_contains(parameter_name) : nullptr;
+    if (!requested)
+        throw_http_error(400, "Base.1.10.ActionParameterUnknown", {action_name, parameter_name});
     const boost::json::string* name = requested->if_string();
     const reset_type* reset = name ? find_reset_type(*name) : nullptr;
-    if (!reset) throw_http_error(400, "Base.1.10.ActionParameterNotSupported", {parameter_name, action_name});
+    if (!reset)
+        throw_http_error(400, "Base.1.10.ActionParameterNotSupported",
+                         {parameter_name, action_name});
     return *reset;
 }
 
@@ -33,10 +37,12 @@ computersystem_reset::computersystem_reset(request_context& context)
 int computersystem_reset::post(request_context& context) {
     const reset_type& reset = requested_reset(context.body_json());
     if (at_p_St_GlobalVar->fw_update_flags & bios_update_mode_flag)
-        throw_http_error(400, "TWR.1.0.OemFirmwareAlreadyInUpdateMode", {"BIOS"}, {"EnterUpdateMode_StatusCheck"});
+        throw_http_error(400, "TWR.1.0.OemFirmwareAlreadyInUpdateMode", {"BIOS"},
+                         {"EnterUpdateMode_StatusCheck"});
     const int result = reset.perform();
     if (result != PLT_OK)
-        console_log("[ComputerSystem.Reset] %s: platform result %d\n", std::string(reset.name).c_str(), result);
+        console_log("[ComputerSystem.Reset] %s: platform result %d\n",
+                    std::string(reset.name).c_str(), result);
     system_->answer_success();
     return 0;
 }

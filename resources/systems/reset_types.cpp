@@ -29,8 +29,8 @@ const std::vector<reset_type>& reset_types() {
 
 const reset_type* find_reset_type(std::string_view name) {
     const auto& table = reset_types();
-    auto found =
-        std::find_if(table.begin(), table.end(), [name](const reset_type& entry) { return entry.name == name; });
+    auto found = std::find_if(table.begin(), table.end(),
+                              [name](const reset_type& entry) { return entry.name == name; });
     return found == table.end() ? nullptr : &*found;
 }
 

@@ -10,7 +10,7 @@ namespace odata::redfish {
 
 struct reset_type {
     std::string_view name;
-    int (*perform)();    // a plt_result.h code
+    int (*perform)();  // a plt_result.h code
 };
 
 // In the order in which a requested value is matched.

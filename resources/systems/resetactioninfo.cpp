@@ -11,7 +11,8 @@ namespace {
 
 bool is_under_system(std::string_view path) {
     const std::string_view prefix = system_uri;
-    return path.substr(0, prefix.size()) == prefix && path.size() > prefix.size() && path[prefix.size()] == '/';
+    return path.substr(0, prefix.size()) == prefix && path.size() > prefix.size() &&
+           path[prefix.size()] == '/';
 }
 
 }  // namespace

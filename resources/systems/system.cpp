@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
 #include "frontend/exception_http.h"
@@ -18,7 +19,6 @@
 #include "resources/systems/system_inventory.h"
 #include "resources/systems/system_patch.h"
 #include "resources/systems/system_uris.h"
-#include "framework/property_checks.h"
 
 namespace odata::redfish {
 namespace {
@@ -42,7 +42,8 @@ std::string system_path(const char* path) { return std::string(system_uri) + pat
 boost::json::array link_array(const char* uri) { return {link(uri)}; }
 
 boost::json::object reset_action() {
-    return {{"target", system_reset_target_uri}, {"@Redfish.ActionInfo", system_reset_actioninfo_uri}};
+    return {{"target", system_reset_target_uri},
+            {"@Redfish.ActionInfo", system_reset_actioninfo_uri}};
 }
 
 boost::json::object oem_object() {
@@ -68,8 +69,8 @@ boost::json::object memory_summary(const smbios_inventory& inventory) {
 }  // namespace
 
 system::system(request_context& context)
-    : redfish(context, "ComputerSystem", std::string(schema_file_of("ComputerSystem").version), "Computer System",
-              system_uri) {}
+    : redfish(context, "ComputerSystem", std::string(schema_file_of("ComputerSystem").version),
+              "Computer System", system_uri) {}
 
 int system::get(request_context&) {
     set_common_properties();
@@ -95,7 +96,8 @@ void system::set_smbios_properties() {
     if (!inventory) return;
     set("SystemType", "Physical");
     char bios_version[bios_version_size] = "";
-    if (UtilGetLatestBiosRev(bios_version, sizeof bios_version) == PLT_OK) set("BiosVersion", bios_version);
+    if (UtilGetLatestBiosRev(bios_version, sizeof bios_version) == PLT_OK)
+        set("BiosVersion", bios_version);
     set("Manufacturer", inventory->manufacturer);
     set("Model", inventory->model);
     set("SKU", inventory->sku);

@@ -22,7 +22,8 @@ int processor_health_code() {
     for (int i = 0; i < at_p_St_GlobalVar->sensor_count; ++i) {
         const St_SensorData& record = at_St_SensorData[i];
         if (!std::regex_match(record.id_string, processor_temperature)) continue;
-        worst = std::max(worst, UtilGetSensorCurrStatus(record.sensor_number, SENSOR_STATUS_HEALTH));
+        worst =
+            std::max(worst, UtilGetSensorCurrStatus(record.sensor_number, SENSOR_STATUS_HEALTH));
     }
     return worst;
 }

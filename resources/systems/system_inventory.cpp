@@ -56,7 +56,8 @@ smbios_inventory inventory_of(const St_SMBiosData& data) {
 
 part_identity read_part_identity() {
     if (GetQuillonType() != 0) {
-        return {fixed_text(at_p_St_GlobalVar->node_serial_number), fixed_text(at_p_St_GlobalVar->node_part_number)};
+        return {fixed_text(at_p_St_GlobalVar->node_serial_number),
+                fixed_text(at_p_St_GlobalVar->node_part_number)};
     }
     St_FRUInfo info{};
     if (ReadFRUInfo(FRU_BOARD_DEVICE, &info) != PLT_OK) {

@@ -4,12 +4,12 @@
 #include <set>
 #include <string_view>
 
+#include "framework/property_checks.h"
 #include "platform/libbios.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "resources/chassis/indicator_led.h"
 #include "resources/systems/bios_boot_settings.h"
-#include "framework/property_checks.h"
 
 namespace odata::redfish {
 namespace {
@@ -24,7 +24,8 @@ void report_value(result_record& result, const char* message_id, const request_m
     add_message(result, message_id, {shown_value(member.value), member.name}, {"/" + member.path});
 }
 
-const boost::json::string* require_nonempty_text(const request_member& member, result_record& result) {
+const boost::json::string* require_nonempty_text(const request_member& member,
+                                                 result_record& result) {
     const boost::json::string* text = member.value.if_string();
     if (!text || text->empty()) {
         report_value(result, "Base.1.10.PropertyValueTypeError", member);
@@ -46,7 +47,8 @@ bool is_listed(const std::vector<std::string>& options, const std::string& name)
     return std::find(options.begin(), options.end(), name) != options.end();
 }
 
-void read_indicator_led(const request_member& member, system_changes& changes, result_record& result) {
+void read_indicator_led(const request_member& member, system_changes& changes,
+                        result_record& result) {
     const std::string* value = read_choice(member, result, [](std::string_view text) {
         const auto& values = indicator_led_values();
         auto found = std::find(values.begin(), values.end(), text);
@@ -65,17 +67,20 @@ void read_target(const request_member& member, system_changes& changes, result_r
 }
 
 void read_mode(const request_member& member, system_changes& changes, result_record& result) {
-    changes.override_mode = read_choice(
-        member, result, [](std::string_view text) { return find_setting(override_mode_settings(), text); });
+    changes.override_mode = read_choice(member, result, [](std::string_view text) {
+        return find_setting(override_mode_settings(), text);
+    });
 }
 
 void read_enabled(const request_member& member, system_changes& changes, result_record& result) {
-    changes.override_enabled = read_choice(
-        member, result, [](std::string_view text) { return find_setting(override_enabled_settings(), text); });
+    changes.override_enabled = read_choice(member, result, [](std::string_view text) {
+        return find_setting(override_enabled_settings(), text);
+    });
 }
 
 // An empty URI is allowed: it stops HTTP boot.
-void read_http_boot_uri(const request_member& member, system_changes& changes, result_record& result) {
+void read_http_boot_uri(const request_member& member, system_changes& changes,
+                        result_record& result) {
     const boost::json::string* text = member.value.if_string();
     if (!text) return report_value(result, "Base.1.10.PropertyValueTypeError", member);
     if (!text->empty() && !is_http_boot_uri(*text))
@@ -95,8 +100,9 @@ void read_boot_next(const request_member& member, system_changes& changes, resul
 // takes a boot order.
 void read_boot_order(const request_member& member, system_changes& changes, result_record& result) {
     const boost::json::array* array = member.value.if_array();
-    const bool all_text = array && std::all_of(array->begin(), array->end(),
-                                               [](const boost::json::value& item) { return item.is_string(); });
+    const bool all_text =
+        array && std::all_of(array->begin(), array->end(),
+                             [](const boost::json::value& item) { return item.is_string(); });
     if (!all_text) return report_value(result, "Base.1.10.PropertyValueTypeError", member);
     const std::vector<std::string> options = read_bios_boot_options().order;
     std::vector<std::string> order;
@@ -108,7 +114,8 @@ void read_boot_order(const request_member& member, system_changes& changes, resu
     }
     if (order.empty()) return report_value(result, "Base.1.10.PropertyValueFormatError", member);
     if (!isNewHIISupport())
-        return add_message(result, "Base.1.10.PropertyNotWritable", {member.name}, {"/" + member.path});
+        return add_message(result, "Base.1.10.PropertyNotWritable", {member.name},
+                           {"/" + member.path});
     changes.boot_order = std::move(order);
 }
 
@@ -155,14 +162,15 @@ bool applied(bool done, const char* property) {
 
 }  // namespace
 
-system_changes read_system_changes(const boost::json::object& body, bool lockdown, result_record& result) {
+system_changes read_system_changes(const boost::json::object& body, bool lockdown,
+                                   result_record& result) {
     system_changes changes;
     for (const auto& [name, value] : body) {
         const request_member member{std::string(name), value, std::string(name)};
         const bool locked = lockdown && !listed_in(lockdown_patchable, member.name);
         if (locked && has_patch_property(system_properties, member.name)) {
-            add_message(result, "TWR.1.0.OemSystemLockdownEnabledPatchValid", {std::string(lockdown_patchable[0])},
-                        {"/" + member.path});
+            add_message(result, "TWR.1.0.OemSystemLockdownEnabledPatchValid",
+                        {std::string(lockdown_patchable[0])}, {"/" + member.path});
             continue;
         }
         read_patch_property(system_properties, member, changes, result);
@@ -185,7 +193,8 @@ bool apply_system_changes(const system_changes& changes) {
         all_applied = false;
     }
     if (changes.boot_next) all_applied &= applied(apply_boot_next(*changes.boot_next), "BootNext");
-    if (changes.boot_order) all_applied &= applied(push_boot_order(*changes.boot_order), "BootOrder");
+    if (changes.boot_order)
+        all_applied &= applied(push_boot_order(*changes.boot_order), "BootOrder");
     return all_applied;
 }
 

@@ -15,7 +15,7 @@ namespace odata::redfish {
 struct system_changes {
     std::optional<std::string> indicator_led;
     const St_BootFlagEntry* boot_source = nullptr;
-    bool uefi_boot_next = false;    // the "UefiBootNext" target: BootNext does the work
+    bool uefi_boot_next = false;  // the "UefiBootNext" target: BootNext does the work
     const byte1_setting* override_mode = nullptr;
     const byte1_setting* override_enabled = nullptr;
     std::optional<std::string> http_boot_uri;
@@ -24,7 +24,8 @@ struct system_changes {
 };
 
 // Under system lockdown only IndicatorLED may be patched.
-system_changes read_system_changes(const boost::json::object& body, bool lockdown, result_record& result);
+system_changes read_system_changes(const boost::json::object& body, bool lockdown,
+                                   result_record& result);
 
 // Applies the changes in this order: IndicatorLED, BootSourceOverrideTarget,
 // BootSourceOverrideMode, BootSourceOverrideEnabled, HttpBootUri, BootNext,

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "framework/property_checks.h"
 #include "platform/libdirectory.h"
 #include "platform/libipmi_users.h"
 #include "platform/sim/directory_providers.h"
@@ -16,7 +17,6 @@
 #include "security/directory_settings.h"
 #include "security/directory_validation.h"
 #include "security/external_account_provider.h"
-#include "framework/property_checks.h"
 #include "sim_root_fixture.h"
 
 namespace {
@@ -37,7 +37,8 @@ std::vector<std::string> ids_of(const std::string& only) { return {only}; }
 
 boost::json::array args_of(const result_record& result, std::size_t index = 0) {
     const boost::json::object& entry = result.entries.at(index).as_object();
-    return entry.contains("MessageArgs") ? entry.at("MessageArgs").as_array() : boost::json::array();
+    return entry.contains("MessageArgs") ? entry.at("MessageArgs").as_array()
+                                         : boost::json::array();
 }
 
 class account_validation : public sim_testing::sim_root {
@@ -148,17 +149,19 @@ TEST_F(account_validation, snmp_keys_need_8_characters_of_both_cases_and_digits)
     EXPECT_TRUE(is_legal_snmp_key("Abcdefg1"));
     for (const char* illegal : {"Abcdef1", "abcdefg1", "ABCDEFG1", "Abcdefgh"})
         EXPECT_FALSE(is_legal_snmp_key(illegal));
-    EXPECT_FALSE(
-        validate_snmp(parse(R"({"EncryptionKey":"abcdefg1"})"), unknown_property::in_patch(), result));
+    EXPECT_FALSE(validate_snmp(parse(R"({"EncryptionKey":"abcdefg1"})"),
+                               unknown_property::in_patch(), result));
     EXPECT_EQ(ids(result), ids_of("TWR.1.0.OemSnmpv3IllegalKey"));
     EXPECT_EQ(boost::json::serialize(result.entries).find("abcdefg1"), std::string::npos);
 }
 
 TEST_F(account_validation, unknown_members_are_reported_as_the_request_kind_asks) {
-    EXPECT_FALSE(validate_snmp(parse(R"({"Community":"x"})"), unknown_property::in_post(action), result));
-    EXPECT_FALSE(validate_snmp(parse(R"({"Community":"x"})"), unknown_property::in_patch(), result));
-    EXPECT_EQ(ids(result),
-              (std::vector<std::string>{"Base.1.10.ActionParameterUnknown", "Base.1.10.PropertyUnknown"}));
+    EXPECT_FALSE(
+        validate_snmp(parse(R"({"Community":"x"})"), unknown_property::in_post(action), result));
+    EXPECT_FALSE(
+        validate_snmp(parse(R"({"Community":"x"})"), unknown_property::in_patch(), result));
+    EXPECT_EQ(ids(result), (std::vector<std::string>{"Base.1.10.ActionParameterUnknown",
+                                                     "Base.1.10.PropertyUnknown"}));
     EXPECT_EQ(args_of(result, 0), (boost::json::array{action, "SNMP/Community"}));
 }
 
@@ -182,38 +185,52 @@ TEST_F(account_validation, locked_may_only_be_cleared) {
 }
 
 TEST_F(account_validation, lockout_values_have_inclusive_ranges) {
-    EXPECT_EQ(require_integer_up_to(value(0), max_lockout_threshold, "AccountLockoutThreshold", result), 0);
-    EXPECT_EQ(require_integer_up_to(value(5), max_lockout_threshold, "AccountLockoutThreshold", result), 5);
-    EXPECT_EQ(require_integer_up_to(value(0), max_lockout_seconds, "AccountLockoutDuration", result), 0);
-    EXPECT_EQ(require_integer_up_to(value(1800), max_lockout_seconds, "AccountLockoutDuration", result),
-              1800);
+    EXPECT_EQ(
+        require_integer_up_to(value(0), max_lockout_threshold, "AccountLockoutThreshold", result),
+        0);
+    EXPECT_EQ(
+        require_integer_up_to(value(5), max_lockout_threshold, "AccountLockoutThreshold", result),
+        5);
+    EXPECT_EQ(
+        require_integer_up_to(value(0), max_lockout_seconds, "AccountLockoutDuration", result), 0);
+    EXPECT_EQ(
+        require_integer_up_to(value(1800), max_lockout_seconds, "AccountLockoutDuration", result),
+        1800);
     EXPECT_TRUE(result.entries.empty());
-    EXPECT_FALSE(require_integer_up_to(value(6), max_lockout_threshold, "AccountLockoutThreshold", result));
-    EXPECT_FALSE(require_integer_up_to(value(1801), max_lockout_seconds, "AccountLockoutDuration", result));
     EXPECT_FALSE(
-        require_integer_up_to(value(-1), max_lockout_seconds, "AccountLockoutCounterResetAfter", result));
-    EXPECT_FALSE(require_integer_up_to(value(18446744073709551615ull), max_lockout_seconds, "x", result));
-    EXPECT_FALSE(require_integer_up_to(value("3"), max_lockout_threshold, "AccountLockoutThreshold", result));
-    EXPECT_FALSE(require_integer_up_to(value(2.5), max_lockout_threshold, "AccountLockoutThreshold", result));
-    EXPECT_EQ(ids(result), (std::vector<std::string>{
-                               "Base.1.10.PropertyValueFormatError", "Base.1.10.PropertyValueFormatError",
-                               "Base.1.10.PropertyValueFormatError", "Base.1.10.PropertyValueFormatError",
-                               "Base.1.10.PropertyValueTypeError", "Base.1.10.PropertyValueTypeError"}));
+        require_integer_up_to(value(6), max_lockout_threshold, "AccountLockoutThreshold", result));
+    EXPECT_FALSE(
+        require_integer_up_to(value(1801), max_lockout_seconds, "AccountLockoutDuration", result));
+    EXPECT_FALSE(require_integer_up_to(value(-1), max_lockout_seconds,
+                                       "AccountLockoutCounterResetAfter", result));
+    EXPECT_FALSE(
+        require_integer_up_to(value(18446744073709551615ull), max_lockout_seconds, "x", result));
+    EXPECT_FALSE(require_integer_up_to(value("3"), max_lockout_threshold, "AccountLockoutThreshold",
+                                       result));
+    EXPECT_FALSE(require_integer_up_to(value(2.5), max_lockout_threshold, "AccountLockoutThreshold",
+                                       result));
+    EXPECT_EQ(ids(result),
+              (std::vector<std::string>{
+                  "Base.1.10.PropertyValueFormatError", "Base.1.10.PropertyValueFormatError",
+                  "Base.1.10.PropertyValueFormatError", "Base.1.10.PropertyValueFormatError",
+                  "Base.1.10.PropertyValueTypeError", "Base.1.10.PropertyValueTypeError"}));
 }
 
 TEST_F(account_validation, a_post_reports_every_missing_and_refused_property_at_once) {
     const boost::json::value body = parse(R"({"Enabled":"yes","Id":"7","Shell":"/bin/sh"})");
     read_account_request(body.as_object(), {true, 3, action}, result);
-    EXPECT_EQ(ids(result), (std::vector<std::string>{
-                               "Base.1.10.PropertyMissing", "Base.1.10.PropertyMissing",
-                               "Base.1.10.PropertyMissing", "Base.1.10.PropertyValueTypeError",
-                               "Base.1.10.PropertyNotWritable", "Base.1.10.ActionParameterUnknown"}));
+    EXPECT_EQ(ids(result),
+              (std::vector<std::string>{
+                  "Base.1.10.PropertyMissing", "Base.1.10.PropertyMissing",
+                  "Base.1.10.PropertyMissing", "Base.1.10.PropertyValueTypeError",
+                  "Base.1.10.PropertyNotWritable", "Base.1.10.ActionParameterUnknown"}));
 }
 
 TEST_F(account_validation, a_patch_reads_only_what_it_names) {
     const boost::json::value body =
         parse(R"({"Password":"Secret-123","Enabled":false,"Locked":false,"Shell":1})");
-    account_changes changes = read_account_request(body.as_object(), {false, 3, action + "/4"}, result);
+    account_changes changes =
+        read_account_request(body.as_object(), {false, 3, action + "/4"}, result);
     EXPECT_EQ(ids(result), ids_of("Base.1.10.PropertyUnknown"));
     EXPECT_EQ(changes.password, "Secret-123");
     EXPECT_EQ(changes.enabled, false);
@@ -230,8 +247,8 @@ TEST(service_address, scheme_host_and_port) {
          {"dir.example", "http://dir.example", "LDAP://dir.example", "ldap://", "ldap://:389",
           "ldap://dir example", "ldap://[fd00::5", "ldap://[]:389", "ldap://[fd00::5]389"})
         EXPECT_EQ(check_service_address(bad), address_fault::bad_address) << bad;
-    for (const char* bad_port : {"ldap://host:", "ldap://host:ldap", "ldap://host:0", "ldap://host:65536",
-                                 "ldap://[fd00::5]:x", "ldap://host:123456"})
+    for (const char* bad_port : {"ldap://host:", "ldap://host:ldap", "ldap://host:0",
+                                 "ldap://host:65536", "ldap://[fd00::5]:x", "ldap://host:123456"})
         EXPECT_EQ(check_service_address(bad_port), address_fault::bad_port) << bad_port;
 }
 
@@ -239,31 +256,35 @@ TEST(service_address, each_refused_entry_gets_its_message) {
     result_record result = general_error();
     EXPECT_FALSE(validate_service_addresses(parse(R"(["ldap://a:389","ftp://b","ldap://c:x",7])"),
                                             "LDAP/ServiceAddresses", result));
-    EXPECT_EQ(ids(result),
-              (std::vector<std::string>{"TWR.1.0.OemLdapBadServiceAddresses", "TWR.1.0.OemLdapBadPortNumber",
-                                        "Base.1.10.PropertyValueTypeError"}));
+    EXPECT_EQ(ids(result), (std::vector<std::string>{"TWR.1.0.OemLdapBadServiceAddresses",
+                                                     "TWR.1.0.OemLdapBadPortNumber",
+                                                     "Base.1.10.PropertyValueTypeError"}));
     EXPECT_EQ(args_of(result, 0), (boost::json::array{"ftp://b", "LDAP/ServiceAddresses"}));
-    EXPECT_EQ(validate_service_addresses(parse(R"(["ldaps://[::1]:636"])"), "LDAP/ServiceAddresses", result),
+    EXPECT_EQ(validate_service_addresses(parse(R"(["ldaps://[::1]:636"])"), "LDAP/ServiceAddresses",
+                                         result),
               std::vector<std::string>{"ldaps://[::1]:636"});
 }
 
 TEST(directory_text, must_be_a_non_empty_text_the_settings_file_keeps) {
     result_record result = general_error();
-    EXPECT_EQ(validate_directory_text(value("cn=bmc,dc=example"), "LDAP/Authentication/Username", result),
-              "cn=bmc,dc=example");
+    EXPECT_EQ(
+        validate_directory_text(value("cn=bmc,dc=example"), "LDAP/Authentication/Username", result),
+        "cn=bmc,dc=example");
     EXPECT_FALSE(validate_directory_text(value(""), "p", result));
     EXPECT_FALSE(validate_directory_text(value(1), "p", result));
     EXPECT_FALSE(validate_directory_text(value("a\nServiceEnabled=1"), "p", result));
     EXPECT_FALSE(validate_directory_text(value(" secret"), "p", result, true));
-    EXPECT_EQ(ids(result), (std::vector<std::string>{
-                               "Base.1.10.PropertyValueTypeError", "Base.1.10.PropertyValueTypeError",
-                               "Base.1.10.PropertyValueFormatError", "Base.1.10.PropertyValueFormatError"}));
+    EXPECT_EQ(ids(result),
+              (std::vector<std::string>{
+                  "Base.1.10.PropertyValueTypeError", "Base.1.10.PropertyValueTypeError",
+                  "Base.1.10.PropertyValueFormatError", "Base.1.10.PropertyValueFormatError"}));
     EXPECT_EQ(boost::json::serialize(result.entries).find(" secret"), std::string::npos);
 }
 
 class role_mappings : public ::testing::Test {
 protected:
-    const std::vector<role_mapping> stored{{"alice", "", "Operator"}, {"", "admins", "Administrator"}};
+    const std::vector<role_mapping> stored{{"alice", "", "Operator"},
+                                           {"", "admins", "Administrator"}};
     result_record result = general_error();
 
     std::optional<std::vector<role_mapping>> patch(const char* json) {
@@ -272,7 +293,8 @@ protected:
 };
 
 TEST_F(role_mappings, empty_objects_keep_null_removes_objects_change_or_add) {
-    auto mappings = patch(R"([null, {"LocalRole":"ReadOnly"}, {"RemoteUser":"bob","LocalRole":"Operator"}])");
+    auto mappings =
+        patch(R"([null, {"LocalRole":"ReadOnly"}, {"RemoteUser":"bob","LocalRole":"Operator"}])");
     ASSERT_TRUE(mappings) << boost::json::serialize(result.entries);
     ASSERT_EQ(mappings->size(), 2u);
     EXPECT_EQ((*mappings)[0].remote_group, "admins");
@@ -292,11 +314,12 @@ TEST_F(role_mappings, refusals) {
     EXPECT_FALSE(patch(R"(["alice"])"));
     EXPECT_FALSE(patch(R"([{},{},{},{},{},{}])"));
     EXPECT_FALSE(patch(R"({"RemoteUser":"x"})"));
-    EXPECT_EQ(ids(result),
-              (std::vector<std::string>{
-                  "Base.1.10.InvalidIndex", "Base.1.10.PropertyMissing", "Base.1.10.PropertyMissing",
-                  "TWR.1.0.OemLdapBadLocalRole", "Base.1.10.PropertyValueFormatError",
-                  "Base.1.10.PropertyValueFormatError", "Base.1.10.PropertyValueTypeError"}));
+    EXPECT_EQ(
+        ids(result),
+        (std::vector<std::string>{
+            "Base.1.10.InvalidIndex", "Base.1.10.PropertyMissing", "Base.1.10.PropertyMissing",
+            "TWR.1.0.OemLdapBadLocalRole", "Base.1.10.PropertyValueFormatError",
+            "Base.1.10.PropertyValueFormatError", "Base.1.10.PropertyValueTypeError"}));
     EXPECT_EQ(args_of(result, 0), (boost::json::array{"2"}));
     EXPECT_EQ(args_of(result, 1), (boost::json::array{"RemoteUser or RemoteGroup"}));
 }
@@ -370,7 +393,8 @@ TEST_F(account_settings, one_external_service_at_a_time) {
     check_provider_switches(enable_ldap, disable_ad, swapped);
     EXPECT_TRUE(swapped.entries.empty());
 
-    ASSERT_TRUE(platform::set_directory_provider_enabled(platform::directory_provider::radius, true));
+    ASSERT_TRUE(
+        platform::set_directory_provider_enabled(platform::directory_provider::radius, true));
     check_provider_switches(enable_ldap, disable_ad, swapped);
     EXPECT_EQ(args_of(swapped), (boost::json::array{"Radius", "LDAP"}));
 }

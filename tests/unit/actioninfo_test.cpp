@@ -12,7 +12,8 @@ namespace {
 class sample_actioninfo : public common_actioninfo {
 public:
     sample_actioninfo(request_context& context, const actioninfo_parameters* table)
-        : common_actioninfo(context, "Sample Action Info", "/redfish/v1/Sample/SampleActionInfo"), table_(table) {}
+        : common_actioninfo(context, "Sample Action Info", "/redfish/v1/Sample/SampleActionInfo"),
+          table_(table) {}
 
 protected:
     const actioninfo_parameters* parameters() const override { return table_; }
@@ -22,7 +23,8 @@ private:
 };
 
 // The resource's value after GET, and what GET logged.
-std::pair<boost::json::object, std::string> got(common_actioninfo& resource, request_context& context) {
+std::pair<boost::json::object, std::string> got(common_actioninfo& resource,
+                                                request_context& context) {
     testing::internal::CaptureStderr();
     resource.get(context);
     return {resource.value(), testing::internal::GetCapturedStderr()};
@@ -39,13 +41,14 @@ TEST(CommonActionInfo, ParametersCarryWhatTheTableGives) {
     request_context context;
     sample_actioninfo resource(context, &table);
     auto [value, logged] = got(resource, context);
-    EXPECT_EQ(boost::json::serialize(value),
-              R"({"@odata.id":"/redfish/v1/Sample/SampleActionInfo","@odata.type":"#ActionInfo.v1_1_2.ActionInfo",)"
-              R"("Id":"SampleActionInfo","Name":"Sample Action Info","Parameters":[)"
-              R"({"Name":"Mode","Required":true,"DataType":"String","AllowableValues":["Fast","Slow"]},)"
-              R"({"Name":"Count","Required":false,"DataType":"Number","MinimumValue":1E0,"MaximumValue":1.6E1},)"
-              R"({"Name":"Target","Required":false,"DataType":"Object","ObjectDataType":"#Sample.v1_0_0.Target"}],)"
-              R"("Oem":{}})");
+    EXPECT_EQ(
+        boost::json::serialize(value),
+        R"({"@odata.id":"/redfish/v1/Sample/SampleActionInfo","@odata.type":"#ActionInfo.v1_1_2.ActionInfo",)"
+        R"("Id":"SampleActionInfo","Name":"Sample Action Info","Parameters":[)"
+        R"({"Name":"Mode","Required":true,"DataType":"String","AllowableValues":["Fast","Slow"]},)"
+        R"({"Name":"Count","Required":false,"DataType":"Number","MinimumValue":1E0,"MaximumValue":1.6E1},)"
+        R"({"Name":"Target","Required":false,"DataType":"Object","ObjectDataType":"#Sample.v1_0_0.Target"}],)"
+        R"("Oem":{}})");
     EXPECT_EQ(logged, "");
 }
 
@@ -58,10 +61,12 @@ TEST(CommonActionInfo, MissingPiecesAreLoggedAndSkipped) {
     request_context context;
     sample_actioninfo resource(context, &table);
     auto [value, logged] = got(resource, context);
-    EXPECT_EQ(boost::json::serialize(value.at("Parameters")),
-              R"([{"Name":"Mode","Required":true,"DataType":"String","AllowableValues":["Fast","Slow"]}])");
+    EXPECT_EQ(
+        boost::json::serialize(value.at("Parameters")),
+        R"([{"Name":"Mode","Required":true,"DataType":"String","AllowableValues":["Fast","Slow"]}])");
     EXPECT_EQ(logged,
-              "[ERROR][nullptr] Property\n[ERROR][nullptr] Property_Item\n[ERROR][nullptr] Property_AllowValues\n");
+              "[ERROR][nullptr] Property\n[ERROR][nullptr] Property_Item\n[ERROR][nullptr] "
+              "Property_AllowValues\n");
 
     sample_actioninfo without_table(context, nullptr);
     auto [empty, logged_empty] = got(without_table, context);
@@ -88,8 +93,8 @@ TEST(ResetActionInfo, SystemResetTypesAreTheActionsOwnTable) {
         EXPECT_EQ(find_reset_type(entry.name), &entry);
     }
     EXPECT_EQ(reset_type_parameter.at("AllowableValues"), expected);
-    EXPECT_EQ(expected, (boost::json::array{"On", "ForceOff", "GracefulShutdown", "GracefulRestart", "ForceRestart",
-                                            "Nmi", "ForceOn"}));
+    EXPECT_EQ(expected, (boost::json::array{"On", "ForceOff", "GracefulShutdown", "GracefulRestart",
+                                            "ForceRestart", "Nmi", "ForceOn"}));
     EXPECT_EQ(find_reset_type("on"), nullptr);
     EXPECT_EQ(find_reset_type("On "), nullptr);
 }

@@ -94,9 +94,10 @@ TEST_F(authentication, LongNamesReachTheChannelRecordOnlyBelow256Characters) {
 }
 
 TEST_F(authentication, LockedAccountIsRefusedWithItsPassword) {
-    sim_testing::write_text(path("/nv/redfish/accountservice.ini"),
-                            "[AccountService]\nAccountLockoutThreshold=1\nAccountLockoutDuration=60\n"
-                            "AccountLockoutCounterResetAfter=60\n");
+    sim_testing::write_text(
+        path("/nv/redfish/accountservice.ini"),
+        "[AccountService]\nAccountLockoutThreshold=1\nAccountLockoutDuration=60\n"
+        "AccountLockoutCounterResetAfter=60\n");
     LoadUserLockFromFile();
     EXPECT_FALSE(basic_login("admin", "wrong-pass"));
     try {
@@ -135,6 +136,7 @@ TEST(Authenticator, ModesAndTheMissingMethod) {
     EXPECT_EQ(capture.text(), "no method");
     setenv("REQUEST_METHOD", "GET", 1);
     EXPECT_EQ(make_authenticator(context, 7), nullptr);
-    EXPECT_NE(std::dynamic_pointer_cast<basic_auth>(make_authenticator(context, basic_mode)), nullptr);
+    EXPECT_NE(std::dynamic_pointer_cast<basic_auth>(make_authenticator(context, basic_mode)),
+              nullptr);
     unsetenv("REQUEST_METHOD");
 }

@@ -9,8 +9,12 @@ using namespace odata::redfish;
 
 namespace {
 
-std::string enabled_of(uint8_t byte1) { return std::string(setting_name(override_enabled_settings(), byte1)); }
-std::string mode_of(uint8_t byte1) { return std::string(setting_name(override_mode_settings(), byte1)); }
+std::string enabled_of(uint8_t byte1) {
+    return std::string(setting_name(override_enabled_settings(), byte1));
+}
+std::string mode_of(uint8_t byte1) {
+    return std::string(setting_name(override_mode_settings(), byte1));
+}
 
 uint8_t with_setting(const std::vector<byte1_setting>& settings, const char* name, uint8_t byte1) {
     const byte1_setting* setting = find_setting(settings, name);
@@ -19,7 +23,8 @@ uint8_t with_setting(const std::vector<byte1_setting>& settings, const char* nam
 }
 
 // The name shown for bytes, and what was logged while finding it.
-std::pair<std::string, std::string> shown_and_logged(const uint8_t (&bytes)[2], bool boot_next, bool http) {
+std::pair<std::string, std::string> shown_and_logged(const uint8_t (&bytes)[2], bool boot_next,
+                                                     bool http) {
     testing::internal::CaptureStderr();
     std::string shown = shown_override_target(bytes, boot_next, http);
     return {shown, testing::internal::GetCapturedStderr()};
@@ -42,10 +47,10 @@ TEST(BootOverrideDecoding, Byte1GivesEnabledAndMode) {
 
 TEST(BootOverrideDecoding, SelectorGivesTheTableName) {
     EXPECT_EQ(boot_source_name(0x00), "None");
-    EXPECT_EQ(boot_source_name(0xC3), "None");    // bits outside the selector are ignored
+    EXPECT_EQ(boot_source_name(0xC3), "None");  // bits outside the selector are ignored
     EXPECT_EQ(boot_source_name(0x04), "Pxe");
     EXPECT_EQ(boot_source_name(0x3C), "Usb");
-    EXPECT_EQ(boot_source_name(0x2C), "RemoteDrive");    // extension table
+    EXPECT_EQ(boot_source_name(0x2C), "RemoteDrive");  // extension table
     for (std::string_view name : boot_source_names()) {
         uint8_t bytes[2] = {0x00, 0x00};
         apply_boot_source(*find_boot_source(name), bytes);
@@ -101,13 +106,15 @@ TEST(BootOverrideEncoding, ModeAndEnabledChangeOnlyTheirBits) {
     EXPECT_EQ(with_setting(override_enabled_settings(), "Continuous", 0x20), 0xE0);
     for (uint8_t byte1 : {0x00, 0x5F, 0xA0, 0xFF}) {
         for (const byte1_setting& setting : override_enabled_settings())
-            EXPECT_EQ(enabled_of(apply_setting(setting, static_cast<uint8_t>(byte1))), setting.name);
+            EXPECT_EQ(enabled_of(apply_setting(setting, static_cast<uint8_t>(byte1))),
+                      setting.name);
     }
 }
 
 TEST(BootOverrideVocabulary, NamesAreExactAndCoverBothTablesInOrder) {
-    EXPECT_EQ(boot_source_names(), (std::vector<std::string_view>{"None", "Pxe", "Hdd", "Diags", "Cd", "BiosSetup",
-                                                                  "Usb", "RemoteDrive"}));
+    EXPECT_EQ(boot_source_names(),
+              (std::vector<std::string_view>{"None", "Pxe", "Hdd", "Diags", "Cd", "BiosSetup",
+                                             "Usb", "RemoteDrive"}));
     EXPECT_EQ(find_boot_source("pxe"), nullptr);
     EXPECT_EQ(find_boot_source("Pxe "), nullptr);
     EXPECT_EQ(find_boot_source("UefiHttp"), nullptr);

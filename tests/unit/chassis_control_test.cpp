@@ -20,21 +20,20 @@ using sim_testing::fake_now;
 struct logged {
     int code;
     int argument;
-    bool operator==(const logged& other) const { return code == other.code && argument == other.argument; }
+    bool operator==(const logged& other) const {
+        return code == other.code && argument == other.argument;
+    }
 };
 
-std::ostream& operator<<(std::ostream& out, const logged& event)
-{
+std::ostream& operator<<(std::ostream& out, const logged& event) {
     return out << '{' << event.code << ", " << event.argument << '}';
 }
 
-logged expected(chassis_event event, int argument = 0)
-{
+logged expected(chassis_event event, int argument = 0) {
     return {platform::chassis_event_info(event).code, argument};
 }
 
-std::vector<logged> events()
-{
+std::vector<logged> events() {
     std::vector<logged> result;
     for (const auto& record : platform::read_event_log())
         result.push_back({record.code, record.argument});
@@ -43,8 +42,7 @@ std::vector<logged> events()
 
 using chassis_power = sim_testing::hardware_root;
 
-TEST_F(chassis_power, a_fresh_host_is_on_and_on_off_are_logged_once)
-{
+TEST_F(chassis_power, a_fresh_host_is_on_and_on_off_are_logged_once) {
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 1);
     EXPECT_EQ(PltCHASSIS_PowerUp(), PLT_OK);
     EXPECT_TRUE(events().empty());
@@ -54,15 +52,15 @@ TEST_F(chassis_power, a_fresh_host_is_on_and_on_off_are_logged_once)
     EXPECT_EQ(PltCHASSIS_PowerDown(), PLT_OK);
     EXPECT_EQ(PltCHASSIS_PowerUp(), PLT_OK);
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 1);
-    EXPECT_EQ(events(), (std::vector<logged>{expected(chassis_event::power_off), expected(chassis_event::power_on)}));
+    EXPECT_EQ(events(), (std::vector<logged>{expected(chassis_event::power_off),
+                                             expected(chassis_event::power_on)}));
 }
 
-TEST_F(chassis_power, graceful_shutdown_takes_effect_after_its_delay)
-{
+TEST_F(chassis_power, graceful_shutdown_takes_effect_after_its_delay) {
     ASSERT_EQ(PltCHASSIS_SoftShutdown(), PLT_OK);
     fake_now += CHASSIS_SOFT_SHUTDOWN_SECONDS - 1;
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 1);
-    EXPECT_EQ(PltCHASSIS_SoftShutdown(), PLT_OK);   // a second request keeps the first deadline
+    EXPECT_EQ(PltCHASSIS_SoftShutdown(), PLT_OK);  // a second request keeps the first deadline
     fake_now += 1;
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 0);
     EXPECT_EQ(PltCHASSIS_SoftShutdown(), PLT_ERR_STATE);
@@ -70,8 +68,7 @@ TEST_F(chassis_power, graceful_shutdown_takes_effect_after_its_delay)
                                              expected(chassis_event::graceful_shutdown_done)}));
 }
 
-TEST_F(chassis_power, power_up_or_down_cancels_a_pending_shutdown)
-{
+TEST_F(chassis_power, power_up_or_down_cancels_a_pending_shutdown) {
     ASSERT_EQ(PltCHASSIS_SoftShutdown(), PLT_OK);
     ASSERT_EQ(PltCHASSIS_PowerUp(), PLT_OK);
     fake_now += 10;
@@ -84,8 +81,7 @@ TEST_F(chassis_power, power_up_or_down_cancels_a_pending_shutdown)
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 1);
 }
 
-TEST_F(chassis_power, power_cycle_comes_back_on_after_its_interval)
-{
+TEST_F(chassis_power, power_cycle_comes_back_on_after_its_interval) {
     ASSERT_EQ(PltCHASSIS_PowerCycle(5), PLT_OK);
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 0);
     fake_now += 4;
@@ -104,16 +100,14 @@ TEST_F(chassis_power, power_cycle_comes_back_on_after_its_interval)
                                              expected(chassis_event::power_cycle, 0)}));
 }
 
-TEST_F(chassis_power, power_down_cancels_the_power_on_of_a_cycle)
-{
+TEST_F(chassis_power, power_down_cancels_the_power_on_of_a_cycle) {
     ASSERT_EQ(PltCHASSIS_PowerCycle(3), PLT_OK);
     ASSERT_EQ(PltCHASSIS_PowerDown(), PLT_OK);
     fake_now += 10;
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 0);
 }
 
-TEST_F(chassis_power, reset_and_diagnostic_interrupt_count_and_need_power)
-{
+TEST_F(chassis_power, reset_and_diagnostic_interrupt_count_and_need_power) {
     ASSERT_EQ(PltCHASSIS_PowerReset(), PLT_OK);
     ASSERT_EQ(PltCHASSIS_PowerReset(), PLT_OK);
     ASSERT_EQ(PltCHASSIS_PulseDiagnosticInterrupt(), PLT_OK);
@@ -126,48 +120,45 @@ TEST_F(chassis_power, reset_and_diagnostic_interrupt_count_and_need_power)
     ASSERT_TRUE(platform::current_chassis_state(state));
     EXPECT_EQ(state.resets, 2);
     EXPECT_EQ(state.diagnostic_interrupts, 1);
-    EXPECT_EQ(events(), (std::vector<logged>{expected(chassis_event::reset, 1), expected(chassis_event::reset, 2),
+    EXPECT_EQ(events(), (std::vector<logged>{expected(chassis_event::reset, 1),
+                                             expected(chassis_event::reset, 2),
                                              expected(chassis_event::diagnostic_interrupt, 1),
                                              expected(chassis_event::power_off)}));
 }
 
-TEST_F(chassis_power, another_process_sees_the_change)
-{
-    ASSERT_EQ(sim_testing::run_in_child([] { return PltCHASSIS_PowerDown() == PLT_OK ? 0 : 1; }), 0);
+TEST_F(chassis_power, another_process_sees_the_change) {
+    ASSERT_EQ(sim_testing::run_in_child([] { return PltCHASSIS_PowerDown() == PLT_OK ? 0 : 1; }),
+              0);
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 0);
-    EXPECT_NE(sim_testing::file_text(platform::chassis_state_file()).find("On=0"), std::string::npos);
+    EXPECT_NE(sim_testing::file_text(platform::chassis_state_file()).find("On=0"),
+              std::string::npos);
 }
 
-TEST_F(chassis_power, concurrent_resets_are_all_counted)
-{
+TEST_F(chassis_power, concurrent_resets_are_all_counted) {
     constexpr int children = 6;
     constexpr int resets_each = 5;
     std::vector<pid_t> pids;
     for (int child = 0; child < children; ++child)
         pids.push_back(sim_testing::start_child([] {
             for (int i = 0; i < resets_each; ++i)
-                if (PltCHASSIS_PowerReset() != PLT_OK)
-                    return 1;
+                if (PltCHASSIS_PowerReset() != PLT_OK) return 1;
             return 0;
         }));
-    for (pid_t pid : pids)
-        EXPECT_EQ(sim_testing::wait_child(pid), 0);
+    for (pid_t pid : pids) EXPECT_EQ(sim_testing::wait_child(pid), 0);
     platform::chassis_state state;
     ASSERT_TRUE(platform::current_chassis_state(state));
     EXPECT_EQ(state.resets, children * resets_each);
     EXPECT_EQ(events().size(), static_cast<std::size_t>(children * resets_each));
 }
 
-TEST_F(chassis_power, an_unwritable_state_is_an_error)
-{
+TEST_F(chassis_power, an_unwritable_state_is_an_error) {
     sim_testing::write_text(path("/var/bmc/chassis.ini.lock/x"), "");
     EXPECT_EQ(PltCHASSIS_PowerStatus(), PLT_ERR_IO);
     EXPECT_EQ(PltCHASSIS_PowerDown(), PLT_ERR_IO);
     EXPECT_TRUE(events().empty());
 }
 
-TEST_F(chassis_power, tool_commands)
-{
+TEST_F(chassis_power, tool_commands) {
     EXPECT_EQ(run({"power", "nmi"}), bmcsim::exit_ok);
     EXPECT_EQ(run({"power", "nmi-count"}), bmcsim::exit_ok);
     EXPECT_EQ(out_.str(), "1\n");
@@ -184,8 +175,7 @@ TEST_F(chassis_power, tool_commands)
 
 using identify_light = sim_testing::hardware_root;
 
-TEST_F(identify_light, blink_steady_and_off_set_the_shared_flags)
-{
+TEST_F(identify_light, blink_steady_and_off_set_the_shared_flags) {
     at_p_St_GlobalVar->identify_state = 1;
     ASSERT_EQ(PltCHASSIS_Identify(IDENTIFY_LIGHT_BLINK), PLT_OK);
     EXPECT_EQ(at_p_St_GlobalVar->identify_blink, 1);
@@ -198,11 +188,10 @@ TEST_F(identify_light, blink_steady_and_off_set_the_shared_flags)
     ASSERT_EQ(PltCHASSIS_Identify(IDENTIFY_LIGHT_OFF), PLT_OK);
     EXPECT_EQ(at_p_St_GlobalVar->identify_blink, 0);
     EXPECT_EQ(at_p_St_GlobalVar->identify_lit, 0);
-    EXPECT_EQ(at_p_St_GlobalVar->identify_state, 1);   // the service's own flag
+    EXPECT_EQ(at_p_St_GlobalVar->identify_state, 1);  // the service's own flag
 }
 
-TEST_F(identify_light, other_modes_are_refused)
-{
+TEST_F(identify_light, other_modes_are_refused) {
     EXPECT_EQ(PltCHASSIS_Identify(IDENTIFY_LIGHT_ON), PLT_ERR_ARGUMENT);
     EXPECT_EQ(PltCHASSIS_Identify(2), PLT_ERR_ARGUMENT);
     EXPECT_EQ(board->SetIdentifyLight(4), PLT_ERR_ARGUMENT);
@@ -210,8 +199,7 @@ TEST_F(identify_light, other_modes_are_refused)
     EXPECT_EQ(PltCHASSIS_Identify(IDENTIFY_LIGHT_BLINK), PLT_ERR_STATE);
 }
 
-TEST_F(identify_light, board_tool_commands)
-{
+TEST_F(identify_light, board_tool_commands) {
     EXPECT_EQ(run({"board", "identify", "on"}), bmcsim::exit_ok);
     EXPECT_EQ(at_p_St_GlobalVar->identify_lit, 1);
     EXPECT_EQ(run({"board", "node-type", "2"}), bmcsim::exit_ok);
@@ -223,16 +211,17 @@ TEST_F(identify_light, board_tool_commands)
 // ---------------------------------------------------------------- boot tables
 
 const std::set<std::string> redfish_boot_sources = {
-    "None", "Pxe", "Floppy", "Cd", "Usb", "Hdd", "BiosSetup", "Utilities", "Diags",
-    "UefiShell", "UefiTarget", "SDCard", "UefiHttp", "RemoteDrive", "UefiBootNext"};
+    "None",       "Pxe",       "Floppy",    "Cd",          "Usb",
+    "Hdd",        "BiosSetup", "Utilities", "Diags",       "UefiShell",
+    "UefiTarget", "SDCard",    "UefiHttp",  "RemoteDrive", "UefiBootNext"};
 
-TEST(boot_tables, seven_rows_and_one_extension_with_distinct_selectors)
-{
+TEST(boot_tables, seven_rows_and_one_extension_with_distinct_selectors) {
     ASSERT_EQ(ChassisBootTableSize, 7);
     ASSERT_EQ(ChassisBootTableExtSize, 1);
     EXPECT_STREQ(boot_flags[0].name, "None");
     EXPECT_EQ(boot_flags[0].byte2 & BOOT_DEVICE_SELECTOR_MASK, 0);
-    EXPECT_EQ(boot_flags[0].byte2 | BOOT_DEVICE_SELECTOR_MASK, 0xFF);   // an AND mask that keeps the rest
+    EXPECT_EQ(boot_flags[0].byte2 | BOOT_DEVICE_SELECTOR_MASK,
+              0xFF);  // an AND mask that keeps the rest
     EXPECT_EQ(boot_flags[0].byte1, 0xFF);
 
     std::set<int> selectors;
@@ -243,10 +232,10 @@ TEST(boot_tables, seven_rows_and_one_extension_with_distinct_selectors)
         EXPECT_EQ(redfish_boot_sources.count(row.name), 1u) << row.name;
         EXPECT_EQ(row.byte2 & ~BOOT_DEVICE_SELECTOR_MASK, 0) << row.name;
         EXPECT_NE(row.byte2, 0) << row.name;
-        EXPECT_EQ(row.byte1 & 0x80, 0x80) << row.name;   // setting a device makes the override valid
+        EXPECT_EQ(row.byte1 & 0x80, 0x80) << row.name;  // setting a device makes the override valid
         EXPECT_TRUE(selectors.insert(row.byte2).second) << row.name;
     }
-    EXPECT_EQ(selectors.count(0x0C), 0u);   // safe-mode hard disk is not a device of its own
+    EXPECT_EQ(selectors.count(0x0C), 0u);  // safe-mode hard disk is not a device of its own
 }
 
 }  // namespace

@@ -101,8 +101,9 @@ TEST(ChassisPatchReading, AssetTagTakesWhatTheFruCanStore) {
     }
     const std::string c1_control = "\xC2\x85";
     const std::string beyond_latin1 = "\xE2\x82\xAC";
-    for (const std::string& tag : {std::string(64, 'x'), repeated(latin1_e, 64), std::string("tab\there"),
-                                   "a" + c1_control, "price " + beyond_latin1}) {
+    for (const std::string& tag :
+         {std::string(64, 'x'), repeated(latin1_e, 64), std::string("tab\there"), "a" + c1_control,
+          "price " + beyond_latin1}) {
         result_record result = general_error();
         const chassis_changes changes = read_asset_tag(tag, result);
         ASSERT_EQ(messages_of(result).size(), 1u) << tag;
@@ -113,8 +114,9 @@ TEST(ChassisPatchReading, AssetTagTakesWhatTheFruCanStore) {
 
 TEST(ChassisPatchReading, LockdownLeavesOnlyTheIdentifyLight) {
     result_record result = general_error();
-    const chassis_changes changes =
-        read(R"({"AssetTag":"x","IndicatorLED":"Lit","PhysicalSecurity":{"IntrusionSensor":"Normal"}})", result, true);
+    const chassis_changes changes = read(
+        R"({"AssetTag":"x","IndicatorLED":"Lit","PhysicalSecurity":{"IntrusionSensor":"Normal"}})",
+        result, true);
     const std::vector<reported> messages = messages_of(result);
     ASSERT_EQ(messages.size(), 2u);
     EXPECT_EQ(messages[0].message_id, "TWR.1.0.OemSystemLockdownEnabledPatchValid");

@@ -16,18 +16,15 @@ namespace {
 
 namespace fru = platform::fru;
 
-uint8_t checksum(const std::string& bytes)
-{
+uint8_t checksum(const std::string& bytes) {
     unsigned sum = 0;
-    for (char c : bytes)
-        sum += static_cast<uint8_t>(c);
+    for (char c : bytes) sum += static_cast<uint8_t>(c);
     return static_cast<uint8_t>(-sum & 0xFF);
 }
 
 // An image of a header and one board area made of body (version, length
 // placeholder, language, date, fields...), padded and checksummed.
-std::string image_with_board_body(std::string body)
-{
+std::string image_with_board_body(std::string body) {
     body.append((8 - (body.size() + 1) % 8) % 8, '\0');
     body[1] = static_cast<char>((body.size() + 1) / 8);
     body += static_cast<char>(checksum(body));
@@ -38,21 +35,16 @@ std::string image_with_board_body(std::string body)
 
 const std::string board_prefix{'\x01', 0, '\x19', 0, 0, 0};
 
-std::string five_empty_fields()
-{
-    return std::string(5, '\xC0');
-}
+std::string five_empty_fields() { return std::string(5, '\xC0'); }
 
-bool parses(const std::string& bytes)
-{
+bool parses(const std::string& bytes) {
     fru::image parsed;
     return fru::parse_image(bytes, parsed);
 }
 
 // ---------------------------------------------------------------- parser
 
-TEST(fru_format, generated_image_round_trips_through_the_codec)
-{
+TEST(fru_format, generated_image_round_trips_through_the_codec) {
     std::string generated = platform::generated_fru_image();
     fru::image parsed;
     ASSERT_TRUE(fru::parse_image(generated, parsed));
@@ -64,15 +56,13 @@ TEST(fru_format, generated_image_round_trips_through_the_codec)
     EXPECT_EQ(encoded, generated);
 }
 
-TEST(fru_format, every_truncation_is_refused)
-{
+TEST(fru_format, every_truncation_is_refused) {
     std::string generated = platform::generated_fru_image();
     for (std::size_t size = 0; size < generated.size(); ++size)
         EXPECT_FALSE(parses(generated.substr(0, size))) << size;
 }
 
-TEST(fru_format, damaged_images_are_refused)
-{
+TEST(fru_format, damaged_images_are_refused) {
     std::string good = image_with_board_body(board_prefix + five_empty_fields() + '\xC1');
     ASSERT_TRUE(parses(good));
 
@@ -93,23 +83,23 @@ TEST(fru_format, damaged_images_are_refused)
     area_past_end[9] = 0x20;
     EXPECT_FALSE(parses(area_past_end));
 
-    EXPECT_FALSE(parses(image_with_board_body(board_prefix + five_empty_fields())));            // no end mark
-    EXPECT_FALSE(parses(image_with_board_body(board_prefix + "\xC0\xC1")));                     // fixed fields missing
-    EXPECT_FALSE(parses(image_with_board_body(board_prefix + five_empty_fields() + "\xFFxy")));  // field past the area
+    EXPECT_FALSE(parses(image_with_board_body(board_prefix + five_empty_fields())));  // no end mark
+    EXPECT_FALSE(parses(image_with_board_body(board_prefix + "\xC0\xC1")));  // fixed fields missing
+    EXPECT_FALSE(parses(image_with_board_body(board_prefix + five_empty_fields() +
+                                              "\xFFxy")));  // field past the area
 }
 
-TEST(fru_format, damaged_multirecord_is_refused)
-{
+TEST(fru_format, damaged_multirecord_is_refused) {
     std::string generated = platform::generated_fru_image();
     std::size_t multirecord = static_cast<uint8_t>(generated[5]) * 8u;
     std::string bad = generated;
-    bad[multirecord + 5] = static_cast<char>(bad[multirecord + 5] ^ 0x01);   // record data vs its checksum
+    bad[multirecord + 5] =
+        static_cast<char>(bad[multirecord + 5] ^ 0x01);  // record data vs its checksum
     EXPECT_FALSE(parses(bad));
 }
 
 // Random damage never reads outside the image (the sanitizers watch).
-TEST(fru_format, random_damage_is_survived)
-{
+TEST(fru_format, random_damage_is_survived) {
     std::string generated = platform::generated_fru_image();
     uint32_t state = 12345;
     auto next = [&] {
@@ -128,8 +118,7 @@ TEST(fru_format, random_damage_is_survived)
 
 // ---------------------------------------------------------------- field text
 
-TEST(fru_text, every_type_decodes_to_utf8)
-{
+TEST(fru_text, every_type_decodes_to_utf8) {
     std::string text;
     ASSERT_TRUE(fru::decode_text(fru::binary, "\x0A\x5C", true, text));
     EXPECT_EQ(text, "0A5C");
@@ -146,8 +135,7 @@ TEST(fru_text, every_type_decodes_to_utf8)
     EXPECT_FALSE(fru::decode_text(fru::eight_bit, "abc", false, text));
 }
 
-TEST(fru_text, only_latin1_can_be_written)
-{
+TEST(fru_text, only_latin1_can_be_written) {
     std::string latin1;
     ASSERT_TRUE(fru::latin1_from_utf8("Rack \xC3\xBC 7", latin1));
     EXPECT_EQ(latin1, "Rack \xFC 7");
@@ -160,8 +148,7 @@ TEST(fru_text, only_latin1_can_be_written)
 
 using fru_device = sim_testing::hardware_root;
 
-TEST_F(fru_device, first_read_generates_the_board_fru)
-{
+TEST_F(fru_device, first_read_generates_the_board_fru) {
     St_FRUInfo info{};
     ASSERT_EQ(ReadFRUInfo(FRU_BOARD_DEVICE, &info), PLT_OK);
     EXPECT_TRUE(std::filesystem::exists(path("/nv/fru/fru0.bin")));
@@ -179,8 +166,7 @@ TEST_F(fru_device, first_read_generates_the_board_fru)
     EXPECT_EQ(ReadFRUInfo(3, &info), PLT_ERR_NOT_FOUND);
 }
 
-TEST_F(fru_device, asset_tag_round_trip_keeps_everything_else)
-{
+TEST_F(fru_device, asset_tag_round_trip_keeps_everything_else) {
     St_FRUInfo original{};
     ASSERT_EQ(ReadFRUInfo(FRU_BOARD_DEVICE, &original), PLT_OK);
     std::string long_tag = "Rack 12 / M\xC3\xBCller / " + std::string(40, 'x');
@@ -198,18 +184,20 @@ TEST_F(fru_device, asset_tag_round_trip_keeps_everything_else)
     ASSERT_EQ(SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_PRODUCT_ASSET_TAG, ""), PLT_OK);
     EXPECT_EQ(sim_testing::file_text(path("/nv/fru/fru0.bin")), platform::generated_fru_image());
     for (const auto& entry : std::filesystem::directory_iterator(path("/nv/fru")))
-        EXPECT_TRUE(entry.path().filename() == "fru0.bin" || entry.path().filename() == "fru0.bin.lock")
+        EXPECT_TRUE(entry.path().filename() == "fru0.bin" ||
+                    entry.path().filename() == "fru0.bin.lock")
             << entry.path();
 }
 
-TEST_F(fru_device, refused_writes_change_nothing)
-{
+TEST_F(fru_device, refused_writes_change_nothing) {
     St_FRUInfo info{};
     ASSERT_EQ(ReadFRUInfo(FRU_BOARD_DEVICE, &info), PLT_OK);
     std::string before = sim_testing::file_text(path("/nv/fru/fru0.bin"));
-    EXPECT_EQ(SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_PRODUCT_ASSET_TAG, std::string(64, 'x').c_str()),
+    EXPECT_EQ(
+        SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_PRODUCT_ASSET_TAG, std::string(64, 'x').c_str()),
+        PLT_ERR_ARGUMENT);
+    EXPECT_EQ(SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_PRODUCT_ASSET_TAG, "\xE2\x82\xAC"),
               PLT_ERR_ARGUMENT);
-    EXPECT_EQ(SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_PRODUCT_ASSET_TAG, "\xE2\x82\xAC"), PLT_ERR_ARGUMENT);
     EXPECT_EQ(SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_PRODUCT_ASSET_TAG, nullptr), PLT_ERR_ARGUMENT);
     EXPECT_EQ(SetFRUData(FRU_BOARD_DEVICE, 99, "x"), PLT_ERR_NOT_FOUND);
     EXPECT_EQ(sim_testing::file_text(path("/nv/fru/fru0.bin")), before);
@@ -221,8 +209,7 @@ TEST_F(fru_device, refused_writes_change_nothing)
     EXPECT_EQ(sim_testing::file_text(path("/nv/fru/fru0.bin")), corrupt);
 }
 
-TEST_F(fru_device, other_writable_fields_and_tool)
-{
+TEST_F(fru_device, other_writable_fields_and_tool) {
     ASSERT_EQ(SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_BOARD_SERIAL_NUMBER, "BSN-NEW"), PLT_OK);
     ASSERT_EQ(run({"fru", "asset-tag", "Lab 3"}), bmcsim::exit_ok);
     ASSERT_EQ(run({"fru", "show"}), bmcsim::exit_ok);

@@ -50,7 +50,8 @@ TEST(Webservice, CorsHeaderRepeatsTheOrigin) {
     stdout_capture capture;
     handler.send_response();
     unsetenv("HTTP_ORIGIN");
-    EXPECT_EQ(capture.text().rfind("Access-Control-Allow-Origin: https://a.example:8443\r\n", 0), 0u);
+    EXPECT_EQ(capture.text().rfind("Access-Control-Allow-Origin: https://a.example:8443\r\n", 0),
+              0u);
 }
 
 TEST(RedfishResource, GetAnswersTheValueWithItsEtag) {
@@ -63,9 +64,9 @@ TEST(RedfishResource, GetAnswersTheValueWithItsEtag) {
     const std::string body =
         R"({"@odata.id":"/redfish/v1/Sample","@odata.type":"#Sample.v1_0_0.Sample","Id":"Sample","Name":"Sample Resource","Value":1})";
     EXPECT_EQ(resource.etag().size(), 34u);
-    EXPECT_EQ(capture.text(), "ETag: " + resource.etag() + "\r\nContent-Length: " +
-                                  std::to_string(body.size()) +
-                                  "\r\nContent-Type: application/json; charset=UTF-8\r\n\r\n" + body);
+    EXPECT_EQ(capture.text(),
+              "ETag: " + resource.etag() + "\r\nContent-Length: " + std::to_string(body.size()) +
+                  "\r\nContent-Type: application/json; charset=UTF-8\r\n\r\n" + body);
 }
 
 TEST(RedfishResource, ReadyBodyIsSentAsItStandsAndNoEtagOutsideGet) {

@@ -14,8 +14,7 @@ namespace sim_testing {
 
 class hardware_root : public sim_root, public tool_runner {
 protected:
-    void SetUp() override
-    {
+    void SetUp() override {
         was_attached_ = at_p_St_GlobalVar != nullptr;
         GlobalParaFin();
         sim_root::SetUp();
@@ -23,13 +22,11 @@ protected:
         ASSERT_NE(GlobalParaInit(), 0);
     }
 
-    void TearDown() override
-    {
+    void TearDown() override {
         GlobalParaFin();
         platform::set_chassis_clock_for_tests(nullptr);
         sim_root::TearDown();
-        if (was_attached_)
-            GlobalParaInit();
+        if (was_attached_) GlobalParaInit();
     }
 
 private:

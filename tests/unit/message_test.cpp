@@ -189,9 +189,9 @@ TEST(AddMessage, SubstitutionRules) {
     EXPECT_EQ(substituted("%1 and %1", {"A"}), "A and %1");
 
     // Two characters are erased, so "%10" leaves its "0" behind.
-    EXPECT_EQ(substituted("%1%2%3%4%5%6%7%8%9 %10",
-                          {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"}),
-              "abcdefghi j0");
+    EXPECT_EQ(
+        substituted("%1%2%3%4%5%6%7%8%9 %10", {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"}),
+        "abcdefghi j0");
 
     // Placeholders out of order in the text.
     EXPECT_EQ(substituted("%2 then %1", {"one", "two"}), "two then one");

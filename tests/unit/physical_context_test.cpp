@@ -23,7 +23,8 @@ St_SensorData record_named(const char* name, uint8_t sensor_number, uint8_t flag
     return record;
 }
 
-std::string related(const char* name, uint8_t sensor_number = 0xF0, uint8_t flags = SDR_FLAG_HOST_POWERED) {
+std::string related(const char* name, uint8_t sensor_number = 0xF0,
+                    uint8_t flags = SDR_FLAG_HOST_POWERED) {
     return temperature_related_item(record_named(name, sensor_number, flags));
 }
 

@@ -2,11 +2,11 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
-#include "platform/sim/sdr_repository.h"
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include "platform/sim/sdr_repository.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -33,17 +33,14 @@ namespace {
 // Sets or unsets an environment variable for one scope.
 class scoped_env {
 public:
-    scoped_env(const char* name, const char* value) : name_(name)
-    {
-        if (const char* old = std::getenv(name))
-            old_ = old;
+    scoped_env(const char* name, const char* value) : name_(name) {
+        if (const char* old = std::getenv(name)) old_ = old;
         if (value)
             setenv(name, value, 1);
         else
             unsetenv(name);
     }
-    ~scoped_env()
-    {
+    ~scoped_env() {
         if (old_)
             setenv(name_.c_str(), old_->c_str(), 1);
         else
@@ -56,33 +53,25 @@ private:
 };
 
 // Runs body in a forked child; returns its exit status (-1 if it did not exit).
-pid_t start_child(const std::function<int()>& body)
-{
+pid_t start_child(const std::function<int()>& body) {
     pid_t pid = fork();
-    if (pid == 0)
-        _exit(body());
+    if (pid == 0) _exit(body());
     return pid;
 }
 
-int wait_child(pid_t pid)
-{
+int wait_child(pid_t pid) {
     int status = 0;
-    if (pid < 0 || waitpid(pid, &status, 0) != pid || !WIFEXITED(status))
-        return -1;
+    if (pid < 0 || waitpid(pid, &status, 0) != pid || !WIFEXITED(status)) return -1;
     return WEXITSTATUS(status);
 }
 
-int run_in_child(const std::function<int()>& body)
-{
-    return wait_child(start_child(body));
-}
+int run_in_child(const std::function<int()>& body) { return wait_child(start_child(body)); }
 
 // Each case gets a fresh BMC root; the previous root and attachment come back
 // afterwards for the other tests in this binary.
 class sim_test : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
+    void SetUp() override {
         previous_root_ = platform::bmc_root();
         was_attached_ = at_p_St_GlobalVar != nullptr;
         GlobalParaFin();
@@ -92,19 +81,16 @@ protected:
         platform::set_bmc_root_for_tests(root_);
     }
 
-    void TearDown() override
-    {
+    void TearDown() override {
         GlobalParaFin();
         platform::set_bmc_root_for_tests(previous_root_);
-        if (was_attached_)
-            GlobalParaInit();
+        if (was_attached_) GlobalParaInit();
         std::error_code ignored;
         std::filesystem::remove_all(root_, ignored);
     }
 
     // A root that can never be created: its parent is a regular file.
-    void use_unwritable_root()
-    {
+    void use_unwritable_root() {
         std::ofstream(root_ + "/file") << "x";
         platform::set_bmc_root_for_tests(root_ + "/file/root");
     }
@@ -118,8 +104,7 @@ private:
 
 // ---------------------------------------------------------------- root
 
-TEST_F(sim_test, bmc_path_joins_the_normalised_root)
-{
+TEST_F(sim_test, bmc_path_joins_the_normalised_root) {
     platform::set_bmc_root_for_tests(root_ + "//");
     EXPECT_EQ(platform::bmc_root(), root_);
     EXPECT_EQ(platform::bmc_path("/var/bmc/x"), root_ + "/var/bmc/x");
@@ -132,8 +117,7 @@ TEST_F(sim_test, bmc_path_joins_the_normalised_root)
 
 using shared_state = sim_test;
 
-TEST_F(shared_state, first_attach_creates_the_file_with_defaults)
-{
+TEST_F(shared_state, first_attach_creates_the_file_with_defaults) {
     ASSERT_NE(GlobalParaInit(), 0);
     ASSERT_NE(at_p_St_GlobalVar, nullptr);
     ASSERT_NE(InterfaceInfo, nullptr);
@@ -156,13 +140,14 @@ TEST_F(shared_state, first_attach_creates_the_file_with_defaults)
     EXPECT_STREQ(InterfaceInfo->user_name, "");
 }
 
-TEST_F(shared_state, a_second_mapping_of_the_file_sees_both_records)
-{
+TEST_F(shared_state, a_second_mapping_of_the_file_sees_both_records) {
     ASSERT_NE(GlobalParaInit(), 0);
-    auto interface_offset = reinterpret_cast<char*>(InterfaceInfo) - reinterpret_cast<char*>(at_p_St_GlobalVar);
+    auto interface_offset =
+        reinterpret_cast<char*>(InterfaceInfo) - reinterpret_cast<char*>(at_p_St_GlobalVar);
     struct stat status;
     ASSERT_EQ(stat(platform::shared_state_file().c_str(), &status), 0);
-    ASSERT_GE(static_cast<std::size_t>(status.st_size), interface_offset + sizeof(St_InterfaceInfo));
+    ASSERT_GE(static_cast<std::size_t>(status.st_size),
+              interface_offset + sizeof(St_InterfaceInfo));
 
     int fd = open(platform::shared_state_file().c_str(), O_RDWR);
     ASSERT_GE(fd, 0);
@@ -170,7 +155,8 @@ TEST_F(shared_state, a_second_mapping_of_the_file_sees_both_records)
     close(fd);
     ASSERT_NE(other, MAP_FAILED);
     auto* other_global = static_cast<St_GlobalVar*>(other);
-    auto* other_interface = reinterpret_cast<St_InterfaceInfo*>(static_cast<char*>(other) + interface_offset);
+    auto* other_interface =
+        reinterpret_cast<St_InterfaceInfo*>(static_cast<char*>(other) + interface_offset);
 
     at_p_St_GlobalVar->fw_update_flags = 2;
     InterfaceInfo->privilege = 4;
@@ -183,13 +169,11 @@ TEST_F(shared_state, a_second_mapping_of_the_file_sees_both_records)
     munmap(other, status.st_size);
 }
 
-TEST_F(shared_state, a_forked_child_that_attaches_anew_writes_to_the_parents_view)
-{
+TEST_F(shared_state, a_forked_child_that_attaches_anew_writes_to_the_parents_view) {
     ASSERT_NE(GlobalParaInit(), 0);
     int status = run_in_child([] {
         GlobalParaFin();
-        if (!GlobalParaInit() || at_p_St_GlobalVar->power_cycle_byte != 1)
-            return 1;
+        if (!GlobalParaInit() || at_p_St_GlobalVar->power_cycle_byte != 1) return 1;
         at_p_St_GlobalVar->fcgi_mode = 1;
         return 0;
     });
@@ -197,26 +181,22 @@ TEST_F(shared_state, a_forked_child_that_attaches_anew_writes_to_the_parents_vie
     EXPECT_EQ(at_p_St_GlobalVar->fcgi_mode, 1);
 }
 
-TEST_F(shared_state, processes_attaching_together_initialise_once)
-{
+TEST_F(shared_state, processes_attaching_together_initialise_once) {
     constexpr int children = 8;
     std::vector<pid_t> pids;
     for (int i = 0; i < children; ++i)
         pids.push_back(start_child([i] {
-            if (!GlobalParaInit())
-                return 1;
+            if (!GlobalParaInit()) return 1;
             __atomic_fetch_or(&at_p_St_GlobalVar->fw_update_flags, 1u << i, __ATOMIC_SEQ_CST);
             return 0;
         }));
-    for (pid_t pid : pids)
-        EXPECT_EQ(wait_child(pid), 0);
+    for (pid_t pid : pids) EXPECT_EQ(wait_child(pid), 0);
     ASSERT_NE(GlobalParaInit(), 0);
     // A late re-initialisation would have wiped an earlier child's bit.
     EXPECT_EQ(at_p_St_GlobalVar->fw_update_flags, (1u << children) - 1);
 }
 
-TEST_F(shared_state, detach_and_reattach_keeps_the_state)
-{
+TEST_F(shared_state, detach_and_reattach_keeps_the_state) {
     ASSERT_NE(GlobalParaInit(), 0);
     at_p_St_GlobalVar->identify_lit = 1;
     std::strcpy(at_p_St_GlobalVar->node_serial_number, "SER-42");
@@ -228,12 +208,19 @@ TEST_F(shared_state, detach_and_reattach_keeps_the_state)
     EXPECT_STREQ(at_p_St_GlobalVar->node_serial_number, "SER-42");
 }
 
-TEST_F(shared_state, a_file_of_another_layout_is_initialised_again)
-{
+TEST_F(shared_state, a_file_of_another_layout_is_initialised_again) {
     const std::string path = platform::shared_state_file();
     const std::vector<std::pair<const char*, std::function<void(int)>>> corruptions = {
-        {"magic", [](int fd) { uint32_t bad = 0xdeadbeef; ASSERT_EQ(pwrite(fd, &bad, 4, 0), 4); }},
-        {"size field", [](int fd) { uint32_t bad = 3; ASSERT_EQ(pwrite(fd, &bad, 4, 4), 4); }},
+        {"magic",
+         [](int fd) {
+             uint32_t bad = 0xdeadbeef;
+             ASSERT_EQ(pwrite(fd, &bad, 4, 0), 4);
+         }},
+        {"size field",
+         [](int fd) {
+             uint32_t bad = 3;
+             ASSERT_EQ(pwrite(fd, &bad, 4, 4), 4);
+         }},
         {"short file", [](int fd) { ASSERT_EQ(ftruncate(fd, 16), 0); }},
         {"long file", [](int fd) { ASSERT_EQ(ftruncate(fd, 65536), 0); }},
     };
@@ -264,8 +251,7 @@ TEST_F(shared_state, a_file_of_another_layout_is_initialised_again)
     }
 }
 
-TEST_F(shared_state, an_unwritable_root_fails_without_attaching)
-{
+TEST_F(shared_state, an_unwritable_root_fails_without_attaching) {
     use_unwritable_root();
     EXPECT_EQ(GlobalParaInit(), 0);
     EXPECT_EQ(at_p_St_GlobalVar, nullptr);
@@ -274,8 +260,7 @@ TEST_F(shared_state, an_unwritable_root_fails_without_attaching)
 
 // ---------------------------------------------------------------- CGI store
 
-TEST(cgi_store, get_cgi_env_truncates_but_returns_the_full_length)
-{
+TEST(cgi_store, get_cgi_env_truncates_but_returns_the_full_length) {
     scoped_env method("BMC_TEST_VAR", "PATCHED");
     char buffer[16];
     std::memset(buffer, 'x', sizeof buffer);
@@ -289,8 +274,7 @@ TEST(cgi_store, get_cgi_env_truncates_but_returns_the_full_length)
     EXPECT_STREQ(buffer, "");
 }
 
-TEST(cgi_store, get_cgi_env_tells_empty_from_unset)
-{
+TEST(cgi_store, get_cgi_env_tells_empty_from_unset) {
     char buffer[8] = "junk";
     {
         scoped_env empty("BMC_TEST_VAR", "");
@@ -301,16 +285,25 @@ TEST(cgi_store, get_cgi_env_tells_empty_from_unset)
     EXPECT_EQ(get_cgi_env("BMC_TEST_VAR", buffer, 7), -1);
 }
 
-TEST(cgi_store, content_length_is_a_plain_decimal_capped_at_the_maximum)
-{
+TEST(cgi_store, content_length_is_a_plain_decimal_capped_at_the_maximum) {
     struct example {
         const char* value;
         int expected;
     };
     const example examples[] = {
-        {nullptr, 0}, {"", 0},      {"abc", 0},         {"12abc", 0},         {"-5", 0},
-        {" 5", 0},    {"+5", 0},    {"0", 0},           {"1", 1},             {"32767", 32767},
-        {"32768", 32768}, {"32769", 32768}, {"99999999999999999999999", 32768},
+        {nullptr, 0},
+        {"", 0},
+        {"abc", 0},
+        {"12abc", 0},
+        {"-5", 0},
+        {" 5", 0},
+        {"+5", 0},
+        {"0", 0},
+        {"1", 1},
+        {"32767", 32767},
+        {"32768", 32768},
+        {"32769", 32768},
+        {"99999999999999999999999", 32768},
     };
     for (const auto& [value, expected] : examples) {
         SCOPED_TRACE(value ? value : "(unset)");
@@ -320,8 +313,7 @@ TEST(cgi_store, content_length_is_a_plain_decimal_capped_at_the_maximum)
 }
 
 // The list as (name, value) pairs, checking the tail link on the way.
-std::vector<std::pair<std::string, std::string>> cgi_list()
-{
+std::vector<std::pair<std::string, std::string>> cgi_list() {
     std::vector<std::pair<std::string, std::string>> pairs;
     void* tail = &CgiVarsListHead;
     for (CgiVar* var = CgiVarsListHead.first; var && pairs.size() < 100; var = var->next) {
@@ -332,26 +324,24 @@ std::vector<std::pair<std::string, std::string>> cgi_list()
     return pairs;
 }
 
-void expect_empty_head()
-{
+void expect_empty_head() {
     EXPECT_EQ(CgiVarsListHead.first, nullptr);
     EXPECT_EQ(CgiVarsListHead.last, static_cast<void*>(&CgiVarsListHead));
 }
 
-TEST(cgi_store, query_string_is_split_and_url_decoded_in_order)
-{
+TEST(cgi_store, query_string_is_split_and_url_decoded_in_order) {
     scoped_env query("QUERY_STRING", "a=1&b=x%20y+z&%24top=5&flag&&c=%zz&d=%4&e=%3D%3d");
     ASSERT_EQ(cgiInitialize(), 0);
     const std::vector<std::pair<std::string, std::string>> expected = {
-        {"a", "1"}, {"b", "x y z"}, {"$top", "5"}, {"flag", ""}, {"c", "%zz"}, {"d", "%4"}, {"e", "=="},
+        {"a", "1"},   {"b", "x y z"}, {"$top", "5"}, {"flag", ""},
+        {"c", "%zz"}, {"d", "%4"},    {"e", "=="},
     };
     EXPECT_EQ(cgi_list(), expected);
     FreeCGIResoure();
     expect_empty_head();
 }
 
-TEST(cgi_store, empty_or_absent_query_leaves_the_empty_head)
-{
+TEST(cgi_store, empty_or_absent_query_leaves_the_empty_head) {
     for (const char* value : {static_cast<const char*>(nullptr), "", "&&"}) {
         scoped_env query("QUERY_STRING", value);
         ASSERT_EQ(cgiInitialize(), 0);
@@ -360,8 +350,7 @@ TEST(cgi_store, empty_or_absent_query_leaves_the_empty_head)
     }
 }
 
-TEST(cgi_store, both_release_functions_empty_the_list)
-{
+TEST(cgi_store, both_release_functions_empty_the_list) {
     expect_empty_head();
     scoped_env query("QUERY_STRING", "x=1&y=2");
     ASSERT_EQ(cgiInitialize(), 0);
@@ -381,8 +370,7 @@ TEST(cgi_store, both_release_functions_empty_the_list)
 
 using event_log = sim_test;
 
-TEST_F(event_log, records_read_back_as_written_one_line_each)
-{
+TEST_F(event_log, records_read_back_as_written_one_line_each) {
     EXPECT_TRUE(platform::read_event_log().empty());
     long before = lx_time_get();
     ASSERT_EQ(LibSaveSysEvtLog(137, 0, "/redfish/v1/SessionService/Sessions/"), 0);
@@ -406,13 +394,11 @@ TEST_F(event_log, records_read_back_as_written_one_line_each)
     std::ifstream file(platform::event_log_file());
     std::string line;
     int lines = 0;
-    while (lines < 10 && std::getline(file, line))
-        ++lines;
+    while (lines < 10 && std::getline(file, line)) ++lines;
     EXPECT_EQ(lines, 3);
 }
 
-TEST_F(event_log, concurrent_writers_never_interleave)
-{
+TEST_F(event_log, concurrent_writers_never_interleave) {
     constexpr int children = 6;
     constexpr int per_child = 40;
     const std::string padding(3000, 'p');
@@ -421,13 +407,11 @@ TEST_F(event_log, concurrent_writers_never_interleave)
         pids.push_back(start_child([&, child] {
             for (int n = 0; n < per_child; ++n) {
                 std::string text = std::to_string(child) + ":" + std::to_string(n) + ":" + padding;
-                if (LibSaveSysEvtLog(child, n, text.c_str()) != 0)
-                    return 1;
+                if (LibSaveSysEvtLog(child, n, text.c_str()) != 0) return 1;
             }
             return 0;
         }));
-    for (pid_t pid : pids)
-        EXPECT_EQ(wait_child(pid), 0);
+    for (pid_t pid : pids) EXPECT_EQ(wait_child(pid), 0);
 
     auto records = platform::read_event_log();
     ASSERT_EQ(records.size(), static_cast<std::size_t>(children * per_child));
@@ -436,13 +420,12 @@ TEST_F(event_log, concurrent_writers_never_interleave)
         ASSERT_GE(record.code, 0);
         ASSERT_LT(record.code, children);
         EXPECT_EQ(record.argument, next[record.code]++);
-        EXPECT_EQ(record.text,
-                  std::to_string(record.code) + ":" + std::to_string(record.argument) + ":" + padding);
+        EXPECT_EQ(record.text, std::to_string(record.code) + ":" + std::to_string(record.argument) +
+                                   ":" + padding);
     }
 }
 
-TEST_F(event_log, clear_empties_the_log_and_appending_goes_on)
-{
+TEST_F(event_log, clear_empties_the_log_and_appending_goes_on) {
     ASSERT_EQ(LibSaveSysEvtLog(1, 0, "one"), 0);
     ASSERT_TRUE(platform::clear_event_log());
     EXPECT_TRUE(platform::read_event_log().empty());
@@ -452,8 +435,7 @@ TEST_F(event_log, clear_empties_the_log_and_appending_goes_on)
     EXPECT_EQ(records[0].text, "two");
 }
 
-TEST_F(event_log, malformed_lines_are_skipped)
-{
+TEST_F(event_log, malformed_lines_are_skipped) {
     ASSERT_EQ(LibSaveSysEvtLog(1, 0, "kept"), 0);
     {
         std::ofstream file(platform::event_log_file(), std::ios::app);
@@ -465,8 +447,7 @@ TEST_F(event_log, malformed_lines_are_skipped)
     EXPECT_EQ(records[1].text, "also kept");
 }
 
-TEST_F(event_log, an_unwritable_root_fails)
-{
+TEST_F(event_log, an_unwritable_root_fails) {
     use_unwritable_root();
     EXPECT_EQ(LibSaveSysEvtLog(1, 0, "lost"), -1);
     EXPECT_FALSE(platform::clear_event_log());
@@ -475,8 +456,7 @@ TEST_F(event_log, an_unwritable_root_fails)
 
 // ---------------------------------------------------------------- client and settings
 
-TEST(client_address, comes_from_remote_addr_and_is_never_cut)
-{
+TEST(client_address, comes_from_remote_addr_and_is_never_cut) {
     char buffer[61];
     {
         scoped_env address("REMOTE_ADDR", "2001:db8::1");
@@ -492,8 +472,7 @@ TEST(client_address, comes_from_remote_addr_and_is_never_cut)
 
 using crashdump = sim_test;
 
-TEST_F(crashdump, support_is_off_until_enabled)
-{
+TEST_F(crashdump, support_is_off_until_enabled) {
     EXPECT_EQ(is_ACD_crashdump_supported(), 0);
     ASSERT_TRUE(platform::set_crashdump_supported(true));
     EXPECT_NE(is_ACD_crashdump_supported(), 0);
@@ -506,8 +485,7 @@ TEST_F(crashdump, support_is_off_until_enabled)
 
 class bmcsim_tool : public sim_test, public tool_runner {};
 
-TEST_F(bmcsim_tool, state_set_changes_the_shared_record)
-{
+TEST_F(bmcsim_tool, state_set_changes_the_shared_record) {
     EXPECT_EQ(run({"state", "set", "fcgi_mode", "1"}), 0);
     EXPECT_EQ(run({"state", "set", "fw_update_flags", "0x2"}), 0);
     EXPECT_EQ(run({"state", "set", "boot_flags.1", "255"}), 0);
@@ -515,7 +493,8 @@ TEST_F(bmcsim_tool, state_set_changes_the_shared_record)
     int status = run_in_child([] {
         GlobalParaFin();
         return GlobalParaInit() && at_p_St_GlobalVar->fcgi_mode == 1 &&
-                       at_p_St_GlobalVar->fw_update_flags == 2 && at_p_St_GlobalVar->boot_flags[1] == 255 &&
+                       at_p_St_GlobalVar->fw_update_flags == 2 &&
+                       at_p_St_GlobalVar->boot_flags[1] == 255 &&
                        std::strcmp(at_p_St_GlobalVar->node_serial_number, "SN 77") == 0
                    ? 0
                    : 1;
@@ -525,8 +504,7 @@ TEST_F(bmcsim_tool, state_set_changes_the_shared_record)
     EXPECT_EQ(out_.str(), "2\n");
 }
 
-TEST_F(bmcsim_tool, state_set_refuses_what_does_not_fit)
-{
+TEST_F(bmcsim_tool, state_set_refuses_what_does_not_fit) {
     const std::vector<bmcsim::arguments> refused = {
         {"state", "set", "identify_lit", "256"},
         {"state", "set", "identify_lit", "-1"},
@@ -549,8 +527,7 @@ TEST_F(bmcsim_tool, state_set_refuses_what_does_not_fit)
     EXPECT_STREQ(at_p_St_GlobalVar->node_part_number, "PN-NODE-01");
 }
 
-TEST_F(bmcsim_tool, state_show_and_reset)
-{
+TEST_F(bmcsim_tool, state_show_and_reset) {
     ASSERT_EQ(run({"state", "set", "fcgi_mode", "1"}), 0);
     ASSERT_EQ(run({"state", "set", "power_cycle_byte", "3"}), 0);
     ASSERT_EQ(run({"state", "show"}), 0);
@@ -564,8 +541,7 @@ TEST_F(bmcsim_tool, state_show_and_reset)
     EXPECT_EQ(at_p_St_GlobalVar->fcgi_mode, 1);
 }
 
-TEST_F(bmcsim_tool, eventlog_add_show_clear)
-{
+TEST_F(bmcsim_tool, eventlog_add_show_clear) {
     ASSERT_EQ(run({"eventlog", "add", "146", "login admin"}), 0);
     ASSERT_EQ(run({"eventlog", "add", "147", "two\nlines", "9"}), 0);
     ASSERT_EQ(run({"eventlog", "show"}), 0);
@@ -580,8 +556,7 @@ TEST_F(bmcsim_tool, eventlog_add_show_clear)
     EXPECT_EQ(out_.str(), "");
 }
 
-TEST_F(bmcsim_tool, crashdump_enable_disable_show)
-{
+TEST_F(bmcsim_tool, crashdump_enable_disable_show) {
     ASSERT_EQ(run({"crashdump", "show"}), 0);
     EXPECT_EQ(out_.str(), "disabled\n");
     ASSERT_EQ(run({"crashdump", "enable"}), 0);
@@ -590,10 +565,14 @@ TEST_F(bmcsim_tool, crashdump_enable_disable_show)
     EXPECT_EQ(is_ACD_crashdump_supported(), 0);
 }
 
-TEST_F(bmcsim_tool, usage_errors_exit_2_with_a_usage_line)
-{
+TEST_F(bmcsim_tool, usage_errors_exit_2_with_a_usage_line) {
     const std::vector<bmcsim::arguments> wrong = {
-        {}, {"nosuch", "show"}, {"state"}, {"state", "fly"}, {"eventlog", "show", "extra"}, {"crashdump", "on"},
+        {},
+        {"nosuch", "show"},
+        {"state"},
+        {"state", "fly"},
+        {"eventlog", "show", "extra"},
+        {"crashdump", "on"},
     };
     for (const auto& words : wrong) {
         EXPECT_EQ(run(words), bmcsim::exit_usage);
@@ -602,8 +581,7 @@ TEST_F(bmcsim_tool, usage_errors_exit_2_with_a_usage_line)
     }
 }
 
-TEST_F(bmcsim_tool, failures_exit_1)
-{
+TEST_F(bmcsim_tool, failures_exit_1) {
     use_unwritable_root();
     EXPECT_EQ(run({"state", "show"}), bmcsim::exit_failed);
     EXPECT_EQ(run({"eventlog", "add", "1", "x"}), bmcsim::exit_failed);

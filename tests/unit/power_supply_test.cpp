@@ -13,29 +13,25 @@ namespace {
 
 using power_supply = sim_testing::hardware_root;
 
-St_PowerSupplyInfo bay(int number)
-{
+St_PowerSupplyInfo bay(int number) {
     St_PowerSupplyInfo info{};
     EXPECT_EQ(PltPSU_GetBayInfo(number, &info), PLT_OK);
     return info;
 }
 
-St_PowerControl control()
-{
+St_PowerControl control() {
     St_PowerControl figures{};
     EXPECT_EQ(PltPSU_GetPowerControl(&figures), PLT_OK);
     return figures;
 }
 
-int redundancy_health()
-{
+int redundancy_health() {
     St_PowerRedundancy group{};
     EXPECT_EQ(PltPSU_GetRedundancy(&group), PLT_OK);
     return group.health;
 }
 
-TEST_F(power_supply, two_working_supplies_share_the_load)
-{
+TEST_F(power_supply, two_working_supplies_share_the_load) {
     ASSERT_EQ(PltPSU_GetBayCount(), 2);
     St_PowerControl figures = control();
     EXPECT_EQ(figures.consumed_watts, 285u);
@@ -61,8 +57,7 @@ TEST_F(power_supply, two_working_supplies_share_the_load)
     EXPECT_EQ(group.member_count, 2);
 }
 
-TEST_F(power_supply, a_failed_supply_loses_redundancy)
-{
+TEST_F(power_supply, a_failed_supply_loses_redundancy) {
     ASSERT_EQ(run({"power", "psu", "2", "failed"}), bmcsim::exit_ok);
     EXPECT_EQ(bay(2).health, SENSOR_HEALTH_CRITICAL);
     EXPECT_EQ(bay(2).last_output_watts, 0);
@@ -76,8 +71,7 @@ TEST_F(power_supply, a_failed_supply_loses_redundancy)
     EXPECT_EQ(control().capacity_watts, 0u);
 }
 
-TEST_F(power_supply, an_empty_bay_has_no_details)
-{
+TEST_F(power_supply, an_empty_bay_has_no_details) {
     ASSERT_EQ(run({"power", "psu", "1", "absent"}), bmcsim::exit_ok);
     St_PowerSupplyInfo empty = bay(1);
     EXPECT_EQ(empty.present, 0);
@@ -87,8 +81,7 @@ TEST_F(power_supply, an_empty_bay_has_no_details)
     EXPECT_EQ(redundancy_health(), SENSOR_HEALTH_WARNING);
 }
 
-TEST_F(power_supply, consumption_feeds_the_metrics_and_standby_while_off)
-{
+TEST_F(power_supply, consumption_feeds_the_metrics_and_standby_while_off) {
     ASSERT_TRUE(platform::set_consumed_watts(500));
     ASSERT_TRUE(platform::set_consumed_watts(100));
     St_PowerControl figures = control();
@@ -102,8 +95,7 @@ TEST_F(power_supply, consumption_feeds_the_metrics_and_standby_while_off)
     EXPECT_LT(control().consumed_watts, 100u);
 }
 
-TEST_F(power_supply, limit_and_bad_requests)
-{
+TEST_F(power_supply, limit_and_bad_requests) {
     ASSERT_EQ(run({"power", "limit", "900", "hard-power-off"}), bmcsim::exit_ok);
     EXPECT_EQ(control().limit_watts, 900u);
     EXPECT_EQ(control().limit_exception, POWER_LIMIT_HARD_POWER_OFF);

@@ -61,33 +61,43 @@ TEST(ExceptionHttp, ShortcutsCarryTheirStatusAndMessage) {
                              "Content-Type: application/json; charset=UTF-8\r\nContent-Length: ",
                              0),
               0u);
-    EXPECT_NE(lockdown.find("\"MessageId\":\"TWR.1.0.OemSystemLockdownEnabled\""), std::string::npos);
+    EXPECT_NE(lockdown.find("\"MessageId\":\"TWR.1.0.OemSystemLockdownEnabled\""),
+              std::string::npos);
     EXPECT_NE(response_of([] { throw_insufficient_privilege(); }).find("Status: 403 Forbidden"),
               std::string::npos);
-    EXPECT_NE(response_of([] { throw_query_not_supported(); })
-                  .find("\"MessageId\":\"Base.1.10.QueryNotSupported\""),
+    EXPECT_NE(response_of([] {
+                  throw_query_not_supported();
+              }).find("\"MessageId\":\"Base.1.10.QueryNotSupported\""),
               std::string::npos);
 }
 
 TEST(ResultRendering, EveryShape) {
     result_record success{"Success", "Successfully Completed Request.", {}};
     add_message(success, "Base.1.10.Success");
-    EXPECT_EQ(render_result(success),
-              R"({"Success":{"code":"Base.v1_10_3.Success","Message":"Successfully Completed Request."}})");
+    EXPECT_EQ(
+        render_result(success),
+        R"({"Success":{"code":"Base.v1_10_3.Success","Message":"Successfully Completed Request."}})");
 
     result_record notes{"SuccessWithNotes", "m", {}};
-    EXPECT_EQ(render_result(notes), R"({"SuccessWithNotes":{"code":"Base.v1_10_3.SuccessWithNotes","Message":"m"}})");
+    EXPECT_EQ(render_result(notes),
+              R"({"SuccessWithNotes":{"code":"Base.v1_10_3.SuccessWithNotes","Message":"m"}})");
 
     result_record accepted{"Accepted", "a", {}};
-    EXPECT_EQ(render_result(accepted), R"({"Accepted":{"code":"Base.v1_10_3.Accepted","Message":"a"}})");
+    EXPECT_EQ(render_result(accepted),
+              R"({"Accepted":{"code":"Base.v1_10_3.Accepted","Message":"a"}})");
 
-    EXPECT_EQ(render_result(general_error()),
-              R"({"error":{"code":"Base.v1_10_3.GeneralError","Message":"A general error has occurred. See ExtendedInfo for more information.","@Message.ExtendedInfo":[]}})");
+    EXPECT_EQ(
+        render_result(general_error()),
+        R"({"error":{"code":"Base.v1_10_3.GeneralError","Message":"A general error has occurred. See ExtendedInfo for more information.","@Message.ExtendedInfo":[]}})");
 
     result_record oem{"OemTaskState", "t", {}};
     add_message(oem, "Base.1.10.Success");
     std::string oem_body = render_result(oem);
-    EXPECT_EQ(oem_body.rfind(R"({"TaskState":{"code":"Base.v1_10_3.TaskState","Message":"t","@Message.ExtendedInfo":[{"MessageId":"Base.1.10.Success")", 0), 0u);
+    EXPECT_EQ(
+        oem_body.rfind(
+            R"({"TaskState":{"code":"Base.v1_10_3.TaskState","Message":"t","@Message.ExtendedInfo":[{"MessageId":"Base.1.10.Success")",
+            0),
+        0u);
 
     result_record other{"Created", "c", {}};
     EXPECT_EQ(render_result(other), "{}");
@@ -100,7 +110,8 @@ TEST(ResultRendering, SuccessAndErrorPathsKeepTheirHeaderOrders) {
     std::string body = render_result(success);
     EXPECT_EQ(capture.text(), "Content-Length: " + std::to_string(body.size()) +
                                   "\r\nOData-Version: 4.0\r\nContent-Type: application/json; "
-                                  "charset=UTF-8\r\n\r\n" + body);
+                                  "charset=UTF-8\r\n\r\n" +
+                                  body);
 
     std::string error = response_of([] { throw_http_error(400, "Base.1.10.MalformedJSON"); });
     EXPECT_LT(error.find("Content-Type"), error.find("Content-Length"));

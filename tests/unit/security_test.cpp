@@ -57,9 +57,10 @@ TEST(PrivilegeTable, ReadingNeedsLoginAndChangesTheirArea) {
     // A prefix only covers whole segments.
     EXPECT_EQ(privilege_required("/redfish/v1/SystemsX", PATCH).privileges,
               privilege_configure_manager);
-    EXPECT_EQ(privilege_required("/redfish/v1/UpdateService/Actions/UpdateService.SimpleUpdate", POST)
-                  .privileges,
-              privilege_configure_manager);
+    EXPECT_EQ(
+        privilege_required("/redfish/v1/UpdateService/Actions/UpdateService.SimpleUpdate", POST)
+            .privileges,
+        privilege_configure_manager);
 }
 
 TEST(PrivilegeTable, RolesAgainstRequests) {

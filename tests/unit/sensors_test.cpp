@@ -18,52 +18,46 @@
 
 namespace {
 
-const St_SensorData& sensor(const char* name)
-{
+const St_SensorData& sensor(const char* name) {
     const St_SensorData* record = platform::find_sensor_by_name(name);
-    if (!record)
-        throw std::runtime_error(std::string("no sensor ") + name);
+    if (!record) throw std::runtime_error(std::string("no sensor ") + name);
     return *record;
 }
 
-void set_value(const char* name, double value)
-{
+void set_value(const char* name, double value) {
     const St_SensorData& record = sensor(name);
-    ASSERT_TRUE(platform::set_raw_reading(record.sensor_number, platform::sim::nearest_raw(record, value)));
+    ASSERT_TRUE(
+        platform::set_raw_reading(record.sensor_number, platform::sim::nearest_raw(record, value)));
 }
 
-int health(const char* name)
-{
+int health(const char* name) {
     return UtilGetSensorCurrStatus(sensor(name).sensor_number, SENSOR_STATUS_HEALTH);
 }
 
-int crossed(const char* name)
-{
+int crossed(const char* name) {
     return UtilGetSensorCurrStatus(sensor(name).sensor_number, SENSOR_STATUS_STATE_BITS);
 }
 
 // ---------------------------------------------------------------- conversion
 
-TEST(sensor_conversion, linear_formula_with_both_exponents)
-{
+TEST(sensor_conversion, linear_formula_with_both_exponents) {
     EXPECT_DOUBLE_EQ(cal_val(45, 1, 0, 0, 0), 45);
     EXPECT_DOUBLE_EQ(cal_val(56, 100, 0, 0, 0), 5600);
     EXPECT_DOUBLE_EQ(cal_val(200, 6, 0, 0, -2), 12.0);
-    EXPECT_DOUBLE_EQ(cal_val(175, 4, 5, 2, -3), 1.2);      // B scaled up by K1
-    EXPECT_DOUBLE_EQ(cal_val(0, 1, 25, -1, 0), 2.5);       // B scaled down by K1
-    EXPECT_DOUBLE_EQ(cal_val(3, 2, 0, 0, 2), 600);         // positive result exponent
-    EXPECT_DOUBLE_EQ(cal_val(-5, 1, 0, 0, 0), -5);         // signed raw
-    EXPECT_DOUBLE_EQ(cal_val(10, 1, -5, 1, 0), -40);       // negative offset
+    EXPECT_DOUBLE_EQ(cal_val(175, 4, 5, 2, -3), 1.2);  // B scaled up by K1
+    EXPECT_DOUBLE_EQ(cal_val(0, 1, 25, -1, 0), 2.5);   // B scaled down by K1
+    EXPECT_DOUBLE_EQ(cal_val(3, 2, 0, 0, 2), 600);     // positive result exponent
+    EXPECT_DOUBLE_EQ(cal_val(-5, 1, 0, 0, 0), -5);     // signed raw
+    EXPECT_DOUBLE_EQ(cal_val(10, 1, -5, 1, 0), -40);   // negative offset
 }
 
-TEST(sensor_conversion, raw_format_decides_the_sign)
-{
+TEST(sensor_conversion, raw_format_decides_the_sign) {
     St_SensorData record{};
     record.m = 1;
     record.analog_format = ANALOG_TWOS_COMPLEMENT;
     EXPECT_DOUBLE_EQ(SensorRawToValue(&record, 0xFB), -5);
     EXPECT_EQ(platform::sim::nearest_raw(record, -5), 0xFB);
-    EXPECT_EQ(platform::sim::nearest_raw(record, -500), 0x80);   // clamped to the format's range
+    EXPECT_EQ(platform::sim::nearest_raw(record, -500), 0x80);  // clamped to the format's range
     EXPECT_EQ(platform::sim::nearest_raw(record, 500), 0x7F);
     record.analog_format = ANALOG_UNSIGNED;
     EXPECT_DOUBLE_EQ(SensorRawToValue(&record, 0xFB), 251);
@@ -71,8 +65,7 @@ TEST(sensor_conversion, raw_format_decides_the_sign)
     EXPECT_EQ(platform::sim::nearest_raw(record, NAN), 0x00);
 }
 
-TEST(sensor_conversion, nearest_raw_is_within_half_a_step)
-{
+TEST(sensor_conversion, nearest_raw_is_within_half_a_step) {
     const St_SensorData& rail = sensor("VDimmP1ABC");
     for (double volts = 0.6; volts < 1.5; volts += 0.0137) {
         double back = SensorRawToValue(&rail, platform::sim::nearest_raw(rail, volts));
@@ -82,8 +75,7 @@ TEST(sensor_conversion, nearest_raw_is_within_half_a_step)
 
 // ---------------------------------------------------------------- repository
 
-TEST(sdr_repository, records_are_consistent)
-{
+TEST(sdr_repository, records_are_consistent) {
     std::set<int> numbers;
     ASSERT_GT(platform::sdr_record_count(), 0u);
     for (std::size_t i = 0; i < platform::sdr_record_count(); ++i) {
@@ -99,12 +91,10 @@ TEST(sdr_repository, records_are_consistent)
 }
 
 // Thresholds lie in order around the nominal reading, in units.
-TEST(sdr_repository, thresholds_surround_the_nominal_reading)
-{
+TEST(sdr_repository, thresholds_surround_the_nominal_reading) {
     for (std::size_t i = 0; i < platform::sdr_record_count(); ++i) {
         const St_SensorData& record = at_St_SensorData[i];
-        if (record.record_type != SDR_FULL_SENSOR)
-            continue;
+        if (record.record_type != SDR_FULL_SENSOR) continue;
         SCOPED_TRACE(record.id_string);
         auto value = [&](uint8_t raw) { return SensorRawToValue(&record, raw); };
         const St_SensorThresholds& t = record.thresholds;
@@ -122,10 +112,10 @@ TEST(sdr_repository, thresholds_surround_the_nominal_reading)
     }
 }
 
-TEST(sdr_repository, names_the_services_look_for_exist)
-{
-    for (const char* name : {"Hardware Intrusion", "VBAT", "PS1 Status", "PS2 Status", "CPU1 Temp", "CPU2 Temp",
-                             "Vcpu1", "VDimmP1ABC", "FAN1", "FAN4", "System Temp", "Inlet Temp"})
+TEST(sdr_repository, names_the_services_look_for_exist) {
+    for (const char* name :
+         {"Hardware Intrusion", "VBAT", "PS1 Status", "PS2 Status", "CPU1 Temp", "CPU2 Temp",
+          "Vcpu1", "VDimmP1ABC", "FAN1", "FAN4", "System Temp", "Inlet Temp"})
         EXPECT_NE(platform::find_sensor_by_name(name), nullptr) << name;
     EXPECT_EQ(platform::find_sensor_by_name("CPU1"), nullptr);
 }
@@ -134,8 +124,7 @@ TEST(sdr_repository, names_the_services_look_for_exist)
 
 using sensor_state = sim_testing::hardware_root;
 
-TEST_F(sensor_state, nominal_readings_are_healthy)
-{
+TEST_F(sensor_state, nominal_readings_are_healthy) {
     uint8_t raw = 0;
     ASSERT_EQ(UtilGetSensorReading(sensor("FAN1").sensor_number, &raw), PLT_OK);
     EXPECT_DOUBLE_EQ(SensorRawToValue(&sensor("FAN1"), raw), 5600);
@@ -145,8 +134,7 @@ TEST_F(sensor_state, nominal_readings_are_healthy)
     EXPECT_EQ(crossed("CPU1 Temp"), 0);
 }
 
-TEST_F(sensor_state, upper_thresholds_raise_warning_then_critical)
-{
+TEST_F(sensor_state, upper_thresholds_raise_warning_then_critical) {
     set_value("CPU1 Temp", 84);
     EXPECT_EQ(health("CPU1 Temp"), SENSOR_HEALTH_OK);
     set_value("CPU1 Temp", 85);
@@ -161,37 +149,37 @@ TEST_F(sensor_state, upper_thresholds_raise_warning_then_critical)
     EXPECT_EQ(UtilGetSensorTotalStatus(), SENSOR_HEALTH_CRITICAL);
 }
 
-TEST_F(sensor_state, lower_thresholds_below_zero_and_fractional_volts)
-{
+TEST_F(sensor_state, lower_thresholds_below_zero_and_fractional_volts) {
     set_value("Inlet Temp", 3);
     EXPECT_EQ(health("Inlet Temp"), SENSOR_HEALTH_WARNING);
     set_value("Inlet Temp", -6);
-    EXPECT_EQ(crossed("Inlet Temp"),
-              THRESHOLD_LOWER_NON_CRITICAL | THRESHOLD_LOWER_CRITICAL | THRESHOLD_LOWER_NON_RECOVERABLE);
+    EXPECT_EQ(crossed("Inlet Temp"), THRESHOLD_LOWER_NON_CRITICAL | THRESHOLD_LOWER_CRITICAL |
+                                         THRESHOLD_LOWER_NON_RECOVERABLE);
     set_value("12V", 11.2);
     EXPECT_EQ(health("12V"), SENSOR_HEALTH_WARNING);
     set_value("FAN2", 400);
     EXPECT_EQ(health("FAN2"), SENSOR_HEALTH_CRITICAL);
 }
 
-TEST_F(sensor_state, memory_checks_see_dimm_temperatures_and_ecc)
-{
+TEST_F(sensor_state, memory_checks_see_dimm_temperatures_and_ecc) {
     set_value("CPU2_DIMM_A1 Temp", 81);
     EXPECT_EQ(UtilCheckAllMemHealthAndTemp(), SENSOR_HEALTH_WARNING);
     EXPECT_EQ(UtilCheckAllMemHealth(), SENSOR_HEALTH_OK);
-    ASSERT_TRUE(platform::set_raw_reading(sensor("Memory ECC").sensor_number, MEMORY_STATE_UNCORRECTABLE_ECC));
+    ASSERT_TRUE(platform::set_raw_reading(sensor("Memory ECC").sensor_number,
+                                          MEMORY_STATE_UNCORRECTABLE_ECC));
     EXPECT_EQ(UtilCheckAllMemHealth(), SENSOR_HEALTH_CRITICAL);
     EXPECT_EQ(UtilCheckAllMemHealthAndTemp(), SENSOR_HEALTH_CRITICAL);
-    ASSERT_TRUE(platform::set_raw_reading(sensor("Memory ECC").sensor_number, MEMORY_STATE_CORRECTABLE_ECC));
+    ASSERT_TRUE(platform::set_raw_reading(sensor("Memory ECC").sensor_number,
+                                          MEMORY_STATE_CORRECTABLE_ECC));
     EXPECT_EQ(UtilCheckAllMemHealth(), SENSOR_HEALTH_WARNING);
 }
 
-TEST_F(sensor_state, discrete_states_map_to_health)
-{
+TEST_F(sensor_state, discrete_states_map_to_health) {
     uint8_t ps = sensor("PS1 Status").sensor_number;
     ASSERT_TRUE(platform::set_raw_reading(ps, PS_STATE_PRESENT | PS_STATE_FAILED));
     EXPECT_EQ(UtilGetSensorCurrStatus(ps, SENSOR_STATUS_HEALTH), SENSOR_HEALTH_CRITICAL);
-    EXPECT_EQ(UtilGetSensorCurrStatus(ps, SENSOR_STATUS_STATE_BITS), PS_STATE_PRESENT | PS_STATE_FAILED);
+    EXPECT_EQ(UtilGetSensorCurrStatus(ps, SENSOR_STATUS_STATE_BITS),
+              PS_STATE_PRESENT | PS_STATE_FAILED);
     ASSERT_TRUE(platform::set_raw_reading(ps, 0));
     EXPECT_EQ(UtilGetSensorCurrStatus(ps, SENSOR_STATUS_HEALTH), SENSOR_HEALTH_UNAVAILABLE);
     EXPECT_EQ(UtilGetSensorTotalStatus(), SENSOR_HEALTH_OK);
@@ -205,8 +193,7 @@ TEST_F(sensor_state, discrete_states_map_to_health)
     EXPECT_EQ(UtilRearmSensorEvents(sensor("VBAT").sensor_number), PLT_ERR_NOT_FOUND);
 }
 
-TEST_F(sensor_state, host_powered_sensors_have_no_reading_while_off)
-{
+TEST_F(sensor_state, host_powered_sensors_have_no_reading_while_off) {
     set_value("CPU1 Temp", 99);
     ASSERT_EQ(PltCHASSIS_PowerDown(), PLT_OK);
     uint8_t raw = 0;
@@ -219,29 +206,28 @@ TEST_F(sensor_state, host_powered_sensors_have_no_reading_while_off)
     EXPECT_EQ(health("CPU1 Temp"), SENSOR_HEALTH_CRITICAL);
 }
 
-TEST_F(sensor_state, bad_arguments)
-{
+TEST_F(sensor_state, bad_arguments) {
     uint8_t raw = 0;
     St_SensorThresholds thresholds{};
     EXPECT_EQ(UtilGetSensorReading(0xEE, &raw), PLT_ERR_NOT_FOUND);
     EXPECT_EQ(UtilGetSensorReading(sensor("VBAT").sensor_number, nullptr), PLT_ERR_ARGUMENT);
-    EXPECT_EQ(UtilGetSensorThreshold(sensor("PS1 Status").sensor_number, &thresholds), PLT_ERR_NOT_FOUND);
+    EXPECT_EQ(UtilGetSensorThreshold(sensor("PS1 Status").sensor_number, &thresholds),
+              PLT_ERR_NOT_FOUND);
     EXPECT_EQ(UtilGetSensorCurrStatus(sensor("VBAT").sensor_number, 7), PLT_ERR_ARGUMENT);
     EXPECT_EQ(UtilGetSensorCurrStatus(0xEE, SENSOR_STATUS_HEALTH), PLT_ERR_NOT_FOUND);
     ASSERT_EQ(UtilGetSensorThreshold(sensor("VBAT").sensor_number, &thresholds), PLT_OK);
     EXPECT_EQ(thresholds.readable, 0x3F);
 }
 
-TEST_F(sensor_state, malformed_stored_readings_fall_back_to_nominal)
-{
-    sim_testing::write_text(platform::sensor_readings_file(), "[Readings]\n1=300\n2=x\n3=-1\n999=5\n4=50\n");
+TEST_F(sensor_state, malformed_stored_readings_fall_back_to_nominal) {
+    sim_testing::write_text(platform::sensor_readings_file(),
+                            "[Readings]\n1=300\n2=x\n3=-1\n999=5\n4=50\n");
     auto stored = platform::stored_sensor_readings();
     EXPECT_EQ(stored.size(), 1u);
     EXPECT_EQ(stored[4], 50);
 }
 
-TEST_F(sensor_state, tool_sets_readings_in_units_or_raw)
-{
+TEST_F(sensor_state, tool_sets_readings_in_units_or_raw) {
     EXPECT_EQ(run({"sensors", "set", "CPU1 Temp", "91"}), bmcsim::exit_ok);
     EXPECT_EQ(health("CPU1 Temp"), SENSOR_HEALTH_CRITICAL);
     EXPECT_EQ(run({"sensors", "set-raw", "0x30", "190"}), bmcsim::exit_ok);
@@ -258,8 +244,7 @@ TEST_F(sensor_state, tool_sets_readings_in_units_or_raw)
     EXPECT_NE(out_.str().find("Hardware Intrusion"), std::string::npos);
 }
 
-TEST(pcie_cards, the_nic_sensor_belongs_to_the_first_adapter)
-{
+TEST(pcie_cards, the_nic_sensor_belongs_to_the_first_adapter) {
     int card = 0;
     ASSERT_EQ(PcieCardGetChip(sensor("OCP_NIC Temp").sensor_number, &card), PLT_OK);
     EXPECT_EQ(card, 1);

@@ -20,51 +20,38 @@ namespace sim_testing {
 
 // The lockout functions' clock while a sim_root test runs.
 inline long fake_now = 1000000;
-inline long fake_clock()
-{
-    return fake_now;
-}
+inline long fake_clock() { return fake_now; }
 
 // Runs body in a forked child; its result is the child's exit status.
-inline pid_t start_child(const std::function<int()>& body)
-{
+inline pid_t start_child(const std::function<int()>& body) {
     pid_t pid = fork();
-    if (pid == 0)
-        _exit(body());
+    if (pid == 0) _exit(body());
     return pid;
 }
 
-inline int wait_child(pid_t pid)
-{
+inline int wait_child(pid_t pid) {
     int status = 0;
-    if (pid < 0 || waitpid(pid, &status, 0) != pid || !WIFEXITED(status))
-        return -1;
+    if (pid < 0 || waitpid(pid, &status, 0) != pid || !WIFEXITED(status)) return -1;
     return WEXITSTATUS(status);
 }
 
-inline int run_in_child(const std::function<int()>& body)
-{
-    return wait_child(start_child(body));
-}
+inline int run_in_child(const std::function<int()>& body) { return wait_child(start_child(body)); }
 
-inline std::string file_text(const std::string& path)
-{
+inline std::string file_text(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();
 }
 
-inline void write_text(const std::string& path, const std::string& text)
-{
+inline void write_text(const std::string& path, const std::string& text) {
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());
     std::ofstream(path, std::ios::binary | std::ios::trunc) << text;
 }
 
 class sim_root : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
+    void SetUp() override {
         previous_root_ = platform::bmc_root();
         std::string pattern = std::filesystem::temp_directory_path().string() + "/bmc_users_XXXXXX";
         ASSERT_NE(mkdtemp(pattern.data()), nullptr);
@@ -74,8 +61,7 @@ protected:
         platform::set_lockout_clock_for_tests(fake_clock);
     }
 
-    void TearDown() override
-    {
+    void TearDown() override {
         platform::set_lockout_clock_for_tests(nullptr);
         platform::set_bmc_root_for_tests(previous_root_);
         std::error_code ignored;

@@ -17,40 +17,34 @@ namespace {
 
 namespace smbios = platform::smbios;
 
-std::string bytes(std::initializer_list<int> values)
-{
+std::string bytes(std::initializer_list<int> values) {
     std::string result;
-    for (int value : values)
-        result += static_cast<char>(value);
+    for (int value : values) result += static_cast<char>(value);
     return result;
 }
 
 // One structure: header, fields after the header, string set ("a\0b\0"
 // style, empty for none).
-std::string structure(uint8_t type, const std::string& fields, const std::string& strings = "")
-{
+std::string structure(uint8_t type, const std::string& fields, const std::string& strings = "") {
     std::string result = bytes({type, static_cast<int>(4 + fields.size()), 0x01, 0x00}) + fields;
     return result + (strings.empty() ? std::string(2, '\0') : strings + '\0');
 }
 
 const std::string table_end = structure(smbios::end_of_table, "");
 
-std::vector<smbios::structure> parsed(const std::string& table)
-{
+std::vector<smbios::structure> parsed(const std::string& table) {
     std::vector<smbios::structure> structures;
     EXPECT_TRUE(smbios::parse_table(table, structures));
     return structures;
 }
 
-bool parses(const std::string& table)
-{
+bool parses(const std::string& table) {
     std::vector<smbios::structure> structures;
     return smbios::parse_table(table, structures);
 }
 
 // A memory device whose size word is size and extended size is extended.
-St_SMBiosType17 memory_device(uint16_t size, uint32_t extended, std::size_t length = 0x28)
-{
+St_SMBiosType17 memory_device(uint16_t size, uint32_t extended, std::size_t length = 0x28) {
     std::string fields(length - 4, '\0');
     fields[0x0C - 4] = static_cast<char>(size & 0xFF);
     fields[0x0D - 4] = static_cast<char>(size >> 8);
@@ -62,42 +56,40 @@ St_SMBiosType17 memory_device(uint16_t size, uint32_t extended, std::size_t leng
 
 // ---------------------------------------------------------------- table walk
 
-TEST(smbios_table, strings_are_numbered_from_one)
-{
-    std::string table = structure(1, bytes({1, 0, 3, 9}), std::string("maker\0product\0version\0", 22)) + table_end;
+TEST(smbios_table, strings_are_numbered_from_one) {
+    std::string table =
+        structure(1, bytes({1, 0, 3, 9}), std::string("maker\0product\0version\0", 22)) + table_end;
     auto structures = parsed(table);
     ASSERT_EQ(structures.size(), 2u);
     EXPECT_STREQ(structures[0].text(0x04), "maker");
-    EXPECT_EQ(structures[0].text(0x05), nullptr);           // string number 0
+    EXPECT_EQ(structures[0].text(0x05), nullptr);  // string number 0
     EXPECT_STREQ(structures[0].text(0x06), "version");
-    EXPECT_EQ(structures[0].text(0x07), nullptr);           // past the string set
-    EXPECT_EQ(structures[0].text(0x40), nullptr);           // past the formatted area
-    EXPECT_EQ(structures[0].dword(0x06), 0u);               // partly past the area
+    EXPECT_EQ(structures[0].text(0x07), nullptr);  // past the string set
+    EXPECT_EQ(structures[0].text(0x40), nullptr);  // past the formatted area
+    EXPECT_EQ(structures[0].dword(0x06), 0u);      // partly past the area
 }
 
-TEST(smbios_table, damaged_tables_are_refused)
-{
+TEST(smbios_table, damaged_tables_are_refused) {
     EXPECT_TRUE(parses(table_end));
     EXPECT_FALSE(parses(""));
-    EXPECT_FALSE(parses(structure(1, "")));                                   // no end structure
-    EXPECT_FALSE(parses(bytes({1, 0, 1, 0, 0, 0}) + table_end));               // zero length
-    EXPECT_FALSE(parses(bytes({1, 3, 1, 0, 0, 0}) + table_end));               // shorter than its header
-    EXPECT_FALSE(parses(bytes({1, 0x40, 1, 0, 0, 0})));                         // past the table
-    EXPECT_FALSE(parses(bytes({1, 4, 1, 0}) + "abc"));                          // string without NUL
-    EXPECT_FALSE(parses(bytes({1, 4, 1, 0}) + std::string("abc\0", 4)));      // set without its final NUL
-    EXPECT_FALSE(parses(bytes({1, 4, 1, 0, 0, 'x'}) + table_end));             // no strings needs two NULs
+    EXPECT_FALSE(parses(structure(1, "")));                       // no end structure
+    EXPECT_FALSE(parses(bytes({1, 0, 1, 0, 0, 0}) + table_end));  // zero length
+    EXPECT_FALSE(parses(bytes({1, 3, 1, 0, 0, 0}) + table_end));  // shorter than its header
+    EXPECT_FALSE(parses(bytes({1, 0x40, 1, 0, 0, 0})));           // past the table
+    EXPECT_FALSE(parses(bytes({1, 4, 1, 0}) + "abc"));            // string without NUL
+    EXPECT_FALSE(
+        parses(bytes({1, 4, 1, 0}) + std::string("abc\0", 4)));     // set without its final NUL
+    EXPECT_FALSE(parses(bytes({1, 4, 1, 0, 0, 'x'}) + table_end));  // no strings needs two NULs
 }
 
-TEST(smbios_table, every_truncation_of_the_generated_table_is_refused)
-{
+TEST(smbios_table, every_truncation_of_the_generated_table_is_refused) {
     std::string table = platform::generated_smbios_table();
     ASSERT_TRUE(parses(table));
     for (std::size_t size = 0; size < table.size(); ++size)
         EXPECT_FALSE(parses(table.substr(0, size))) << size;
 }
 
-TEST(smbios_table, random_damage_is_survived)
-{
+TEST(smbios_table, random_damage_is_survived) {
     std::string table = platform::generated_smbios_table();
     uint32_t state = 2463534242u;
     auto next = [&] {
@@ -111,8 +103,7 @@ TEST(smbios_table, random_damage_is_survived)
         for (int flips = 0; flips < 4 && !damaged.empty(); ++flips)
             damaged[next() % damaged.size()] = static_cast<char>(next());
         std::vector<smbios::structure> structures;
-        if (!smbios::parse_table(damaged, structures))
-            continue;
+        if (!smbios::parse_table(damaged, structures)) continue;
         for (const auto& each : structures) {
             smbios::decode_memory_device(each);
             smbios::decode_processor(each);
@@ -123,32 +114,31 @@ TEST(smbios_table, random_damage_is_survived)
 
 // ---------------------------------------------------------------- decoding
 
-TEST(smbios_records, memory_size_encodings)
-{
+TEST(smbios_records, memory_size_encodings) {
     EXPECT_EQ(memory_device(16384, 0).size_mib, 16384u);
-    EXPECT_EQ(memory_device(0x8000 | 2048, 0).size_mib, 2u);                 // KiB granularity
-    EXPECT_EQ(memory_device(0x7FFF, 0x80008000).size_mib, 32768u);           // extended, bit 31 reserved
-    EXPECT_EQ(memory_device(0x7FFF, 32768, 0x1C).size_mib, SMBIOS_MEMORY_SIZE_UNKNOWN);   // too short
+    EXPECT_EQ(memory_device(0x8000 | 2048, 0).size_mib, 2u);        // KiB granularity
+    EXPECT_EQ(memory_device(0x7FFF, 0x80008000).size_mib, 32768u);  // extended, bit 31 reserved
+    EXPECT_EQ(memory_device(0x7FFF, 32768, 0x1C).size_mib,
+              SMBIOS_MEMORY_SIZE_UNKNOWN);  // too short
     EXPECT_EQ(memory_device(0xFFFF, 0).size_mib, SMBIOS_MEMORY_SIZE_UNKNOWN);
     EXPECT_EQ(memory_device(0, 0).size_mib, 0u);
 }
 
-TEST(smbios_records, processor_counts_beyond_255)
-{
+TEST(smbios_records, processor_counts_beyond_255) {
     std::string fields(0x30 - 4, '\0');
     fields[0x23 - 4] = static_cast<char>(0xFF);
     fields[0x25 - 4] = static_cast<char>(0xFF);
-    fields[0x2A - 4] = 0x20;   // 288 cores
+    fields[0x2A - 4] = 0x20;  // 288 cores
     fields[0x2B - 4] = 0x01;
-    fields[0x2E - 4] = 0x40;   // 576 threads
+    fields[0x2E - 4] = 0x40;  // 576 threads
     fields[0x2F - 4] = 0x02;
-    St_SMBiosType4 processor = smbios::decode_processor(parsed(structure(4, fields) + table_end).front());
+    St_SMBiosType4 processor =
+        smbios::decode_processor(parsed(structure(4, fields) + table_end).front());
     EXPECT_EQ(processor.core_count, 288);
     EXPECT_EQ(processor.thread_count, 576);
 }
 
-TEST(smbios_records, old_short_system_structure_and_unset_uuid)
-{
+TEST(smbios_records, old_short_system_structure_and_unset_uuid) {
     std::string table = structure(1, bytes({1, 0, 0, 0}), std::string("m\0", 2)) + table_end;
     auto system = smbios::decode_system(parsed(table).front());
     EXPECT_STREQ(system.manufacturer, "m");
@@ -156,15 +146,15 @@ TEST(smbios_records, old_short_system_structure_and_unset_uuid)
     EXPECT_EQ(system.sku_number, nullptr);
 
     std::string fields = bytes({0, 0, 0, 0}) + std::string(16, '\xFF') + bytes({6, 0, 0});
-    EXPECT_STREQ(smbios::decode_system(parsed(structure(1, fields) + table_end).front()).uuid_text, "");
+    EXPECT_STREQ(smbios::decode_system(parsed(structure(1, fields) + table_end).front()).uuid_text,
+                 "");
 }
 
 // ---------------------------------------------------------------- lists
 
 using smbios_lists = sim_testing::hardware_root;
 
-TEST_F(smbios_lists, generated_host_has_two_processors_and_256_gib)
-{
+TEST_F(smbios_lists, generated_host_has_two_processors_and_256_gib) {
     St_SMBiosData data{};
     ASSERT_EQ(GetType1List(&data), PLT_OK);
     ASSERT_EQ(GetType4List(&data), PLT_OK);
@@ -195,14 +185,13 @@ TEST_F(smbios_lists, generated_host_has_two_processors_and_256_gib)
     EXPECT_STREQ(data.type17[0].device_locator, "CPU1_DIMM_A1");
     EXPECT_EQ(data.type17[0].speed_mts, 3200u);
 
-    ASSERT_EQ(GetType17List(&data), PLT_OK);   // replaces the list without leaking it
+    ASSERT_EQ(GetType17List(&data), PLT_OK);  // replaces the list without leaking it
     FreeSMBiosData(&data);
     EXPECT_EQ(data.type17, nullptr);
     EXPECT_EQ(data.type4_count, 0);
 }
 
-TEST_F(smbios_lists, corrupt_table_fails_without_lists)
-{
+TEST_F(smbios_lists, corrupt_table_fails_without_lists) {
     ASSERT_EQ(run({"smbios", "corrupt"}), bmcsim::exit_ok);
     St_SMBiosData data{};
     EXPECT_EQ(GetType1List(&data), PLT_ERR_FORMAT);
@@ -218,8 +207,7 @@ TEST_F(smbios_lists, corrupt_table_fails_without_lists)
     FreeSMBiosData(&data);
 }
 
-TEST_F(smbios_lists, bios_version_comes_from_the_table)
-{
+TEST_F(smbios_lists, bios_version_comes_from_the_table) {
     char version[16];
     ASSERT_EQ(UtilGetLatestBiosRev(version, sizeof version), PLT_OK);
     EXPECT_STREQ(version, "2.1.0");

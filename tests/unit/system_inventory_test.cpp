@@ -12,7 +12,8 @@ namespace {
 
 // One SMBIOS structure without strings: header, then fields zeroed except
 // the bytes given by offset.
-std::string structure(uint8_t type, size_t length, std::initializer_list<std::pair<size_t, uint8_t>> bytes) {
+std::string structure(uint8_t type, size_t length,
+                      std::initializer_list<std::pair<size_t, uint8_t>> bytes) {
     std::string fields(length, '\0');
     fields[0] = static_cast<char>(type);
     fields[1] = static_cast<char>(length);
@@ -33,9 +34,9 @@ class SystemInventory : public sim_testing::hardware_root {};
 }  // namespace
 
 TEST_F(SystemInventory, MemoryIsWholeGibibytesAndOnlyPopulatedSocketsCount) {
-    ASSERT_TRUE(platform::write_smbios_table(processor(0x41) + processor(0x00) + memory_device(1024) +
-                                             memory_device(512) + memory_device(0) + memory_device(0xFFFF) +
-                                             table_end));
+    ASSERT_TRUE(platform::write_smbios_table(processor(0x41) + processor(0x00) +
+                                             memory_device(1024) + memory_device(512) +
+                                             memory_device(0) + memory_device(0xFFFF) + table_end));
     const std::optional<smbios_inventory> inventory = read_smbios_inventory();
     ASSERT_TRUE(inventory);
     EXPECT_EQ(inventory->memory_gib, 1u);
@@ -57,7 +58,8 @@ TEST_F(SystemInventory, DamagedImagesAreLoggedAndGiveNothing) {
     testing::internal::CaptureStderr();
     const part_identity identity = read_part_identity();
     const std::optional<smbios_inventory> inventory = read_smbios_inventory();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "FRU parse fail\n[ERROR] Failed to parse smbios\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "FRU parse fail\n[ERROR] Failed to parse smbios\n");
     EXPECT_EQ(identity.serial_number, "");
     EXPECT_EQ(identity.part_number, "");
     EXPECT_FALSE(inventory);

@@ -7,8 +7,7 @@
 
 class tool_runner {
 protected:
-    int run(const bmcsim::arguments& words)
-    {
+    int run(const bmcsim::arguments& words) {
         out_.str("");
         err_.str("");
         return bmcsim::run(words, out_, err_);

@@ -17,15 +17,13 @@ using sim_testing::run_in_child;
 
 class lockout : public sim_testing::sim_root {
 protected:
-    void SetUp() override
-    {
+    void SetUp() override {
         sim_root::SetUp();
         add_user(2, "alice");
         add_user(3, "bob");
     }
 
-    void add_user(int slot, const char* name)
-    {
+    void add_user(int slot, const char* name) {
         ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
         ASSERT_EQ(UtilSetUserName(slot, name), 0);
         ASSERT_EQ(UtilSetUserPassword(slot, "Secret-Pass1"), 0);
@@ -35,33 +33,31 @@ protected:
         ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
     }
 
-    void policy(const std::string& keys)
-    {
-        sim_testing::write_text(path("/nv/redfish/accountservice.ini"), "[AccountService]\n" + keys);
+    void policy(const std::string& keys) {
+        sim_testing::write_text(path("/nv/redfish/accountservice.ini"),
+                                "[AccountService]\n" + keys);
         EXPECT_EQ(LoadUserLockFromFile(), 0);
     }
 
     // n bad passwords, step seconds apart, starting now.
-    void fail(int slot, int n, long step = 1)
-    {
+    void fail(int slot, int n, long step = 1) {
         for (int i = 0; i < n; ++i) {
-            if (i > 0)
-                fake_now += step;
+            if (i > 0) fake_now += step;
             ASSERT_EQ(AddBadPwdRecords(slot), 0);
         }
     }
 };
 
-TEST_F(lockout, the_policy_has_defaults_and_is_read_from_the_ini)
-{
+TEST_F(lockout, the_policy_has_defaults_and_is_read_from_the_ini) {
     platform::lockout_policy defaults = platform::read_lockout_policy();
     EXPECT_EQ(defaults.threshold, 0);
     EXPECT_EQ(defaults.duration, 300);
     EXPECT_EQ(defaults.reset_after, 300);
     EXPECT_TRUE(defaults.enabled);
     EXPECT_EQ(platform::account_policy_file(), path("/nv/redfish/accountservice.ini"));
-    policy("AccountLockoutThreshold=3\nAccountLockoutDuration=60\nAccountLockoutCounterResetAfter=30\n"
-           "AccountLockoutEnabled=0\n");
+    policy(
+        "AccountLockoutThreshold=3\nAccountLockoutDuration=60\nAccountLockoutCounterResetAfter=30\n"
+        "AccountLockoutEnabled=0\n");
     platform::lockout_policy read = platform::read_lockout_policy();
     EXPECT_EQ(read.threshold, 3);
     EXPECT_EQ(read.duration, 60);
@@ -72,9 +68,10 @@ TEST_F(lockout, the_policy_has_defaults_and_is_read_from_the_ini)
     EXPECT_EQ(platform::read_lockout_policy().threshold, 0);
 }
 
-TEST_F(lockout, threshold_reached_within_the_window_locks)
-{
-    policy("AccountLockoutThreshold=3\nAccountLockoutDuration=120\nAccountLockoutCounterResetAfter=60\n");
+TEST_F(lockout, threshold_reached_within_the_window_locks) {
+    policy(
+        "AccountLockoutThreshold=3\nAccountLockoutDuration=120\nAccountLockoutCounterResetAfter="
+        "60\n");
     fail(2, 2, 10);
     EXPECT_EQ(isUserLocked(2), 0);
     EXPECT_EQ(platform::bad_password_count(2), 2);
@@ -90,31 +87,32 @@ TEST_F(lockout, threshold_reached_within_the_window_locks)
     EXPECT_EQ(platform::lockout_file(), path("/var/bmc/lockout"));
 }
 
-TEST_F(lockout, records_older_than_the_window_do_not_count)
-{
-    policy("AccountLockoutThreshold=3\nAccountLockoutDuration=120\nAccountLockoutCounterResetAfter=60\n");
-    fail(2, 1);             // t0
+TEST_F(lockout, records_older_than_the_window_do_not_count) {
+    policy(
+        "AccountLockoutThreshold=3\nAccountLockoutDuration=120\nAccountLockoutCounterResetAfter="
+        "60\n");
+    fail(2, 1);  // t0
     fake_now += 30;
-    fail(2, 1);             // t0 + 30
+    fail(2, 1);  // t0 + 30
     fake_now += 30;
-    fail(2, 1);             // t0 + 60: the first is 60 seconds old and no longer counts
+    fail(2, 1);  // t0 + 60: the first is 60 seconds old and no longer counts
     EXPECT_EQ(isUserLocked(2), 0);
     EXPECT_EQ(platform::bad_password_count(2), 2);
     fake_now += 29;
-    fail(2, 1);             // t0 + 89: the records of t0 + 30, t0 + 60 and this one
+    fail(2, 1);  // t0 + 89: the records of t0 + 30, t0 + 60 and this one
     EXPECT_NE(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, records_from_other_processes_add_up)
-{
-    policy("AccountLockoutThreshold=3\nAccountLockoutDuration=120\nAccountLockoutCounterResetAfter=60\n");
+TEST_F(lockout, records_from_other_processes_add_up) {
+    policy(
+        "AccountLockoutThreshold=3\nAccountLockoutDuration=120\nAccountLockoutCounterResetAfter="
+        "60\n");
     fail(2, 1);
     EXPECT_EQ(run_in_child([] { return AddBadPwdRecords(2) | AddBadPwdRecords(2); }), 0);
     EXPECT_NE(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, threshold_0_or_lockout_disabled_never_locks)
-{
+TEST_F(lockout, threshold_0_or_lockout_disabled_never_locks) {
     fail(2, 20);  // no policy file: threshold 0
     EXPECT_EQ(isUserLocked(2), 0);
     policy("AccountLockoutThreshold=0\nAccountLockoutDuration=120\n");
@@ -125,9 +123,10 @@ TEST_F(lockout, threshold_0_or_lockout_disabled_never_locks)
     EXPECT_EQ(isUserLocked(3), 0);
 }
 
-TEST_F(lockout, the_lock_expires_after_the_duration)
-{
-    policy("AccountLockoutThreshold=2\nAccountLockoutDuration=120\nAccountLockoutCounterResetAfter=60\n");
+TEST_F(lockout, the_lock_expires_after_the_duration) {
+    policy(
+        "AccountLockoutThreshold=2\nAccountLockoutDuration=120\nAccountLockoutCounterResetAfter="
+        "60\n");
     fail(2, 2);
     EXPECT_NE(isUserLocked(2), 0);
     fake_now += 119;
@@ -144,9 +143,10 @@ TEST_F(lockout, the_lock_expires_after_the_duration)
     EXPECT_NE(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, duration_0_locks_until_unlock_user)
-{
-    policy("AccountLockoutThreshold=1\nAccountLockoutDuration=0\nAccountLockoutCounterResetAfter=60\n");
+TEST_F(lockout, duration_0_locks_until_unlock_user) {
+    policy(
+        "AccountLockoutThreshold=1\nAccountLockoutDuration=0\nAccountLockoutCounterResetAfter="
+        "60\n");
     fail(2, 1);
     EXPECT_NE(isUserLocked(2), 0);
     fake_now += 10000000;
@@ -158,9 +158,10 @@ TEST_F(lockout, duration_0_locks_until_unlock_user)
     EXPECT_EQ(platform::bad_password_count(2), 0);
 }
 
-TEST_F(lockout, unlock_user_clears_the_lock_and_the_records)
-{
-    policy("AccountLockoutThreshold=3\nAccountLockoutDuration=300\nAccountLockoutCounterResetAfter=300\n");
+TEST_F(lockout, unlock_user_clears_the_lock_and_the_records) {
+    policy(
+        "AccountLockoutThreshold=3\nAccountLockoutDuration=300\nAccountLockoutCounterResetAfter="
+        "300\n");
     fail(2, 3);
     ASSERT_NE(isUserLocked(2), 0);
     EXPECT_EQ(run_in_child([] { return UnlockUser(2); }), 0);
@@ -172,9 +173,10 @@ TEST_F(lockout, unlock_user_clears_the_lock_and_the_records)
     EXPECT_EQ(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, clear_bad_password_records_starts_the_count_again)
-{
-    policy("AccountLockoutThreshold=3\nAccountLockoutDuration=300\nAccountLockoutCounterResetAfter=300\n");
+TEST_F(lockout, clear_bad_password_records_starts_the_count_again) {
+    policy(
+        "AccountLockoutThreshold=3\nAccountLockoutDuration=300\nAccountLockoutCounterResetAfter="
+        "300\n");
     fail(2, 2);
     EXPECT_EQ(ClearBadPwdRecords(2), 0);
     EXPECT_EQ(platform::bad_password_count(2), 0);
@@ -187,18 +189,20 @@ TEST_F(lockout, clear_bad_password_records_starts_the_count_again)
     EXPECT_NE(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, a_shorter_duration_applies_to_a_running_lock)
-{
-    policy("AccountLockoutThreshold=1\nAccountLockoutDuration=600\nAccountLockoutCounterResetAfter=60\n");
+TEST_F(lockout, a_shorter_duration_applies_to_a_running_lock) {
+    policy(
+        "AccountLockoutThreshold=1\nAccountLockoutDuration=600\nAccountLockoutCounterResetAfter="
+        "60\n");
     fail(2, 1);
     fake_now += 100;
     ASSERT_NE(isUserLocked(2), 0);
-    policy("AccountLockoutThreshold=1\nAccountLockoutDuration=60\nAccountLockoutCounterResetAfter=60\n");
+    policy(
+        "AccountLockoutThreshold=1\nAccountLockoutDuration=60\nAccountLockoutCounterResetAfter="
+        "60\n");
     EXPECT_EQ(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, a_new_user_of_the_slot_inherits_no_lock)
-{
+TEST_F(lockout, a_new_user_of_the_slot_inherits_no_lock) {
     policy("AccountLockoutThreshold=1\nAccountLockoutDuration=0\n");
     fail(2, 1);
     ASSERT_NE(isUserLocked(2), 0);
@@ -211,8 +215,7 @@ TEST_F(lockout, a_new_user_of_the_slot_inherits_no_lock)
     EXPECT_EQ(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, bad_arguments_fail_and_load_is_harmless)
-{
+TEST_F(lockout, bad_arguments_fail_and_load_is_harmless) {
     EXPECT_NE(AddBadPwdRecords(-1), 0);
     EXPECT_NE(AddBadPwdRecords(MAX_USER_SLOTS), 0);
     EXPECT_NE(AddBadPwdRecords(7), 0);  // an empty slot
@@ -220,8 +223,7 @@ TEST_F(lockout, bad_arguments_fail_and_load_is_harmless)
     EXPECT_EQ(isUserLocked(7), 0);
     EXPECT_NE(UnlockUser(99), 0);
     EXPECT_NE(ClearBadPwdRecords(99), 0);
-    for (int i = 0; i < 5; ++i)
-        EXPECT_EQ(LoadUserLockFromFile(), 0);
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(LoadUserLockFromFile(), 0);
     // A damaged state file reads as no records.
     sim_testing::write_text(platform::lockout_file(), "not json");
     EXPECT_EQ(isUserLocked(2), 0);

@@ -26,8 +26,8 @@ using sim_testing::wait_child;
 class user_table : public sim_testing::sim_root {
 protected:
     // Creates a user in a slot and commits it, as the service does.
-    void add_user(int slot, const char* name, const char* password, int level, bool enabled = true)
-    {
+    void add_user(int slot, const char* name, const char* password, int level,
+                  bool enabled = true) {
         ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
         ASSERT_EQ(UtilSetUserName(slot, name), 0) << name;
         ASSERT_EQ(UtilSetUserPassword(slot, password), 0);
@@ -37,8 +37,7 @@ protected:
         ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
     }
 
-    void delete_user(int slot)
-    {
+    void delete_user(int slot) {
         ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
         ASSERT_EQ(UtilDelUserName(slot), 0);
         ASSERT_EQ(UtilDelUserPassword(slot), 0);
@@ -48,8 +47,7 @@ protected:
         ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
     }
 
-    St_UserInfo info_of(int slot)
-    {
+    St_UserInfo info_of(int slot) {
         St_UserInfo info;
         std::memset(&info, 0xAA, sizeof info);
         LibSetUserIndex(slot);
@@ -59,8 +57,8 @@ protected:
     }
 
     // A session record as the service writes it, /tmp/redfish_<token>.
-    void write_session(const std::string& token, const std::string& user, std::size_t size = SESSION_RECORD_SIZE)
-    {
+    void write_session(const std::string& token, const std::string& user,
+                       std::size_t size = SESSION_RECORD_SIZE) {
         St_RedfishSession record;
         std::memset(&record, 0, sizeof record);
         std::strcpy(record.last_use, "1000000");
@@ -68,7 +66,8 @@ protected:
         std::strcpy(record.client_ip, "10.0.0.1");
         record.session_id = 1;
         record.privilege = PRIV_ADMINISTRATOR;
-        std::memcpy(record.token, token.data(), std::min<std::size_t>(token.size(), SESSION_TOKEN_LEN));
+        std::memcpy(record.token, token.data(),
+                    std::min<std::size_t>(token.size(), SESSION_TOKEN_LEN));
         std::string bytes(reinterpret_cast<const char*>(&record), sizeof record);
         sim_testing::write_text(path("/tmp/redfish_" + token), bytes.substr(0, size));
     }
@@ -76,8 +75,7 @@ protected:
 
 // ---------------------------------------------------------------- slots
 
-TEST_F(user_table, an_empty_table_has_no_users)
-{
+TEST_F(user_table, an_empty_table_has_no_users) {
     for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) {
         EXPECT_EQ(UtilGetLANPriv(slot), PRIV_NO_ACCESS);
         St_UserInfo info = info_of(slot);
@@ -91,8 +89,7 @@ TEST_F(user_table, an_empty_table_has_no_users)
     EXPECT_FALSE(std::filesystem::exists(platform::user_table_file()));
 }
 
-TEST_F(user_table, changes_are_in_memory_until_pscommit_and_then_survive_a_reload)
-{
+TEST_F(user_table, changes_are_in_memory_until_pscommit_and_then_survive_a_reload) {
     ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
     ASSERT_EQ(UtilSetUserName(3, "alice"), 0);
     ASSERT_EQ(UtilSetUserPassword(3, "Passw0rd!"), 0);
@@ -131,8 +128,7 @@ TEST_F(user_table, changes_are_in_memory_until_pscommit_and_then_survive_a_reloa
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(user_table, discarded_changes_are_gone)
-{
+TEST_F(user_table, discarded_changes_are_gone) {
     ASSERT_EQ(UtilSetUserName(4, "temp"), 0);
     EXPECT_EQ(UtilFindUser("temp"), -1);  // not enabled yet
     EXPECT_EQ(UtilIsValidUserName("temp", 5), 1);
@@ -140,8 +136,7 @@ TEST_F(user_table, discarded_changes_are_gone)
     EXPECT_EQ(UtilIsValidUserName("temp", 5), 0);
 }
 
-TEST_F(user_table, the_file_is_private_and_holds_no_plain_password)
-{
+TEST_F(user_table, the_file_is_private_and_holds_no_plain_password) {
     add_user(2, "alice", "Secret-Pass1", PRIV_ADMINISTRATOR);
     add_user(3, "bob", "Secret-Pass1", PRIV_USER);
     struct stat status;
@@ -164,8 +159,7 @@ TEST_F(user_table, the_file_is_private_and_holds_no_plain_password)
     EXPECT_EQ(files, 1);
 }
 
-TEST_F(user_table, a_wrong_password_or_an_empty_slot_fails_the_check)
-{
+TEST_F(user_table, a_wrong_password_or_an_empty_slot_fails_the_check) {
     add_user(2, "alice", "Secret-Pass1", PRIV_ADMINISTRATOR);
     EXPECT_NE(UtilCheckUserPassword(2, "Secret-Pass2"), 0);
     EXPECT_NE(UtilCheckUserPassword(2, "Secret-Pass"), 0);
@@ -176,8 +170,7 @@ TEST_F(user_table, a_wrong_password_or_an_empty_slot_fails_the_check)
     EXPECT_NE(UtilCheckUserPassword(MAX_USER_SLOTS, "Secret-Pass1"), 0);
 }
 
-TEST_F(user_table, names_match_on_their_first_16_characters)
-{
+TEST_F(user_table, names_match_on_their_first_16_characters) {
     add_user(2, "abcdefghijklmnop", "Secret-Pass1", PRIV_OPERATOR);
     EXPECT_EQ(UtilFindUser("abcdefghijklmnop"), 2);
     EXPECT_EQ(UtilFindUser("abcdefghijklmnopXYZ"), 2);
@@ -194,8 +187,7 @@ TEST_F(user_table, names_match_on_their_first_16_characters)
     EXPECT_EQ(UtilGetLANPriv(3), PRIV_NO_ACCESS);
 }
 
-TEST_F(user_table, only_enabled_users_are_found)
-{
+TEST_F(user_table, only_enabled_users_are_found) {
     add_user(2, "alice", "Secret-Pass1", PRIV_OPERATOR, false);
     EXPECT_EQ(UtilFindUser("alice"), -1);
     EXPECT_EQ(UtilGetLANPriv(2), PRIV_OPERATOR);
@@ -206,8 +198,7 @@ TEST_F(user_table, only_enabled_users_are_found)
     EXPECT_EQ(UtilFindUser("alice"), 2);
 }
 
-TEST_F(user_table, a_duplicate_is_a_name_of_another_slot)
-{
+TEST_F(user_table, a_duplicate_is_a_name_of_another_slot) {
     add_user(2, "bob", "Secret-Pass1", PRIV_OPERATOR);
     add_user(4, "abcdefghijklmnop", "Secret-Pass1", PRIV_OPERATOR, false);
     EXPECT_EQ(UtilIsValidUserName("bob", 2), 0);  // its own name
@@ -226,8 +217,7 @@ TEST_F(user_table, a_duplicate_is_a_name_of_another_slot)
     EXPECT_EQ(UtilSetUserName(2, "bob"), 0);
 }
 
-TEST_F(user_table, delete_clears_name_password_enabled_and_privilege)
-{
+TEST_F(user_table, delete_clears_name_password_enabled_and_privilege) {
     add_user(5, "carol", "Secret-Pass1", PRIV_ADMINISTRATOR);
     uint32_t old_key = info_of(5).key;
     ASSERT_NE(old_key, 0u);
@@ -250,8 +240,7 @@ TEST_F(user_table, delete_clears_name_password_enabled_and_privilege)
     EXPECT_NE(info_of(5).key, old_key);
 }
 
-TEST_F(user_table, slot_0_is_reserved_and_bad_arguments_fail)
-{
+TEST_F(user_table, slot_0_is_reserved_and_bad_arguments_fail) {
     EXPECT_NE(UtilSetUserName(0, "zero"), 0);
     EXPECT_NE(UtilSetUserPassword(0, "Secret-Pass1"), 0);
     EXPECT_NE(UtilSetLANPriv(0, PRIV_ADMINISTRATOR), 0);
@@ -274,8 +263,7 @@ TEST_F(user_table, slot_0_is_reserved_and_bad_arguments_fail)
 
 // ---------------------------------------------------------------- lx_mutex
 
-TEST_F(user_table, lx_mutex_nests_and_a_put_without_a_get_is_harmless)
-{
+TEST_F(user_table, lx_mutex_nests_and_a_put_without_a_get_is_harmless) {
     EXPECT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
     EXPECT_NE(lx_mutex_get(99), 0);
     EXPECT_NE(lx_mutex_put(99), 0);
@@ -298,8 +286,7 @@ TEST_F(user_table, lx_mutex_nests_and_a_put_without_a_get_is_harmless)
     EXPECT_EQ(platform::user_table_lock_file(), path("/var/bmc/user_table.lock"));
 }
 
-TEST_F(user_table, two_processes_under_lx_mutex_see_each_others_commits)
-{
+TEST_F(user_table, two_processes_under_lx_mutex_see_each_others_commits) {
     int to_parent[2];
     ASSERT_EQ(pipe(to_parent), 0);
     ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
@@ -312,11 +299,9 @@ TEST_F(user_table, two_processes_under_lx_mutex_see_each_others_commits)
         close(to_parent[0]);
         // The child starts from the file, not from the parent's memory.
         platform::discard_user_table_changes();
-        if (lx_mutex_get(USER_TABLE_MUTEX) != 0)
-            return 10;
+        if (lx_mutex_get(USER_TABLE_MUTEX) != 0) return 10;
         char byte = 'L';
-        if (write(to_parent[1], &byte, 1) != 1)
-            return 11;
+        if (write(to_parent[1], &byte, 1) != 1) return 11;
         if (UtilFindUser("parent") != 2 || UtilCheckUserPassword(2, "Parent-Pass1") != 0)
             return 12;  // the parent's commit is seen after the lock is taken
         if (UtilSetUserName(3, "child") != 0 || UtilSetUserPassword(3, "Child-Pass1") != 0 ||
@@ -344,28 +329,24 @@ TEST_F(user_table, two_processes_under_lx_mutex_see_each_others_commits)
     ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
 }
 
-TEST_F(user_table, concurrent_processes_lose_no_commit)
-{
+TEST_F(user_table, concurrent_processes_lose_no_commit) {
     std::vector<pid_t> children;
     for (int slot = 2; slot < MAX_USER_SLOTS; ++slot)
         children.push_back(start_child([slot] {
             platform::discard_user_table_changes();
             std::string name = "user" + std::to_string(slot);
-            if (lx_mutex_get(USER_TABLE_MUTEX) != 0)
-                return 1;
+            if (lx_mutex_get(USER_TABLE_MUTEX) != 0) return 1;
             int result = UtilSetUserName(slot, name.c_str()) | UtilSetUserEnable(slot, 1) |
                          UtilSetLANPriv(slot, PRIV_USER) | PSCommit();
             lx_mutex_put(USER_TABLE_MUTEX);
             return result == 0 ? 0 : 2;
         }));
-    for (pid_t child : children)
-        EXPECT_EQ(wait_child(child), 0);
+    for (pid_t child : children) EXPECT_EQ(wait_child(child), 0);
     for (int slot = 2; slot < MAX_USER_SLOTS; ++slot)
         EXPECT_EQ(UtilFindUser(("user" + std::to_string(slot)).c_str()), slot);
 }
 
-TEST_F(user_table, a_commit_without_the_lock_keeps_other_slots_of_other_processes)
-{
+TEST_F(user_table, a_commit_without_the_lock_keeps_other_slots_of_other_processes) {
     add_user(2, "first", "Secret-Pass1", PRIV_USER);
     // This process changes slot 4 without committing; another commits slot 3.
     ASSERT_EQ(UtilSetUserName(4, "mine"), 0);
@@ -381,8 +362,7 @@ TEST_F(user_table, a_commit_without_the_lock_keeps_other_slots_of_other_processe
     EXPECT_EQ(UtilFindUser("mine"), 4);
 }
 
-TEST_F(user_table, a_reader_sees_a_commit_of_another_process_without_the_lock)
-{
+TEST_F(user_table, a_reader_sees_a_commit_of_another_process_without_the_lock) {
     add_user(2, "alice", "Secret-Pass1", PRIV_USER);
     EXPECT_EQ(UtilFindUser("alice"), 2);
     ASSERT_EQ(run_in_child([] { return UtilDelUserName(2) | PSCommit(); }), 0);
@@ -391,9 +371,9 @@ TEST_F(user_table, a_reader_sees_a_commit_of_another_process_without_the_lock)
 
 // ---------------------------------------------------------------- seeding
 
-TEST_F(user_table, seed_fills_slot_1_on_first_boot_only)
-{
-    EXPECT_EQ(platform::seed_first_administrator("admin", "admin-pass1"), platform::seed_result::seeded);
+TEST_F(user_table, seed_fills_slot_1_on_first_boot_only) {
+    EXPECT_EQ(platform::seed_first_administrator("admin", "admin-pass1"),
+              platform::seed_result::seeded);
     EXPECT_EQ(UtilFindUser("admin"), 1);
     EXPECT_EQ(UtilGetLANPriv(1), PRIV_ADMINISTRATOR);
     EXPECT_EQ(UtilCheckUserPassword(1, "admin-pass1"), 0);
@@ -409,32 +389,33 @@ TEST_F(user_table, seed_fills_slot_1_on_first_boot_only)
     ASSERT_EQ(UtilSetUserPassword(1, "changed-pass"), 0);
     ASSERT_EQ(PSCommit(), 0);
     ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
-    EXPECT_EQ(platform::seed_first_administrator("admin", "admin-pass1"), platform::seed_result::exists);
-    EXPECT_EQ(platform::seed_first_administrator("other", "other-pass"), platform::seed_result::exists);
+    EXPECT_EQ(platform::seed_first_administrator("admin", "admin-pass1"),
+              platform::seed_result::exists);
+    EXPECT_EQ(platform::seed_first_administrator("other", "other-pass"),
+              platform::seed_result::exists);
     EXPECT_EQ(UtilCheckUserPassword(1, "changed-pass"), 0);
     EXPECT_EQ(UtilFindUser("other"), -1);
 }
 
-TEST_F(user_table, seed_leaves_an_existing_table_alone)
-{
+TEST_F(user_table, seed_leaves_an_existing_table_alone) {
     add_user(2, "alice", "Secret-Pass1", PRIV_USER);
-    EXPECT_EQ(platform::seed_first_administrator("admin", "admin-pass1"), platform::seed_result::exists);
+    EXPECT_EQ(platform::seed_first_administrator("admin", "admin-pass1"),
+              platform::seed_result::exists);
     EXPECT_EQ(UtilFindUser("admin"), -1);
     EXPECT_EQ(UtilGetLANPriv(1), PRIV_NO_ACCESS);
 }
 
-TEST_F(user_table, seed_refuses_bad_names_and_passwords)
-{
+TEST_F(user_table, seed_refuses_bad_names_and_passwords) {
     EXPECT_EQ(platform::seed_first_administrator("", "admin-pass1"), platform::seed_result::failed);
     EXPECT_EQ(platform::seed_first_administrator("admin", ""), platform::seed_result::failed);
-    EXPECT_EQ(platform::seed_first_administrator("a b", "admin-pass1"), platform::seed_result::failed);
+    EXPECT_EQ(platform::seed_first_administrator("a b", "admin-pass1"),
+              platform::seed_result::failed);
     EXPECT_FALSE(std::filesystem::exists(platform::user_table_file()));
 }
 
 // ---------------------------------------------------------------- sessions
 
-TEST_F(user_table, an_open_session_is_a_record_naming_the_user)
-{
+TEST_F(user_table, an_open_session_is_a_record_naming_the_user) {
     add_user(2, "alice", "Secret-Pass1", PRIV_USER);
     add_user(3, "bob", "Secret-Pass1", PRIV_USER);
     add_user(4, "abcdefghijklmnop", "Secret-Pass1", PRIV_USER);

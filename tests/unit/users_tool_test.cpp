@@ -8,9 +8,9 @@
 #include "platform/libdirectory.h"
 #include "platform/libipmi_users.h"
 #include "platform/sim/tool/areas.h"
-#include "tool_runner.h"
 #include "platform/sim/user_table.h"
 #include "sim_root_fixture.h"
+#include "tool_runner.h"
 
 namespace {
 
@@ -18,19 +18,18 @@ using sim_testing::file_text;
 
 class users_tool : public sim_testing::sim_root, public tool_runner {};
 
-TEST_F(users_tool, seed_then_list)
-{
+TEST_F(users_tool, seed_then_list) {
     ASSERT_EQ(run({"users", "seed", "admin", "admin-pass1"}), 0);
     EXPECT_EQ(out_.str(), "seeded slot 1: admin\n");
     ASSERT_EQ(run({"users", "seed", "admin", "admin-pass1"}), 0);
     EXPECT_EQ(out_.str(), "user table exists; not seeded\n");
     ASSERT_EQ(run({"users", "list"}), 0);
-    EXPECT_EQ(out_.str(), "SLOT ID NAME LEVEL ROLE ENABLED LOCKED\n1 2 admin 4 Administrator yes no\n");
+    EXPECT_EQ(out_.str(),
+              "SLOT ID NAME LEVEL ROLE ENABLED LOCKED\n1 2 admin 4 Administrator yes no\n");
     EXPECT_EQ(out_.str().find("admin-pass1"), std::string::npos);
 }
 
-TEST_F(users_tool, add_passwd_disable_enable_delete)
-{
+TEST_F(users_tool, add_passwd_disable_enable_delete) {
     ASSERT_EQ(run({"users", "add", "3", "bob", "Bob-Pass1", "Operator"}), 0);
     ASSERT_EQ(run({"users", "add", "4", "eve", "Eve-Pass1", "2"}), 0);
     EXPECT_EQ(UtilFindUser("bob"), 3);
@@ -58,10 +57,10 @@ TEST_F(users_tool, add_passwd_disable_enable_delete)
     EXPECT_EQ(file_text(platform::user_table_file()).find("Bob-Pass"), std::string::npos);
 }
 
-TEST_F(users_tool, unlock_and_complexity)
-{
-    sim_testing::write_text(path("/nv/redfish/accountservice.ini"),
-                            "[AccountService]\nAccountLockoutThreshold=1\nAccountLockoutDuration=0\n");
+TEST_F(users_tool, unlock_and_complexity) {
+    sim_testing::write_text(
+        path("/nv/redfish/accountservice.ini"),
+        "[AccountService]\nAccountLockoutThreshold=1\nAccountLockoutDuration=0\n");
     ASSERT_EQ(run({"users", "add", "2", "bob", "Bob-Pass1", "Administrator"}), 0);
     ASSERT_EQ(AddBadPwdRecords(2), 0);
     ASSERT_EQ(run({"users", "list"}), 0);
@@ -77,12 +76,13 @@ TEST_F(users_tool, unlock_and_complexity)
     EXPECT_EQ(UtilGetPasswordComplexity(), 0);
 }
 
-TEST_F(users_tool, directory_switches_and_accounts)
-{
-    sim_testing::write_text(path("/nv/redfish/ad.ini"), "[ActiveDirectory]\nServiceAddresses=ldap://ad\n");
+TEST_F(users_tool, directory_switches_and_accounts) {
+    sim_testing::write_text(path("/nv/redfish/ad.ini"),
+                            "[ActiveDirectory]\nServiceAddresses=ldap://ad\n");
     ASSERT_EQ(run({"directory", "ad", "enable"}), 0);
     EXPECT_EQ(UtilGetNewADEnable(), 1);
-    EXPECT_NE(file_text(path("/nv/redfish/ad.ini")).find("ServiceAddresses=ldap://ad"), std::string::npos);
+    EXPECT_NE(file_text(path("/nv/redfish/ad.ini")).find("ServiceAddresses=ldap://ad"),
+              std::string::npos);
     ASSERT_EQ(run({"directory", "ad", "user", "dave", "Dave-Pass1", "Operator"}), 0);
     int privilege = 0;
     EXPECT_EQ(AuthADProcess2("dave", "Dave-Pass1", &privilege), 0);
@@ -103,8 +103,7 @@ TEST_F(users_tool, directory_switches_and_accounts)
     EXPECT_EQ(privilege, PRIV_USER);
 }
 
-TEST_F(users_tool, lockdown_and_host_interface)
-{
+TEST_F(users_tool, lockdown_and_host_interface) {
     ASSERT_EQ(run({"lockdown", "show"}), 0);
     EXPECT_EQ(out_.str(), "off\n");
     ASSERT_EQ(run({"lockdown", "on"}), 0);
@@ -126,19 +125,18 @@ TEST_F(users_tool, lockdown_and_host_interface)
     EXPECT_EQ(UtilIsHostInterface(), 0);
 }
 
-TEST_F(users_tool, snmp_show_tells_only_whether_keys_are_set)
-{
+TEST_F(users_tool, snmp_show_tells_only_whether_keys_are_set) {
     ASSERT_EQ(run({"users", "seed", "admin", "admin-pass1"}), 0);
     ASSERT_EQ(UtilSNMPSaveCfg(1, 2, "AuthKey123", 0, nullptr), 0);
     ASSERT_EQ(setSNMPDaemonOP(1), 0);
     ASSERT_EQ(run({"snmp", "show"}), 0);
-    EXPECT_EQ(out_.str(), "daemon restarts: 1\n"
-                          "SLOT NAME AUTH_PROTOCOL AUTH_KEY_SET ENCRYPTION_PROTOCOL ENCRYPTION_KEY_SET\n"
-                          "1 admin 2 yes 0 no\n");
+    EXPECT_EQ(out_.str(),
+              "daemon restarts: 1\n"
+              "SLOT NAME AUTH_PROTOCOL AUTH_KEY_SET ENCRYPTION_PROTOCOL ENCRYPTION_KEY_SET\n"
+              "1 admin 2 yes 0 no\n");
 }
 
-TEST_F(users_tool, usage_errors_exit_2)
-{
+TEST_F(users_tool, usage_errors_exit_2) {
     const std::vector<bmcsim::arguments> wrong = {
         {"users", "fly"},
         {"users", "list", "extra"},
@@ -162,15 +160,15 @@ TEST_F(users_tool, usage_errors_exit_2)
     for (const auto& words : wrong) {
         SCOPED_TRACE(words.size() > 1 ? words[1] : words[0]);
         EXPECT_EQ(run(words), bmcsim::exit_usage);
-        EXPECT_EQ(err_.str().rfind("usage: bmcsim", 0) == 0 || err_.str().find("\nusage: bmcsim") != std::string::npos,
+        EXPECT_EQ(err_.str().rfind("usage: bmcsim", 0) == 0 ||
+                      err_.str().find("\nusage: bmcsim") != std::string::npos,
                   true)
             << err_.str();
     }
     EXPECT_FALSE(std::filesystem::exists(platform::user_table_file()));
 }
 
-TEST_F(users_tool, an_unwritable_root_fails_with_1)
-{
+TEST_F(users_tool, an_unwritable_root_fails_with_1) {
     sim_testing::write_text(root_ + "/file", "x");
     platform::set_bmc_root_for_tests(root_ + "/file/root");
     EXPECT_EQ(run({"users", "seed", "admin", "admin-pass1"}), bmcsim::exit_failed);

@@ -12,14 +12,13 @@ namespace {
 
 constexpr uint32_t bios_update_mode = 2;
 
-int show(std::ostream& out, std::ostream& err)
-{
-    if (!attach_shared_state(err))
-        return exit_failed;
+int show(std::ostream& out, std::ostream& err) {
+    if (!attach_shared_state(err)) return exit_failed;
     char version[64] = "";
     int result = UtilGetLatestBiosRev(version, sizeof version);
     out << "version=" << (result == PLT_OK ? version : "unknown") << '\n'
-        << "update_mode=" << ((at_p_St_GlobalVar->fw_update_flags & bios_update_mode) ? "on" : "off") << '\n'
+        << "update_mode="
+        << ((at_p_St_GlobalVar->fw_update_flags & bios_update_mode) ? "on" : "off") << '\n'
         << "hii=" << (isNewHIISupport() ? "on" : "off") << '\n'
         << "boot_order=";
     const char* separator = "";
@@ -31,10 +30,8 @@ int show(std::ostream& out, std::ostream& err)
     return exit_ok;
 }
 
-int update_mode(bool on, std::ostream& err)
-{
-    if (!attach_shared_state(err))
-        return exit_failed;
+int update_mode(bool on, std::ostream& err) {
+    if (!attach_shared_state(err)) return exit_failed;
     if (on)
         at_p_St_GlobalVar->fw_update_flags |= bios_update_mode;
     else
@@ -42,25 +39,19 @@ int update_mode(bool on, std::ostream& err)
     return exit_ok;
 }
 
-int hii(bool on, std::ostream& err)
-{
-    if (platform::set_hii_supported(on))
-        return exit_ok;
+int hii(bool on, std::ostream& err) {
+    if (platform::set_hii_supported(on)) return exit_ok;
     err << "bmcsim: cannot write " << platform::bios_config_file() << '\n';
     return exit_failed;
 }
 
-int run_bios(const area& self, const arguments& words, std::ostream& out, std::ostream& err)
-{
+int run_bios(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
-    if (command == "show" && words.size() == 1)
-        return show(out, err);
+    if (command == "show" && words.size() == 1) return show(out, err);
     bool on = words.size() == 2 && words[1] == "on";
     bool off = words.size() == 2 && words[1] == "off";
-    if (command == "update-mode" && (on || off))
-        return update_mode(on, err);
-    if (command == "hii" && (on || off))
-        return hii(on, err);
+    if (command == "update-mode" && (on || off)) return update_mode(on, err);
+    if (command == "hii" && (on || off)) return hii(on, err);
     return usage(self, err);
 }
 

@@ -5,12 +5,10 @@
 
 #include "platform/sim/tool/areas.h"
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     bmcsim::arguments words(argv + 1, argv + argc);
     if (!words.empty() && words.front() == "--root") {
-        if (words.size() < 2)
-            return bmcsim::usage(std::cerr);
+        if (words.size() < 2) return bmcsim::usage(std::cerr);
         // The root is read once, on first use, which comes after this.
         setenv("BMC_ROOT", words[1].c_str(), 1);
         words.erase(words.begin(), words.begin() + 2);

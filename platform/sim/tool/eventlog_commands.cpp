@@ -10,8 +10,7 @@ namespace bmcsim {
 namespace {
 
 // Keeps one record on one line.
-std::string one_line(const std::string& text)
-{
+std::string one_line(const std::string& text) {
     std::string line;
     for (char c : text) {
         if (c == '\n')
@@ -24,24 +23,20 @@ std::string one_line(const std::string& text)
     return line;
 }
 
-int show(std::ostream& out)
-{
+int show(std::ostream& out) {
     for (const auto& record : platform::read_event_log())
         out << record.time << ' ' << record.code << ' ' << record.argument << ' '
             << one_line(record.text) << '\n';
     return exit_ok;
 }
 
-int clear(std::ostream& err)
-{
-    if (platform::clear_event_log())
-        return exit_ok;
+int clear(std::ostream& err) {
+    if (platform::clear_event_log()) return exit_ok;
     err << "bmcsim: cannot clear " << platform::event_log_file() << '\n';
     return exit_failed;
 }
 
-int add(const area& self, const arguments& words, std::ostream& err)
-{
+int add(const area& self, const arguments& words, std::ostream& err) {
     long long code = 0;
     long long argument = 0;
     if (words.size() < 3 || words.size() > 4 || !parse_number(words[1], INT_MIN, INT_MAX, code) ||
@@ -53,15 +48,11 @@ int add(const area& self, const arguments& words, std::ostream& err)
     return exit_failed;
 }
 
-int run_eventlog(const area& self, const arguments& words, std::ostream& out, std::ostream& err)
-{
+int run_eventlog(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
-    if (command == "show" && words.size() == 1)
-        return show(out);
-    if (command == "clear" && words.size() == 1)
-        return clear(err);
-    if (command == "add")
-        return add(self, words, err);
+    if (command == "show" && words.size() == 1) return show(out);
+    if (command == "clear" && words.size() == 1) return clear(err);
+    if (command == "add") return add(self, words, err);
     return usage(self, err);
 }
 

@@ -31,33 +31,29 @@ constexpr shown_text shown_texts[] = {
     {"product_guid", &St_FRUInfo::product_guid},
 };
 
-int show(std::ostream& out, std::ostream& err)
-{
+int show(std::ostream& out, std::ostream& err) {
     St_FRUInfo info{};
     int result = ReadFRUInfo(FRU_BOARD_DEVICE, &info);
     if (result != PLT_OK) {
-        err << "bmcsim: cannot parse " << platform::fru_image_file(FRU_BOARD_DEVICE) << " (" << result << ")\n";
+        err << "bmcsim: cannot parse " << platform::fru_image_file(FRU_BOARD_DEVICE) << " ("
+            << result << ")\n";
         return exit_failed;
     }
     out << "chassis_type=" << static_cast<unsigned>(info.chassis_type) << '\n'
         << "board_mfg_minutes=" << info.board_mfg_minutes << '\n'
         << "board_id=0x" << std::hex << info.board_id << std::dec << '\n';
-    for (const shown_text& each : shown_texts)
-        out << each.name << '=' << info.*each.text << '\n';
+    for (const shown_text& each : shown_texts) out << each.name << '=' << info.*each.text << '\n';
     return exit_ok;
 }
 
-int write_image(const std::string& bytes, std::ostream& err)
-{
-    if (platform::write_fru_image(FRU_BOARD_DEVICE, bytes))
-        return exit_ok;
+int write_image(const std::string& bytes, std::ostream& err) {
+    if (platform::write_fru_image(FRU_BOARD_DEVICE, bytes)) return exit_ok;
     err << "bmcsim: cannot write " << platform::fru_image_file(FRU_BOARD_DEVICE) << '\n';
     return exit_failed;
 }
 
 // Spoils the common header's checksum.
-int corrupt(std::ostream& err)
-{
+int corrupt(std::ostream& err) {
     std::string bytes;
     if (platform::load_fru_image(FRU_BOARD_DEVICE, bytes) != PLT_OK || bytes.size() < 8) {
         err << "bmcsim: cannot read " << platform::fru_image_file(FRU_BOARD_DEVICE) << '\n';
@@ -67,26 +63,20 @@ int corrupt(std::ostream& err)
     return write_image(bytes, err);
 }
 
-int set_asset_tag(const std::string& tag, std::ostream& err)
-{
+int set_asset_tag(const std::string& tag, std::ostream& err) {
     int result = SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_PRODUCT_ASSET_TAG, tag.c_str());
-    if (result == PLT_OK)
-        return exit_ok;
+    if (result == PLT_OK) return exit_ok;
     err << "bmcsim: cannot set the asset tag (" << result << ")\n";
     return exit_failed;
 }
 
-int run_fru(const area& self, const arguments& words, std::ostream& out, std::ostream& err)
-{
+int run_fru(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
-    if (command == "show" && words.size() == 1)
-        return show(out, err);
+    if (command == "show" && words.size() == 1) return show(out, err);
     if (command == "regenerate" && words.size() == 1)
         return write_image(platform::generated_fru_image(), err);
-    if (command == "corrupt" && words.size() == 1)
-        return corrupt(err);
-    if (command == "asset-tag" && words.size() == 2)
-        return set_asset_tag(words[1], err);
+    if (command == "corrupt" && words.size() == 1) return corrupt(err);
+    if (command == "asset-tag" && words.size() == 2) return set_asset_tag(words[1], err);
     return usage(self, err);
 }
 

@@ -5,10 +5,10 @@
 
 namespace bmcsim {
 
-inline const char* health_name(int health)
-{
+inline const char* health_name(int health) {
     static constexpr const char* names[] = {"unavailable", "ok", "warning", "critical"};
-    return health >= SENSOR_HEALTH_UNAVAILABLE && health <= SENSOR_HEALTH_CRITICAL ? names[health] : "error";
+    return health >= SENSOR_HEALTH_UNAVAILABLE && health <= SENSOR_HEALTH_CRITICAL ? names[health]
+                                                                                   : "error";
 }
 
 }  // namespace bmcsim

@@ -10,16 +10,13 @@
 namespace bmcsim {
 namespace {
 
-int written(bool ok, std::ostream& err)
-{
-    if (ok)
-        return exit_ok;
+int written(bool ok, std::ostream& err) {
+    if (ok) return exit_ok;
     err << "bmcsim: cannot write " << platform::sim_settings_file() << '\n';
     return exit_failed;
 }
 
-int run_hostif(const area& self, const arguments& words, std::ostream& out, std::ostream& err)
-{
+int run_hostif(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
     if ((command == "on" || command == "off") && words.size() == 1)
         return written(platform::set_host_interface(command == "on"), err);
@@ -32,8 +29,7 @@ int run_hostif(const area& self, const arguments& words, std::ostream& out, std:
     if (command == "credential" && words.size() == 2 && words[1] == "clear")
         return written(platform::set_host_firmware_credential("", ""), err);
     if (command == "credential" && words.size() == 3) {
-        if (words[1].empty() || words[2].empty())
-            return usage(self, err);
+        if (words[1].empty() || words[2].empty()) return usage(self, err);
         return written(platform::set_host_firmware_credential(words[1], words[2]), err);
     }
     return usage(self, err);
@@ -41,6 +37,7 @@ int run_hostif(const area& self, const arguments& words, std::ostream& out, std:
 
 }  // namespace
 
-const area hostif_area = {"hostif", "on | off | show | credential NAME PASSWORD | credential clear", run_hostif};
+const area hostif_area = {"hostif", "on | off | show | credential NAME PASSWORD | credential clear",
+                          run_hostif};
 
 }  // namespace bmcsim

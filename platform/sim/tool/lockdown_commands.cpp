@@ -8,19 +8,15 @@
 namespace bmcsim {
 namespace {
 
-int run_lockdown(const area& self, const arguments& words, std::ostream& out, std::ostream& err)
-{
+int run_lockdown(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
-    if (words.size() != 1)
-        return usage(self, err);
+    if (words.size() != 1) return usage(self, err);
     if (command == "show") {
         out << (GetSetSysLockdownEnable(0, 0) ? "on" : "off") << '\n';
         return exit_ok;
     }
-    if (command != "on" && command != "off")
-        return usage(self, err);
-    if (GetSetSysLockdownEnable(1, command == "on") == 0)
-        return exit_ok;
+    if (command != "on" && command != "off") return usage(self, err);
+    if (GetSetSysLockdownEnable(1, command == "on") == 0) return exit_ok;
     err << "bmcsim: cannot write " << platform::sim_settings_file() << '\n';
     return exit_failed;
 }

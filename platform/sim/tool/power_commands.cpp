@@ -52,30 +52,27 @@ constexpr limit_action limit_actions[] = {
     {"hard-power-off", POWER_LIMIT_HARD_POWER_OFF},
 };
 
-int report(int result, std::ostream& err)
-{
-    if (result == PLT_OK)
-        return exit_ok;
-    err << (result == PLT_ERR_STATE ? "bmcsim: host power is off\n" : "bmcsim: cannot change the host power state\n");
+int report(int result, std::ostream& err) {
+    if (result == PLT_OK) return exit_ok;
+    err << (result == PLT_ERR_STATE ? "bmcsim: host power is off\n"
+                                    : "bmcsim: cannot change the host power state\n");
     return exit_failed;
 }
 
-void show_supplies(std::ostream& out)
-{
+void show_supplies(std::ostream& out) {
     for (int bay = 1; bay <= PltPSU_GetBayCount(); ++bay) {
         St_PowerSupplyInfo info{};
-        if (PltPSU_GetBayInfo(bay, &info) != PLT_OK)
-            continue;
-        out << "psu" << bay << '=' << (info.present ? health_name(info.health) : "absent") << " output "
-            << info.last_output_watts << " W input " << info.line_input_volts << " V\n";
+        if (PltPSU_GetBayInfo(bay, &info) != PLT_OK) continue;
+        out << "psu" << bay << '=' << (info.present ? health_name(info.health) : "absent")
+            << " output " << info.last_output_watts << " W input " << info.line_input_volts
+            << " V\n";
     }
     St_PowerRedundancy redundancy{};
     PltPSU_GetRedundancy(&redundancy);
     out << "redundancy=" << health_name(redundancy.health) << '\n';
 }
 
-int show(std::ostream& out, std::ostream& err)
-{
+int show(std::ostream& out, std::ostream& err) {
     platform::chassis_state state;
     St_PowerControl control{};
     if (!platform::current_chassis_state(state) || PltPSU_GetPowerControl(&control) != PLT_OK) {
@@ -94,8 +91,7 @@ int show(std::ostream& out, std::ostream& err)
     return exit_ok;
 }
 
-int nmi_count(std::ostream& out, std::ostream& err)
-{
+int nmi_count(std::ostream& out, std::ostream& err) {
     platform::chassis_state state;
     if (!platform::current_chassis_state(state)) {
         err << "bmcsim: cannot read " << platform::chassis_state_file() << '\n';
@@ -105,77 +101,62 @@ int nmi_count(std::ostream& out, std::ostream& err)
     return exit_ok;
 }
 
-int cycle(const area& self, const arguments& words, std::ostream& err)
-{
+int cycle(const area& self, const arguments& words, std::ostream& err) {
     long long seconds = 1;
     if (words.size() > 2 || (words.size() == 2 && !parse_number(words[1], 0, 255, seconds)))
         return usage(self, err);
     return report(PltCHASSIS_PowerCycle(static_cast<uint8_t>(seconds)), err);
 }
 
-int stored(bool written, std::ostream& err)
-{
-    if (written)
-        return exit_ok;
+int stored(bool written, std::ostream& err) {
+    if (written) return exit_ok;
     err << "bmcsim: cannot write " << platform::power_state_file() << '\n';
     return exit_failed;
 }
 
-int consumed(const area& self, const arguments& words, std::ostream& err)
-{
+int consumed(const area& self, const arguments& words, std::ostream& err) {
     long long watts = 0;
-    if (words.size() != 2 || !parse_number(words[1], 0, UINT16_MAX, watts))
-        return usage(self, err);
+    if (words.size() != 2 || !parse_number(words[1], 0, UINT16_MAX, watts)) return usage(self, err);
     return stored(platform::set_consumed_watts(static_cast<uint32_t>(watts)), err);
 }
 
-int limit(const area& self, const arguments& words, std::ostream& err)
-{
+int limit(const area& self, const arguments& words, std::ostream& err) {
     long long watts = 0;
     if (words.size() < 2 || words.size() > 3 || !parse_number(words[1], 0, UINT16_MAX, watts))
         return usage(self, err);
     std::string action = words.size() == 3 ? words[2] : "no-action";
     for (const limit_action& each : limit_actions)
         if (action == each.name)
-            return stored(platform::set_power_limit(static_cast<uint32_t>(watts), each.exception), err);
+            return stored(platform::set_power_limit(static_cast<uint32_t>(watts), each.exception),
+                          err);
     return usage(self, err);
 }
 
-int supply(const area& self, const arguments& words, std::ostream& err)
-{
+int supply(const area& self, const arguments& words, std::ostream& err) {
     long long bay = 0;
     if (words.size() != 3 || !parse_number(words[1], 1, PltPSU_GetBayCount(), bay))
         return usage(self, err);
-    const St_SensorData* record = platform::find_sensor_by_name("PS" + std::to_string(bay) + " Status");
+    const St_SensorData* record =
+        platform::find_sensor_by_name("PS" + std::to_string(bay) + " Status");
     for (const supply_condition& each : supply_conditions) {
-        if (words[2] != each.name || !record)
-            continue;
-        if (platform::set_raw_reading(record->sensor_number, each.state))
-            return exit_ok;
+        if (words[2] != each.name || !record) continue;
+        if (platform::set_raw_reading(record->sensor_number, each.state)) return exit_ok;
         err << "bmcsim: cannot write " << platform::sensor_readings_file() << '\n';
         return exit_failed;
     }
     return usage(self, err);
 }
 
-int run_power(const area& self, const arguments& words, std::ostream& out, std::ostream& err)
-{
+int run_power(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
     for (const power_action& each : power_actions)
-        if (command == each.command && words.size() == 1)
-            return report(each.apply(), err);
-    if (command == "show" && words.size() == 1)
-        return show(out, err);
-    if (command == "nmi-count" && words.size() == 1)
-        return nmi_count(out, err);
-    if (command == "cycle")
-        return cycle(self, words, err);
-    if (command == "consumed")
-        return consumed(self, words, err);
-    if (command == "limit")
-        return limit(self, words, err);
-    if (command == "psu")
-        return supply(self, words, err);
+        if (command == each.command && words.size() == 1) return report(each.apply(), err);
+    if (command == "show" && words.size() == 1) return show(out, err);
+    if (command == "nmi-count" && words.size() == 1) return nmi_count(out, err);
+    if (command == "cycle") return cycle(self, words, err);
+    if (command == "consumed") return consumed(self, words, err);
+    if (command == "limit") return limit(self, words, err);
+    if (command == "psu") return supply(self, words, err);
     return usage(self, err);
 }
 

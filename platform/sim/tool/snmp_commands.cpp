@@ -10,18 +10,16 @@
 namespace bmcsim {
 namespace {
 
-int run_snmp(const area& self, const arguments& words, std::ostream& out, std::ostream& err)
-{
-    if (words.size() != 1 || words.front() != "show")
-        return usage(self, err);
+int run_snmp(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
+    if (words.size() != 1 || words.front() != "show") return usage(self, err);
     out << "daemon restarts: " << platform::snmp_daemon_restarts() << '\n'
         << "SLOT NAME AUTH_PROTOCOL AUTH_KEY_SET ENCRYPTION_PROTOCOL ENCRYPTION_KEY_SET\n";
     for (int slot = 1; slot < MAX_USER_SLOTS; ++slot) {
         int values[4];
-        if (UtilSNMPGetCfg(slot, &values[0], &values[1], &values[2], &values[3]) != 0)
-            continue;
+        if (UtilSNMPGetCfg(slot, &values[0], &values[1], &values[2], &values[3]) != 0) continue;
         out << slot << ' ' << platform::user_slot_name(slot) << ' ' << values[0] << ' '
-            << (values[1] ? "yes" : "no") << ' ' << values[2] << ' ' << (values[3] ? "yes" : "no") << '\n';
+            << (values[1] ? "yes" : "no") << ' ' << values[2] << ' ' << (values[3] ? "yes" : "no")
+            << '\n';
     }
     return exit_ok;
 }

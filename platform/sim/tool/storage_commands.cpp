@@ -21,40 +21,32 @@ constexpr controller_kind controller_kinds[] = {
     {"nvme", platform::storage_count::nvme_slots, GetNVMeSSDMaxNumSupport},
 };
 
-int show(std::ostream& out)
-{
+int show(std::ostream& out) {
     for (const controller_kind& kind : controller_kinds)
         out << kind.name << '=' << kind.count() << '\n';
     out << "loading=" << (UtilIsStorageInventoryLoading() ? "on" : "off") << '\n';
     return exit_ok;
 }
 
-int stored(bool written, std::ostream& err)
-{
-    if (written)
-        return exit_ok;
+int stored(bool written, std::ostream& err) {
+    if (written) return exit_ok;
     err << "bmcsim: cannot write " << platform::storage_inventory_file() << '\n';
     return exit_failed;
 }
 
-int set(const area& self, const arguments& words, std::ostream& err)
-{
+int set(const area& self, const arguments& words, std::ostream& err) {
     long long count = 0;
-    if (words.size() != 3 || !parse_number(words[2], 0, 64, count))
-        return usage(self, err);
+    if (words.size() != 3 || !parse_number(words[2], 0, 64, count)) return usage(self, err);
     for (const controller_kind& kind : controller_kinds)
         if (words[1] == kind.name)
             return stored(platform::set_storage_count(kind.which, static_cast<int>(count)), err);
     return usage(self, err);
 }
 
-int run_storage(const area& self, const arguments& words, std::ostream& out, std::ostream& err)
-{
+int run_storage(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
-    if (command == "show" && words.size() == 1)
-        return show(out);
-    if (command == "set")
-        return set(self, words, err);
+    if (command == "show" && words.size() == 1) return show(out);
+    if (command == "set") return set(self, words, err);
     if (command == "loading" && words.size() == 2 && (words[1] == "on" || words[1] == "off"))
         return stored(platform::set_storage_inventory_loading(words[1] == "on"), err);
     return usage(self, err);
@@ -62,6 +54,7 @@ int run_storage(const area& self, const arguments& words, std::ostream& out, std
 
 }  // namespace
 
-const area storage_area = {"storage", "show | set broadcom|marvell|nvme COUNT | loading on|off", run_storage};
+const area storage_area = {"storage", "show | set broadcom|marvell|nvme COUNT | loading on|off",
+                           run_storage};
 
 }  // namespace bmcsim
