@@ -22,6 +22,13 @@
 #include "security/manageraccountcollection.h"
 #include "security/role_resources.h"
 #include "security/session_resources.h"
+#include "tasks/task.h"
+#include "tasks/taskcollection.h"
+#include "tasks/taskmonitor.h"
+#include "tasks/taskservice.h"
+#include "update/firmwareinventory.h"
+#include "update/updateservice.h"
+#include "update/updateservice_simpleupdate.h"
 
 namespace odata::redfish {
 
@@ -54,6 +61,14 @@ const handler_factories& handler_classes() {
         {"system", make_handler<system>},
         {"systemcollection", make_handler<systemcollection>},
         {"thermal", make_handler<thermal>},
+        {"task", make_handler<task>},
+        {"taskcollection", make_handler<taskcollection>},
+        {"taskmonitor", make_handler<taskmonitor>},
+        {"taskservice", make_handler<taskservice>},
+        {"firmwareinventory", make_handler<firmwareinventory>},
+        {"firmwareinventorycollection", make_handler<firmwareinventorycollection>},
+        {"updateservice", make_handler<updateservice>},
+        {"updateservice_simpleupdate", make_handler<updateservice_simpleupdate>},
     };
     return classes;
 }

@@ -35,6 +35,8 @@ extern const area bios_area;
 extern const area boot_area;
 extern const area storage_area;
 extern const area board_area;
+extern const area tasks_area;
+extern const area firmware_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);

@@ -1,0 +1,62 @@
+#include "update/updateservice_simpleupdate.h"
+
+#include "framework/property_checks.h"
+#include "frontend/exception_http.h"
+#include "platform/libfwupdate.h"
+#include "platform/libweb.h"
+#include "tasks/accepted_response.h"
+#include "tasks/task_worker.h"
+#include "update/firmware_update_checks.h"
+#include "update/simple_update_job.h"
+#include "update/simpleupdate_request.h"
+
+namespace odata::redfish {
+namespace {
+
+constexpr const char* error_message = "TWR.1.0.OemSimpleupdateErrorMessage";
+
+void log_request(const boost::json::object& body) {
+    const boost::json::value* uri = body.if_contains("ImageURI");
+    const boost::json::value* protocol = body.if_contains("TransferProtocol");
+    console_log("%s, %d, simpleupdate ImageURI = %s, TransferProtocol = %s\n", __FILE__, __LINE__,
+                uri && uri->is_string() ? uri->as_string().c_str() : "",
+                protocol && protocol->is_string() ? protocol->as_string().c_str() : "");
+}
+
+[[noreturn]] void throw_not_started(const char* text) {
+    release_fw_updating_lock();
+    result_record result = simple_update_errors();
+    add_message(result, error_message, {text});
+    throw_http_result(500, result);
+}
+
+}  // namespace
+
+int updateservice_simpleupdate::post(request_context& context) {
+    const boost::json::value body = context.body_json();
+    const boost::json::object& parameters = request_object(body);
+    log_request(parameters);
+    check_no_evidence_dump();
+    simple_update_request request;
+    result_record result = simple_update_errors();
+    read_simple_update(parameters, request, result);
+    if (!result.entries.empty()) throw_http_result(400, result);
+    const bool bios = request.device == FW_DEVICE_BIOS;
+    if (bios) check_bios_host_off(error_message, result.code.c_str());
+    take_firmware_update_lock(bios ? "BIOS" : "BMC");
+
+    const std::optional<TaskInfo> task = create_task("Simple Update", "SimpleUpdate");
+    if (!task) throw_not_started("Create task service error.");
+    const int task_id = task->id;
+    const bool started = start_task_worker(
+        task_id, [](pid_t worker) { set_fw_updating_lock_holder(worker); },
+        [task_id, &request] { run_simple_update(task_id, request); });
+    if (!started) {
+        TaskServiceUpdateTaskState(task_id, TASK_STATE_EXCEPTION);
+        throw_not_started("Create task service error.");
+    }
+    answer_accepted(*task);
+    return 0;
+}
+
+}  // namespace odata::redfish
