@@ -27,6 +27,10 @@ int evidence_dump_in_progress(void);
 // negative for an unknown device.
 int GetFirmwareVersion(int device, char* version, int size);
 
+// The version that the image at path carries for device; negative when the
+// image is not one for that device.
+int GetFirmwareImageVersion(int device, const char* path, char* version, int size);
+
 // The absolute path of the fw_update program.
 const char* fw_update_program(void);
 

@@ -29,6 +29,7 @@
 #include "update/firmwareinventory.h"
 #include "update/updateservice.h"
 #include "update/updateservice_simpleupdate.h"
+#include "update/upload.h"
 
 namespace odata::redfish {
 
@@ -69,6 +70,7 @@ const handler_factories& handler_classes() {
         {"firmwareinventorycollection", make_handler<firmwareinventorycollection>},
         {"updateservice", make_handler<updateservice>},
         {"updateservice_simpleupdate", make_handler<updateservice_simpleupdate>},
+        {"upload", make_handler<upload>},
     };
     return classes;
 }

@@ -1,13 +1,12 @@
 #include "update/firmware_components.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <fstream>
 
 #include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
+#include "update/small_file.h"
 
 namespace odata::redfish {
 namespace {
@@ -63,14 +62,7 @@ std::optional<firmware_component> find_firmware_component(const std::string& id)
 bool store_staged_version(const std::string& id, const std::string& version) {
     const std::string directory = platform::bmc_path("/tmp/fwinventory");
     ::mkdir(directory.c_str(), 0755);
-    const std::string path = staged_file(id);
-    const std::string temporary = path + ".new";
-    {
-        std::ofstream file(temporary, std::ios::trunc);
-        file << version << '\n';
-        if (!file.flush()) return false;
-    }
-    return ::rename(temporary.c_str(), path.c_str()) == 0;
+    return replace_small_file(staged_file(id), version + "\n");
 }
 
 }  // namespace odata::redfish

@@ -1,14 +1,18 @@
 #include "update/updateservice_simpleupdate.h"
 
+#include <unistd.h>
+
 #include "framework/property_checks.h"
 #include "frontend/exception_http.h"
+#include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/libweb.h"
 #include "tasks/accepted_response.h"
-#include "tasks/task_worker.h"
 #include "update/firmware_update_checks.h"
-#include "update/simple_update_job.h"
+#include "update/image_download.h"
 #include "update/simpleupdate_request.h"
+#include "update/update_job.h"
+#include "update/update_uris.h"
 
 namespace odata::redfish {
 namespace {
@@ -21,6 +25,17 @@ void log_request(const boost::json::object& body) {
     console_log("%s, %d, simpleupdate ImageURI = %s, TransferProtocol = %s\n", __FILE__, __LINE__,
                 uri && uri->is_string() ? uri->as_string().c_str() : "",
                 protocol && protocol->is_string() ? protocol->as_string().c_str() : "");
+}
+
+// Downloads the image, then flashes it.
+update_job download_job(int task_id, const simple_update_request& request) {
+    const std::string image = platform::bmc_path("/tmp/fwimgbuff");
+    const image_source source{request.url(), request.username, request.password};
+    return {task_id, request.device, simple_update_uri, image, [=](std::string& reason) {
+                ::unlink(platform::bmc_path("/tmp/bios_rom").c_str());
+                return download_image(
+                    source, image, [=] { return update_cancelled(task_id); }, reason);
+            }};
 }
 
 [[noreturn]] void throw_not_started(const char* text) {
@@ -47,12 +62,8 @@ int updateservice_simpleupdate::post(request_context& context) {
 
     const std::optional<TaskInfo> task = create_task("Simple Update", "SimpleUpdate");
     if (!task) throw_not_started("Create task service error.");
-    const int task_id = task->id;
-    const bool started = start_task_worker(
-        task_id, [](pid_t worker) { set_fw_updating_lock_holder(worker); },
-        [task_id, &request] { run_simple_update(task_id, request); });
-    if (!started) {
-        TaskServiceUpdateTaskState(task_id, TASK_STATE_EXCEPTION);
+    if (!start_update_worker(download_job(task->id, request))) {
+        TaskServiceUpdateTaskState(task->id, TASK_STATE_EXCEPTION);
         throw_not_started("Create task service error.");
     }
     answer_accepted(*task);

@@ -9,6 +9,7 @@
 
 #include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
+#include "platform/sim/firmware_image.h"
 #include "platform/sim/process_identity.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/state_ini.h"
@@ -48,6 +49,12 @@ bool lock_held() {
 }
 
 }  // namespace
+
+void copy_out(const std::string& text, char* target, int size) {
+    const size_t length = std::min(text.size(), static_cast<size_t>(size - 1));
+    std::memcpy(target, text.data(), length);
+    target[length] = '\0';
+}
 
 const char* firmware_component(int device) {
     const component* found = find_component(device);
@@ -112,10 +119,18 @@ int evidence_dump_in_progress(void) {
 
 int GetFirmwareVersion(int device, char* version, int size) {
     if (!firmware_component(device) || !version || size < 1) return -1;
-    const std::string text = firmware_version(device);
-    const size_t length = std::min(text.size(), static_cast<size_t>(size - 1));
-    std::memcpy(version, text.data(), length);
-    version[length] = '\0';
+    copy_out(firmware_version(device), version, size);
+    return 0;
+}
+
+int GetFirmwareImageVersion(int device, const char* path, char* version, int size) {
+    const char* component = firmware_component(device);
+    firmware_image_header header;
+    std::string reason;
+    if (!component || !path || !version || size < 1 ||
+        !check_firmware_image(path, component, header, reason))
+        return -1;
+    copy_out(header.version, version, size);
     return 0;
 }
 

@@ -14,6 +14,9 @@ int firmware_device(const std::string& component);
 std::string firmware_version(int device);
 bool store_firmware_version(int device, const std::string& version);
 
+// Copies text into a caller's buffer of size bytes (size > 0), cut to fit.
+void copy_out(const std::string& text, char* target, int size);
+
 // The marker that an evidence dump is being generated.
 std::string evidence_marker_file();
 
