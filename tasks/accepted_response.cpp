@@ -4,6 +4,7 @@
 
 #include "frontend/result_writer.h"
 #include "platform/libweb.h"
+#include "tasks/task_states.h"
 #include "tasks/task_uris.h"
 
 namespace odata::redfish {
@@ -26,13 +27,32 @@ std::optional<TaskInfo> create_task(const char* name, const char* operation) {
     return task;
 }
 
-void answer_accepted(const TaskInfo& task) {
+namespace {
+
+// The task's own members lead the body, so that clients that read a 202
+// body as the task (as DSP0266 allows) find it there.
+std::string accepted_body(const TaskInfo& task) {
     result_record result{"OemAccepted", accepted_text, {}};
     add_message(result, "TWR.1.0.OemSimpleupdateAcceptedMessage", {task_uri(task.id)});
+    boost::json::object body = {{"Id", std::to_string(task.id)},
+                                {"Name", task.name},
+                                {"TaskState", task_state_text(task.state)}};
+    boost::json::value rendered = boost::json::parse(render_result(result));
+    for (auto& [key, value] : rendered.as_object()) body[key] = std::move(value);
+    return boost::json::serialize(body);
+}
+
+}  // namespace
+
+void answer_accepted(const TaskInfo& task) {
+    const std::string body = accepted_body(task);
     std::cout << "Status: 202 Accepted\r\n"
               << "Location: " << task_monitor_uri(task.monitor_id) << "\r\n"
-              << "Retry-After: " << retry_after_seconds << "\r\n";
-    write_result(result);
+              << "Retry-After: " << retry_after_seconds << "\r\n"
+              << "Content-Length: " << body.size() << "\r\n"
+              << "OData-Version: 4.0\r\n"
+              << "Content-Type: application/json; charset=UTF-8\r\n\r\n"
+              << body;
 }
 
 }  // namespace odata::redfish
