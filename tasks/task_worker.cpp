@@ -1,13 +1,11 @@
 #include "tasks/task_worker.h"
 
 #include <fcntl.h>
-#include <sys/wait.h>
 #include <unistd.h>
-
-#include <cerrno>
 
 #include "platform/libtask.h"
 #include "platform/libweb.h"
+#include "tasks/child_exit.h"
 
 namespace odata::redfish {
 namespace {
@@ -21,14 +19,6 @@ void detach_descriptors() {
         ::dup2(null, 1);
     }
     ::close_range(3, ~0U, 0);
-}
-
-int wait_for(pid_t pid) {
-    int status = 0;
-    while (::waitpid(pid, &status, 0) < 0) {
-        if (errno != EINTR) return -1;
-    }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 }  // namespace
@@ -55,7 +45,7 @@ bool start_task_worker(int task_id, const std::function<void(pid_t)>& adopt,
         adopt(worker);
         ::_exit(::write(go[1], "g", 1) == 1 ? 0 : 1);
     }
-    if (wait_for(intermediate) == 0) return true;
+    if (wait_for_exit(intermediate) == 0) return true;
     console_log("[Task] cannot start the worker of task %d\n", task_id);
     return false;
 }

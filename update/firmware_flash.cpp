@@ -2,13 +2,13 @@
 
 #include <fcntl.h>
 #include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
 
 #include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
+#include "tasks/child_exit.h"
 
 namespace odata::redfish {
 namespace {
@@ -28,14 +28,6 @@ std::string read_output(int fd) {
     ::close(fd);
     while (!output.empty() && (output.back() == '\n' || output.back() == '\r')) output.pop_back();
     return output.substr(output.rfind('\n') + 1);
-}
-
-int wait_for(pid_t pid) {
-    int status = 0;
-    while (::waitpid(pid, &status, 0) < 0) {
-        if (errno != EINTR) return -1;
-    }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 }  // namespace
@@ -67,7 +59,7 @@ bool flash_image(int device, const std::string& image, std::string& reason) {
         reason = "fw_update cannot be started";
         return false;
     }
-    if (wait_for(pid) == 0) return true;
+    if (wait_for_exit(pid) == 0) return true;
     reason = said.empty() ? "fw_update failed" : said;
     return false;
 }
