@@ -27,6 +27,7 @@
 #include "tasks/taskmonitor.h"
 #include "tasks/taskservice.h"
 #include "update/firmwareinventory.h"
+#include "update/simpleupdateactioninfo.h"
 #include "update/updateservice.h"
 #include "update/updateservice_simpleupdate.h"
 #include "update/upload.h"
@@ -71,6 +72,9 @@ const handler_factories& handler_classes() {
         {"updateservice", make_handler<updateservice>},
         {"updateservice_simpleupdate", make_handler<updateservice_simpleupdate>},
         {"upload", make_handler<upload>},
+        {"simpleupdateactioninfo", make_handler<simpleupdateactioninfo>},
+        {"twrfirmwareinventory", make_handler<twrfirmwareinventory>},
+        {"twrfirmwareinventorycollection", make_handler<twrfirmwareinventorycollection>},
     };
     return classes;
 }

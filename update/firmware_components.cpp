@@ -14,12 +14,13 @@ namespace {
 struct running_component {
     const char* id;
     int device;
+    bool updateable;  // by an action of the update service
 };
 
 constexpr running_component running_components[] = {
-    {"BMC", FW_DEVICE_BMC},
-    {"BIOS", FW_DEVICE_BIOS},
-    {"CPLD_Motherboard", FW_DEVICE_CPLD},
+    {"BMC", FW_DEVICE_BMC, true},
+    {"BIOS", FW_DEVICE_BIOS, true},
+    {"CPLD_Motherboard", FW_DEVICE_CPLD, false},
 };
 
 constexpr const char* staged_components[] = {"Staging_BMC", "Staging_BIOS",
@@ -45,7 +46,7 @@ std::vector<firmware_component> firmware_components() {
     for (const running_component& each : running_components) {
         char version[64] = {};
         if (GetFirmwareVersion(each.device, version, sizeof version) == 0)
-            components.push_back({each.id, version, true});
+            components.push_back({each.id, version, each.updateable});
     }
     for (const char* id : staged_components)
         if (std::optional<std::string> version = staged_version(id))

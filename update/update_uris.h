@@ -7,6 +7,8 @@ inline constexpr const char* update_service_uri = "/redfish/v1/UpdateService";
 inline constexpr const char* firmware_inventory_uri = "/redfish/v1/UpdateService/FirmwareInventory";
 inline constexpr const char* simple_update_uri =
     "/redfish/v1/UpdateService/Actions/UpdateService.SimpleUpdate";
+inline constexpr const char* simple_update_actioninfo_uri =
+    "/redfish/v1/UpdateService/SimpleUpdateActionInfo";
 inline constexpr const char* start_update_uri =
     "/redfish/v1/UpdateService/Actions/UpdateService.StartUpdate";
 inline constexpr const char* install_uri =

@@ -10,7 +10,7 @@ boost::json::object action(const char* target) { return {{"target", target}}; }
 boost::json::object actions() {
     boost::json::object simple_update = action(simple_update_uri);
     simple_update["TransferProtocol@Redfish.AllowableValues"] = {"HTTP", "HTTPS", "FTP"};
-    simple_update["@Redfish.ActionInfo"] = "/redfish/v1/UpdateService/SimpleUpdateActionInfo";
+    simple_update["@Redfish.ActionInfo"] = simple_update_actioninfo_uri;
     return {{"#UpdateService.SimpleUpdate", std::move(simple_update)},
             {"#UpdateService.StartUpdate", action(start_update_uri)},
             {"Oem", {{"#TwrUpdateService.Install", action(install_uri)}}}};

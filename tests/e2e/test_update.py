@@ -89,10 +89,17 @@ def test_update_service_links_resolve(bmc):
     admin = bmc.admin()
     service = admin.get(bmc.url(UPDATE_SERVICE)).json()
     validate(service)
-    inventory = admin.get(bmc.url(service["FirmwareInventory"]["@odata.id"])).json()
-    validate(inventory)
-    for member in inventory["Members"]:
-        assert admin.get(bmc.url(member["@odata.id"])).status_code == 200
+    links = [service["FirmwareInventory"]["@odata.id"],
+             service["Oem"]["Tarnwright"]["TwrFirmwareInventory"]["@odata.id"]]
+    for inventory_uri in links:
+        inventory = admin.get(bmc.url(inventory_uri)).json()
+        validate(inventory)
+        assert inventory["Members"]
+        for member in inventory["Members"]:
+            assert admin.get(bmc.url(member["@odata.id"])).json()["@odata.id"] == member["@odata.id"]
+    action_info = service["Actions"]["#UpdateService.SimpleUpdate"]["@Redfish.ActionInfo"]
+    validate(admin.get(bmc.url(action_info)).json())
+    assert admin.get(bmc.url(UPDATE_SERVICE + "/FirmwareInventory/Staging_CPLD_Motherboard")).status_code == 404
     validate(admin.get(bmc.url("/redfish/v1/TaskService")).json())
 
 
