@@ -19,11 +19,22 @@ namespace {
 
 constexpr const char* error_message = "TWR.1.0.OemSimpleupdateErrorMessage";
 
+// The location without a user part ("user:password@"), which may hold a
+// password.
+std::string loggable_location(const boost::json::value* uri) {
+    if (!uri || !uri->is_string()) return {};
+    std::string location(uri->as_string());
+    const size_t host = location.find("://") == std::string::npos ? 0 : location.find("://") + 3;
+    const size_t user_end = location.find('@', host);
+    if (user_end != std::string::npos && user_end < location.find('/', host))
+        location.replace(host, user_end + 1 - host, "******@");
+    return location;
+}
+
 void log_request(const boost::json::object& body) {
-    const boost::json::value* uri = body.if_contains("ImageURI");
     const boost::json::value* protocol = body.if_contains("TransferProtocol");
     console_log("%s, %d, simpleupdate ImageURI = %s, TransferProtocol = %s\n", __FILE__, __LINE__,
-                uri && uri->is_string() ? uri->as_string().c_str() : "",
+                loggable_location(body.if_contains("ImageURI")).c_str(),
                 protocol && protocol->is_string() ? protocol->as_string().c_str() : "");
 }
 

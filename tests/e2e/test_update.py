@@ -116,7 +116,15 @@ def test_ftp_download_with_credentials(bmc, images):
         server.stop()
     assert task["TaskState"] == "Completed", task
     assert firmware(bmc)["BMC"] == "2.02.00"
-    assert "s3cret" not in bmc.error_log()
+
+    server = FtpImageServer(directory, "fwuser", "in-uri-pass")
+    try:
+        task = finished_task(bmc, admin, simple_update(
+            bmc, admin, ImageURI="ftp://fwuser:in-uri-pass@%s/bmc-ftp.img" % server.host))
+    finally:
+        server.stop()
+    assert task["TaskState"] == "Completed", task
+    assert "s3cret" not in bmc.error_log() and "in-uri-pass" not in bmc.error_log()
 
 
 def test_server_that_sends_nothing_ends_the_task(bmc):
