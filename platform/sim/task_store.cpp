@@ -271,7 +271,8 @@ int TaskServiceGetTaskInfoByMonitorId(const char* monitor_id, TaskInfo* info) {
 int TaskServiceGetConfig(TaskServiceConfig* config) {
     if (!config) return -1;
     *config = TaskServiceConfig{};
-    const json::value* enabled = read_store().if_contains("ServiceEnabled");
+    const json::object store = read_store();
+    const json::value* enabled = store.if_contains("ServiceEnabled");
     config->enabled = !(enabled && enabled->is_bool() && !enabled->as_bool());
     copy_text(config->overwrite_policy, "Oldest");
     config->life_cycle_event = 0;
