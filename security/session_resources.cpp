@@ -86,6 +86,9 @@ int sessionscollection::get(request_context&) {
     return 0;
 }
 
+// The login: the login authenticator checks the body's credentials.
+bool sessionscollection::authenticates_itself(int method) const { return method == POST; }
+
 int sessionscollection::post(request_context& context) {
     std::shared_ptr<auth> login = make_authenticator(context, login_mode);
     context.authenticator = login;

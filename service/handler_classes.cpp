@@ -1,5 +1,5 @@
 // Every handler class of the service, by the name the route table uses.
-#include "framework/handler_classes.h"
+#include "service/handler_classes.h"
 
 #include "framework/metadata.h"
 #include "framework/registry_file_resources.h"

@@ -1,11 +1,10 @@
-#include "frontend/pipeline.h"
+#include "service/pipeline.h"
 
 #include <boost/algorithm/string/split.hpp>
 #include <cstring>
 #include <iostream>
 #include <string>
 
-#include "framework/handler_classes.h"
 #include "framework/redfish.h"
 #include "frontend/exception_http.h"
 #include "frontend/message_table.h"
@@ -17,7 +16,7 @@
 #include "platform/libweb.h"
 #include "security/caller_authentication.h"
 #include "security/privileges.h"
-#include "security/session_resources.h"
+#include "service/handler_classes.h"
 
 namespace odata::redfish {
 namespace {
@@ -99,8 +98,7 @@ void read_body_or_leave_upload(const request_context& context, std::istream& inp
 // The login authenticates itself; the open documents may be read without
 // credentials when the service is set so.
 void authorise(request_context& context, const webservice& handler) {
-    const bool login = context.method == POST && dynamic_cast<const sessionscollection*>(&handler);
-    if (login || reads_without_credentials(context)) return;
+    if (handler.authenticates_itself(context.method) || reads_without_credentials(context)) return;
     authenticate_caller(context);
     if (!caller_is_authorised(context)) throw_insufficient_privilege();
 }
