@@ -171,6 +171,11 @@ def test_conditional_and_version_headers(closed_bmc):
     assert unchanged.status_code == 304 and unchanged.content == b""
     assert admin.get(bmc.url("/redfish/v1/SessionService"),
                      headers={"If-None-Match": '"0000"'}).status_code == 200
+    # None-Match answers 204 with the current tag when the client's differs.
+    differs = admin.get(bmc.url("/redfish/v1/SessionService"), headers={"None-Match": '"0000"'})
+    assert differs.status_code == 204 and differs.headers["ETag"] == etag
+    same = admin.get(bmc.url("/redfish/v1/SessionService"), headers={"None-Match": etag})
+    assert same.status_code == 200 and same.headers["ETag"] == etag
 
     old = admin.get(bmc.url("/redfish/v1/SessionService"), headers={"OData-Version": "3.0"})
     assert old.status_code == 412

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <openssl/evp.h>
+
+#include <cstdio>
 #include <cstdlib>
 
 #include "framework/redfish.h"
@@ -22,6 +25,19 @@ public:
     }
     void use_ready_body(std::string text) { set_body(std::move(text)); }
 };
+
+std::string quoted_md5(const std::string& text) {
+    unsigned char digest[EVP_MAX_MD_SIZE];
+    unsigned length = 0;
+    EVP_Digest(text.data(), text.size(), digest, &length, EVP_md5(), nullptr);
+    std::string quoted = "\"";
+    char hex[3];
+    for (unsigned i = 0; i < length; ++i) {
+        std::snprintf(hex, sizeof hex, "%02x", digest[i]);
+        quoted += hex;
+    }
+    return quoted + "\"";
+}
 
 }  // namespace
 
@@ -63,7 +79,7 @@ TEST(RedfishResource, GetAnswersTheValueWithItsEtag) {
     resource.send_response();
     const std::string body =
         R"({"@odata.id":"/redfish/v1/Sample","@odata.type":"#Sample.v1_0_0.Sample","Id":"Sample","Name":"Sample Resource","Value":1})";
-    EXPECT_EQ(resource.etag().size(), 34u);
+    EXPECT_EQ(resource.etag(), quoted_md5(body));
     EXPECT_EQ(capture.text(),
               "ETag: " + resource.etag() + "\r\nContent-Length: " + std::to_string(body.size()) +
                   "\r\nContent-Type: application/json; charset=UTF-8\r\n\r\n" + body);
