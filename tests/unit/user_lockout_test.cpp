@@ -15,7 +15,7 @@ namespace {
 using sim_testing::fake_now;
 using sim_testing::run_in_child;
 
-class lockout : public sim_testing::sim_root {
+class Lockout : public sim_testing::sim_root {
 protected:
     void SetUp() override {
         sim_root::SetUp();
@@ -48,7 +48,7 @@ protected:
     }
 };
 
-TEST_F(lockout, the_policy_has_defaults_and_is_read_from_the_ini) {
+TEST_F(Lockout, ThePolicyHasDefaultsAndIsReadFromTheIni) {
     platform::lockout_policy defaults = platform::read_lockout_policy();
     EXPECT_EQ(defaults.threshold, 0);
     EXPECT_EQ(defaults.duration, 300);
@@ -68,7 +68,7 @@ TEST_F(lockout, the_policy_has_defaults_and_is_read_from_the_ini) {
     EXPECT_EQ(platform::read_lockout_policy().threshold, 0);
 }
 
-TEST_F(lockout, threshold_reached_within_the_window_locks) {
+TEST_F(Lockout, ThresholdReachedWithinTheWindowLocks) {
     policy(
         "AccountLockoutThreshold=3\nAccountLockoutDuration=120\nAccountLockoutCounterResetAfter="
         "60\n");
@@ -87,7 +87,7 @@ TEST_F(lockout, threshold_reached_within_the_window_locks) {
     EXPECT_EQ(platform::lockout_file(), path("/var/bmc/lockout"));
 }
 
-TEST_F(lockout, records_older_than_the_window_do_not_count) {
+TEST_F(Lockout, RecordsOlderThanTheWindowDoNotCount) {
     policy(
         "AccountLockoutThreshold=3\nAccountLockoutDuration=120\nAccountLockoutCounterResetAfter="
         "60\n");
@@ -103,7 +103,7 @@ TEST_F(lockout, records_older_than_the_window_do_not_count) {
     EXPECT_NE(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, records_from_other_processes_add_up) {
+TEST_F(Lockout, RecordsFromOtherProcessesAddUp) {
     policy(
         "AccountLockoutThreshold=3\nAccountLockoutDuration=120\nAccountLockoutCounterResetAfter="
         "60\n");
@@ -112,7 +112,7 @@ TEST_F(lockout, records_from_other_processes_add_up) {
     EXPECT_NE(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, threshold_0_or_lockout_disabled_never_locks) {
+TEST_F(Lockout, Threshold0OrLockoutDisabledNeverLocks) {
     fail(2, 20);  // no policy file: threshold 0
     EXPECT_EQ(isUserLocked(2), 0);
     policy("AccountLockoutThreshold=0\nAccountLockoutDuration=120\n");
@@ -123,7 +123,7 @@ TEST_F(lockout, threshold_0_or_lockout_disabled_never_locks) {
     EXPECT_EQ(isUserLocked(3), 0);
 }
 
-TEST_F(lockout, the_lock_expires_after_the_duration) {
+TEST_F(Lockout, TheLockExpiresAfterTheDuration) {
     policy(
         "AccountLockoutThreshold=2\nAccountLockoutDuration=120\nAccountLockoutCounterResetAfter="
         "60\n");
@@ -143,7 +143,7 @@ TEST_F(lockout, the_lock_expires_after_the_duration) {
     EXPECT_NE(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, duration_0_locks_until_unlock_user) {
+TEST_F(Lockout, Duration0LocksUntilUnlockUser) {
     policy(
         "AccountLockoutThreshold=1\nAccountLockoutDuration=0\nAccountLockoutCounterResetAfter="
         "60\n");
@@ -158,7 +158,7 @@ TEST_F(lockout, duration_0_locks_until_unlock_user) {
     EXPECT_EQ(platform::bad_password_count(2), 0);
 }
 
-TEST_F(lockout, unlock_user_clears_the_lock_and_the_records) {
+TEST_F(Lockout, UnlockUserClearsTheLockAndTheRecords) {
     policy(
         "AccountLockoutThreshold=3\nAccountLockoutDuration=300\nAccountLockoutCounterResetAfter="
         "300\n");
@@ -173,7 +173,7 @@ TEST_F(lockout, unlock_user_clears_the_lock_and_the_records) {
     EXPECT_EQ(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, clear_bad_password_records_starts_the_count_again) {
+TEST_F(Lockout, ClearBadPasswordRecordsStartsTheCountAgain) {
     policy(
         "AccountLockoutThreshold=3\nAccountLockoutDuration=300\nAccountLockoutCounterResetAfter="
         "300\n");
@@ -189,7 +189,7 @@ TEST_F(lockout, clear_bad_password_records_starts_the_count_again) {
     EXPECT_NE(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, a_shorter_duration_applies_to_a_running_lock) {
+TEST_F(Lockout, AShorterDurationAppliesToARunningLock) {
     policy(
         "AccountLockoutThreshold=1\nAccountLockoutDuration=600\nAccountLockoutCounterResetAfter="
         "60\n");
@@ -202,7 +202,7 @@ TEST_F(lockout, a_shorter_duration_applies_to_a_running_lock) {
     EXPECT_EQ(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, a_new_user_of_the_slot_inherits_no_lock) {
+TEST_F(Lockout, ANewUserOfTheSlotInheritsNoLock) {
     policy("AccountLockoutThreshold=1\nAccountLockoutDuration=0\n");
     fail(2, 1);
     ASSERT_NE(isUserLocked(2), 0);
@@ -215,7 +215,7 @@ TEST_F(lockout, a_new_user_of_the_slot_inherits_no_lock) {
     EXPECT_EQ(isUserLocked(2), 0);
 }
 
-TEST_F(lockout, bad_arguments_fail_and_load_is_harmless) {
+TEST_F(Lockout, BadArgumentsFailAndLoadIsHarmless) {
     EXPECT_NE(AddBadPwdRecords(-1), 0);
     EXPECT_NE(AddBadPwdRecords(MAX_USER_SLOTS), 0);
     EXPECT_NE(AddBadPwdRecords(7), 0);  // an empty slot
