@@ -2,8 +2,8 @@
 // literal or regular-expression, built once per process.
 #pragma once
 
+#include <boost/regex.hpp>
 #include <memory>
-#include <regex>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -52,9 +52,9 @@ public:
 
 private:
     struct node {
-        std::string literal;                  // the segment text, also of a pattern
-        std::unique_ptr<std::regex> pattern;  // null for a literal segment
-        std::string handler_class;            // empty: no route ends here
+        std::string literal;                    // the segment text, also of a pattern
+        std::unique_ptr<boost::regex> pattern;  // null for a literal segment
+        std::string handler_class;              // empty: no route ends here
         handler_factory factory = nullptr;
         bool crashdump = false;
         std::vector<node> children;  // in table order

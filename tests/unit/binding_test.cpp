@@ -2,9 +2,9 @@
 // answer 404 or 500 at run time.
 #include <gtest/gtest.h>
 
+#include <boost/regex.hpp>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -23,7 +23,7 @@ TEST(HandlerBinding, EveryHandlerClassIsRouted) {
 
 // Every message id written as a literal in the service's sources.
 TEST(MessageBinding, EveryMessageIdInTheSourcesIsInTheTable) {
-    const std::regex id_literal(R"re("((Base\.1\.10|TWR\.1\.0)\.[A-Za-z]+)")re");
+    const boost::regex id_literal(R"re("((Base\.1\.10|TWR\.1\.0)\.[A-Za-z]+)")re");
     const std::filesystem::path root = BMC_SOURCE_DIR;
     size_t ids_seen = 0;
     for (const char* folder :
@@ -35,8 +35,8 @@ TEST(MessageBinding, EveryMessageIdInTheSourcesIsInTheTable) {
             std::stringstream text;
             text << file.rdbuf();
             const std::string source = text.str();
-            for (std::sregex_iterator it(source.begin(), source.end(), id_literal), end; it != end;
-                 ++it) {
+            for (boost::sregex_iterator it(source.begin(), source.end(), id_literal), end;
+                 it != end; ++it) {
                 ++ids_seen;
                 const std::string id = (*it)[1];
                 EXPECT_NO_THROW(rf::message(id)) << id << " in " << entry.path();
