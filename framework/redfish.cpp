@@ -4,6 +4,8 @@
 
 #include <iostream>
 
+#include "frontend/result_writer.h"
+
 namespace odata::redfish {
 namespace {
 
@@ -74,6 +76,7 @@ const std::string& redfish::etag() {
 }
 
 void redfish::send_response() {
+    if (end_if_no_content()) return;
     if (context_.method == GET) etag();
     if (body_.empty()) body_ = boost::json::serialize(value_);
     if (!etag_.empty()) std::cout << "ETag: " << etag_ << "\r\n";

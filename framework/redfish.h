@@ -18,6 +18,7 @@ public:
             std::string name, std::string uri);
 
     void send_response() override;
+    std::string_view schema_name() const override { return entity_type_; }
 
     // The quoted MD5 of the serialised body; serialises the value first.
     // GET responses always carry it.

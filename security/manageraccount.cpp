@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "framework/property_checks.h"
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/result_writer.h"
 #include "platform/libipmi_users.h"
@@ -78,7 +79,8 @@ manageraccount::manageraccount(request_context& context)
     : manageraccount(context, context.capture_number(0)) {}
 
 manageraccount::manageraccount(request_context& context, int account_id)
-    : redfish(context, "ManagerAccount", "v1_5_0", "User Account", account_uri(account_id)),
+    : redfish(context, "ManagerAccount", std::string(schema_file_of("ManagerAccount").version),
+              "User Account", account_uri(account_id)),
       account_id_(account_id) {}
 
 account_record manageraccount::existing_account() const {

@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/message_table.h"
 #include "security/auth.h"
@@ -50,7 +51,8 @@ struct session_service_patch {
 }  // namespace
 
 sessionservice::sessionservice(request_context& context)
-    : redfish(context, "SessionService", "v1_1_8", "Session Service", service_uri) {}
+    : redfish(context, "SessionService", std::string(schema_file_of("SessionService").version),
+              "Session Service", service_uri) {}
 
 int sessionservice::get(request_context&) {
     set_common_properties();
@@ -102,7 +104,9 @@ int sessionscollection::post(request_context& context) {
 sessions::sessions(request_context& context) : sessions(context, context.capture_number(0)) {}
 
 sessions::sessions(request_context& context, int id)
-    : redfish(context, "Session", "v1_3_0", "Session", session_uri(id)), id_(id) {}
+    : redfish(context, "Session", std::string(schema_file_of("Session").version), "Session",
+              session_uri(id)),
+      id_(id) {}
 
 int sessions::get(request_context&) {
     std::optional<St_RedfishSession> record = find_session(id_);

@@ -42,14 +42,25 @@ void check_odata_version() {
         throw_http_error(412, "TWR.1.0.CertainConfigurationNotSet");
 }
 
-// Query options ("$select", "$expand", ...) are not supported by any
-// resource of the service.
+// Query options ("$select", "$expand", ..., also written "%24top") are not
+// supported by any resource of the service.
 void check_query_options(const std::string& query) {
     std::vector<std::string> options;
     boost::algorithm::split(options, query, [](char c) { return c == '&'; });
     for (const auto& option : options) {
-        if (!option.empty() && option[0] == '$') throw_query_not_supported();
+        if (option.rfind('$', 0) == 0 || option.rfind("%24", 0) == 0) throw_query_not_supported();
     }
+}
+
+// A POST to a collection's "Members" is a POST to the collection.
+void drop_members_segment(request_context& context) {
+    constexpr std::string_view members = "/Members";
+    const std::string_view uri = context.uri;
+    if (context.method != POST || uri.size() <= members.size() ||
+        uri.substr(uri.size() - members.size()) != members)
+        return;
+    context.uri.resize(uri.size() - members.size());
+    context.segments.pop_back();
 }
 
 // Conditional GET: If-None-Match answers 304 when the resource is unchanged.
@@ -112,6 +123,7 @@ void handle_request(request_context& context, std::istream& input) {
     InterfaceInfo->kind = interface_redfish;
     check_odata_version();
     check_path_form(context);
+    drop_members_segment(context);
     read_body_or_leave_upload(context, input);
 
     std::shared_ptr<webservice> handler = service_routes().resolve(context.uri, context);
@@ -122,7 +134,8 @@ void handle_request(request_context& context, std::istream& input) {
     handler->call(context.method);
     auto* resource = dynamic_cast<redfish*>(handler.get());
     if (resource && context.method == GET) check_conditional_headers(*resource);
-    handler->send_response();
+    // A handler that answered in full (a login, a 204) sends nothing more.
+    if (!response_headers_ended()) handler->send_response();
 }
 
 void answer_malformed_json() {

@@ -208,7 +208,8 @@ TEST(ServiceDocument, IsWrittenWithJsonHeadersOnlyAfterGet) {
     handler.send_response();
     const std::string& body = service_document_text();
     EXPECT_EQ(capture.text(), "Content-Length: " + std::to_string(body.size()) +
-                                  "\r\nContent-Type: application/json; charset=UTF-8\r\n\r\n" +
+                                  "\r\nOData-Version: 4.0\r\n"
+                                  "Content-Type: application/json; charset=UTF-8\r\n\r\n" +
                                   body);
 }
 
