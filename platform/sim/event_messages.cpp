@@ -1,0 +1,31 @@
+#include "platform/event_messages.h"
+
+namespace platform {
+
+const std::vector<event_message>& event_messages() {
+    static const std::vector<event_message> messages = {
+        {"AccountModified", "OK", "The account %1 was changed: %2.", "None."},
+        {"HostPowerOn", "OK", "The host was powered on.", "None."},
+        {"HostPowerOff", "OK", "The host was powered off.", "None."},
+        {"HostGracefulShutdownRequested", "OK", "A graceful shutdown of the host was requested.",
+         "None."},
+        {"HostGracefulShutdownDone", "OK", "The host was powered off by a graceful shutdown.",
+         "None."},
+        {"HostPowerCycle", "OK", "The host was power cycled.", "None."},
+        {"HostPowerOnAfterCycle", "OK", "The host was powered on after a power cycle.", "None."},
+        {"HostReset", "Warning", "The host was reset.", "None."},
+        {"HostDiagnosticInterrupt", "Warning", "A diagnostic interrupt (NMI) was sent to the host.",
+         "None."},
+        {"SensorThresholdNormal", "OK", "Sensor %1 reads %2 and is back within its thresholds.",
+         "None."},
+        {"SensorThresholdWarning", "Warning",
+         "Sensor %1 reads %2 and has crossed a non-critical threshold.",
+         "Check the condition of the component that the sensor monitors."},
+        {"SensorThresholdCritical", "Critical",
+         "Sensor %1 reads %2 and has crossed a critical threshold.",
+         "Check the component that the sensor monitors at once."},
+    };
+    return messages;
+}
+
+}  // namespace platform
