@@ -81,9 +81,14 @@ bool send_mail(const smtp_settings& settings, const std::string& recipient,
     CURL* easy = handle.easy.get();
     if (settings.connection_protocol == "StartTLS")
         curl_easy_setopt(easy, CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_ALL));
+    else if (settings.connection_protocol == "AutoDetect")
+        curl_easy_setopt(easy, CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_TRY));
     if (settings.authentication != "None") {
         curl_easy_setopt(easy, CURLOPT_USERNAME, settings.username.c_str());
         curl_easy_setopt(easy, CURLOPT_PASSWORD, settings.password.c_str());
+    }
+    // AutoDetect leaves the mechanism to what the server offers.
+    if (settings.authentication != "None" && settings.authentication != "AutoDetect") {
         const std::string mechanism =
             "AUTH=" + (settings.authentication == "CRAM_MD5" ? std::string("CRAM-MD5")
                                                              : settings.authentication);
