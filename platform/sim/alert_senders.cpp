@@ -11,18 +11,16 @@ namespace {
 
 using namespace platform::sim;
 
-// The entry when it is enabled, of one of the types, with a destination.
-bool usable_entry(int index, std::initializer_list<int> types, St_AlertDest& entry) {
-    if (get_config_alert_dest(index, &entry) != 0 || !entry.enabled || !entry.destination[0])
-        return false;
-    for (int type : types)
-        if (entry.type == type) return true;
-    return false;
+// The entry when it is enabled, of the type, with a destination, and the
+// event service is on.
+bool usable_entry(int index, int type, St_AlertDest& entry) {
+    return get_config_alert_dest(index, &entry) == 0 && entry.enabled && entry.destination[0] &&
+           entry.type == type && platform::read_event_service_settings().service_enabled;
 }
 
 int send_trap(int index, int type, const St_AlertEvent* event) {
     St_AlertDest entry{};
-    if (!event || !usable_entry(index, {type}, entry)) return -1;
+    if (!event || !usable_entry(index, type, entry)) return -1;
     const alert_content alert = copy_alert(*event);
     return start_alert_delivery(
                index, type == ALERT_DEST_SNMPV3_TRAP ? "SNMPv3" : "SNMPv2c",
@@ -43,7 +41,7 @@ extern "C" int SendAlertTrapV3ViaLAN(int index, const St_AlertEvent* event) {
 
 extern "C" int SendSMTPEvtViaLAN(int index, const St_AlertEvent* event) {
     St_AlertDest entry{};
-    if (!event || !usable_entry(index, {ALERT_DEST_SMTP}, entry)) return -1;
+    if (!event || !usable_entry(index, ALERT_DEST_SMTP, entry)) return -1;
     const platform::smtp_settings smtp = platform::read_event_service_settings().smtp;
     if (!smtp.service_enabled || smtp.server_address.empty()) {
         console_log("[ERROR] SendSMTPEvtViaLAN: SMTP is not configured\n");
@@ -61,7 +59,7 @@ extern "C" int SendSMTPEvtViaLAN(int index, const St_AlertEvent* event) {
 
 extern "C" int SendRedfishEvent(int index, const St_AlertEvent* event) {
     St_AlertDest entry{};
-    if (!event || !usable_entry(index, {ALERT_DEST_REDFISH}, entry)) return -1;
+    if (!event || !usable_entry(index, ALERT_DEST_REDFISH, entry)) return -1;
     const std::string url = entry.destination;
     const std::string body = redfish_event_body(copy_alert(*event), entry.context);
     return start_alert_delivery(

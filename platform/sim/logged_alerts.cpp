@@ -3,7 +3,6 @@
 #include <ctime>
 #include <string_view>
 
-#include "platform/alert_settings.h"
 #include "platform/event_messages.h"
 #include "platform/libalert.h"
 #include "platform/libipmi.h"
@@ -124,7 +123,7 @@ namespace sim {
 void raise_logged_alert(int code, int argument, const std::string& text) {
     const logged_alert* alert = alert_of_code(code);
     const event_message* message = alert ? message_of(alert->key) : nullptr;
-    if (!message || !read_event_service_settings().service_enabled) return;
+    if (!message) return;
     const std::vector<std::string> args = message_args(*message, text);
     std::vector<const char*> arg_texts;
     for (const std::string& arg : args) arg_texts.push_back(arg.c_str());

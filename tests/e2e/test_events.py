@@ -192,6 +192,19 @@ def test_power_changes_and_sensor_crossings_reach_matching_subscriptions(bmc, ad
         sensor = admin.get(bmc.url(crossing["OriginOfCondition"]["@odata.id"]), timeout=10)
         assert sensor.json()["Name"] == "CPU1 Temp"
         assert not [event for event in listener.events() if event["EventType"] != "Alert"]
+        bmc.bmcsim("sensors", "reset")
+
+        subscribe(bmc, admin, Destination=status.url, Protocol="Redfish",
+                  EventTypes=["ResourceUpdated"])
+        account = admin.post(bmc.url("/redfish/v1/AccountService/Accounts"), json={
+            "UserName": "eventuser", "Password": "Event-pass1", "RoleId": "ReadOnly"}, timeout=10)
+        assert account.status_code == 201
+        admin.delete(bmc.url(account.headers["Location"]), timeout=10)
+        changes = status.wait_for(lambda event: event["EventType"] == "ResourceUpdated" and
+                                  "eventuser" in event["Message"])
+        assert changes[0]["MessageId"] == "Event.1.0.AccountModified"
+        assert changes[0]["OriginOfCondition"] == {
+            "@odata.id": "/redfish/v1/AccountService/Accounts"}
     finally:
         bmc.bmcsim("sensors", "reset")
         status.stop()
