@@ -76,12 +76,19 @@ int eventdestination::get(request_context&) {
 }
 
 int eventdestination::patch(request_context& context) {
-    St_AlertDest entry = existing_entry();
+    existing_entry();
     const boost::json::value body = context.body_json();
+    const boost::json::object& request = request_object(body);
     result_record result = general_error();
-    read_subscription_request(request_object(body), false, entry, result);
-    if (!result.entries.empty()) throw_http_result(400, result);
-    if (!store_subscription(index_, entry)) throw_http_error(500, "Base.1.10.InternalError");
+    // Read onto the entry as it stands under the table's lock, so that a
+    // concurrent change or deletion is not overwritten.
+    const edited_subscription outcome = edit_subscription(index_, [&](St_AlertDest& entry) {
+        read_subscription_request(request, false, entry, result);
+        return result.entries.empty();
+    });
+    if (outcome == edited_subscription::not_found) throw_http(404);
+    if (outcome == edited_subscription::refused) throw_http_result(400, result);
+    if (outcome == edited_subscription::failed) throw_http_error(500, "Base.1.10.InternalError");
     std::cout << "Status: 204 No Content\r\n";
     return 0;
 }

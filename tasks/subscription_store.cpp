@@ -1,7 +1,5 @@
 #include "tasks/subscription_store.h"
 
-#include <functional>
-
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
 
@@ -46,8 +44,24 @@ bool is_subscription(const St_AlertDest& entry) {
     return entry.enabled || entry.destination[0] != '\0';
 }
 
-bool store_subscription(int index, const St_AlertDest& entry) {
-    return change_table([&] { return write_entry(index, entry); });
+edited_subscription edit_subscription(int index, const std::function<bool(St_AlertDest&)>& edit) {
+    edited_subscription outcome = edited_subscription::failed;
+    change_table([&] {
+        St_AlertDest entry{};
+        if (get_config_alert_dest(index, &entry) != 0) return false;
+        if (!is_subscription(entry)) {
+            outcome = edited_subscription::not_found;
+            return false;
+        }
+        if (!edit(entry)) {
+            outcome = edited_subscription::refused;
+            return false;
+        }
+        outcome =
+            write_entry(index, entry) ? edited_subscription::changed : edited_subscription::failed;
+        return outcome == edited_subscription::changed;
+    });
+    return outcome;
 }
 
 created_subscription store_new_subscription(const St_AlertDest& entry) {

@@ -2,6 +2,7 @@
 // is made under the table's cross-process lock and committed at once.
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include "platform/libalert.h"
@@ -14,8 +15,10 @@ std::optional<int> entry_of_subscription(int id);
 // Whether an entry holds a subscription at all (enabled or configured).
 bool is_subscription(const St_AlertDest& entry);
 
-// Writes every field of entry into the table at index.
-bool store_subscription(int index, const St_AlertDest& entry);
+// Changes the subscription at index as edit says, on the entry as it is
+// under the lock; edit returns false to change nothing.
+enum class edited_subscription { changed, refused, not_found, failed };
+edited_subscription edit_subscription(int index, const std::function<bool(St_AlertDest&)>& edit);
 
 struct created_subscription {
     enum outcome { created, limit_exceeded, failed } outcome;

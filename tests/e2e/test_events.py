@@ -86,10 +86,15 @@ def test_a_subscription_is_created_read_changed_and_deleted(bmc, admin, listener
     assert (subscription["Context"], subscription["EventTypes"]) == \
         ("changed", ["StatusChange", "Alert"])
     assert subscription["SubscriptionType"] == "RedfishEvent"
+    answer = admin.patch(bmc.url(location), json={"Context": "lost", "Protocol": "SNMPv3"},
+                         timeout=10)
+    assert message_ids(answer) == ["Base.1.10.PropertyMissing"]  # the SNMPv3 user
+    assert admin.get(bmc.url(location), timeout=10).json() == subscription
 
     answer = admin.delete(bmc.url(location), timeout=10)
     assert answer.status_code == 200 and "Success" in answer.json()
     assert admin.get(bmc.url(location), timeout=10).status_code == 404
+    assert admin.patch(bmc.url(location), json={"Context": "x"}, timeout=10).status_code == 404
     for outside in ("0", "17", "x1"):
         assert admin.get(bmc.url(SUBSCRIPTIONS + "/" + outside), timeout=10).status_code == 404
 
