@@ -137,6 +137,11 @@ void read_member(const request_member& member, event_service_patch& patch) {
 
 void check_smtp(event_service_patch& patch) {
     const platform::smtp_settings& smtp = patch.settings.smtp;
+    // E-mail needs a server to go to and a sender to come from.
+    if (smtp.service_enabled && smtp.server_address.empty())
+        add_property_message(patch.result, "Base.1.10.PropertyMissing", "SMTP/ServerAddress");
+    if (smtp.service_enabled && smtp.from_address.empty())
+        add_property_message(patch.result, "Base.1.10.PropertyMissing", "SMTP/FromAddress");
     if (smtp.connection_protocol == "None" && smtp.authentication == "AutoDetect")
         add_message(patch.result, "TWR.1.0.OemSmtpSettingNotAllow", {},
                     {"/SMTP/ConnectionProtocol", "/SMTP/Authentication"});

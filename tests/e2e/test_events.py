@@ -64,7 +64,9 @@ def test_event_service_settings_are_kept_and_bad_ones_change_nothing(bmc, admin)
               "Base.1.10.PropertyNotWritable"]),
             ({"SMTP": {"Port": 0, "ServerAddress": "a\nb", "Bogus": 1}},
              ["Base.1.10.PropertyValueFormatError", "Base.1.10.PropertyValueFormatError",
-              "Base.1.10.PropertyUnknown"])]:
+              "Base.1.10.PropertyUnknown"]),
+            ({"SMTP": {"ServerAddress": "", "FromAddress": ""}},
+             ["Base.1.10.PropertyMissing", "Base.1.10.PropertyMissing"])]:
         answer = admin.patch(bmc.url(SERVICE), json=body, timeout=10)
         assert answer.status_code == 400
         assert message_ids(answer) == expected
