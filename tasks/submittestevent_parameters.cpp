@@ -1,9 +1,9 @@
 #include "tasks/submittestevent_parameters.h"
 
 #include <algorithm>
-#include <ctime>
 
 #include "framework/property_checks.h"
+#include "platform/event_messages.h"
 #include "platform/libipmi.h"
 #include "tasks/subscription_vocabulary.h"
 
@@ -24,15 +24,6 @@ const text_parameter text_parameters[] = {
     {"MessageId", &test_event::message_id},
     {"OriginOfCondition", &test_event::origin_of_condition},
 };
-
-std::string iso_timestamp(long seconds) {
-    char text[32];
-    const std::time_t time = seconds;
-    std::tm utc{};
-    gmtime_r(&time, &utc);
-    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S+00:00", &utc);
-    return text;
-}
 
 void read_message_args(const request_member& member, test_event& event, result_record& result) {
     const boost::json::array* args = member.value.if_array();
@@ -71,7 +62,7 @@ test_event read_test_event(const boost::json::object& parameters, result_record&
     test_event event;
     const long now = lx_time_get();
     event.event_id = "TestEvent-" + std::to_string(now);
-    event.event_timestamp = iso_timestamp(now);
+    event.event_timestamp = platform::event_timestamp(now);
     for (const auto& [name, value] : parameters) {
         const request_member member{std::string(name), value, std::string(name)};
         if (member.name == "MessageArgs") {

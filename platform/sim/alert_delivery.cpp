@@ -17,9 +17,10 @@
 namespace platform::sim {
 namespace {
 
+// The directory is made before the fork: a delivery that outlives its BMC
+// root (a removed test root) must not make it again.
 void append_log_line(const std::string& line) {
     const std::string path = alert_delivery_log_file();
-    if (!make_parent_dirs(path)) return;
     unique_fd fd(::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644));
     if (fd.valid()) write_all(fd.get(), line.data(), line.size());
 }
@@ -60,6 +61,7 @@ std::string alert_delivery_log_file() { return bmc_path("/var/log/alert_delivery
 
 bool start_alert_delivery(int index, const char* kind,
                           const std::function<bool(std::string& error)>& attempt) {
+    make_parent_dirs(alert_delivery_log_file());
     const pid_t child = ::fork();
     if (child < 0) {
         console_log("[ERROR] alert delivery: fork: %s\n", std::strerror(errno));

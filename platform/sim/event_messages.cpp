@@ -1,5 +1,7 @@
 #include "platform/event_messages.h"
 
+#include <ctime>
+
 namespace platform {
 
 const std::vector<event_message>& event_messages() {
@@ -26,6 +28,15 @@ const std::vector<event_message>& event_messages() {
          "Check the component that the sensor monitors at once."},
     };
     return messages;
+}
+
+std::string event_timestamp(long long seconds) {
+    char text[32];
+    const std::time_t time = static_cast<std::time_t>(seconds);
+    std::tm utc{};
+    gmtime_r(&time, &utc);
+    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S+00:00", &utc);
+    return text;
 }
 
 }  // namespace platform

@@ -1,6 +1,5 @@
 #include "platform/sim/logged_alerts.h"
 
-#include <ctime>
 #include <string_view>
 
 #include "platform/event_messages.h"
@@ -103,15 +102,6 @@ std::string substituted(std::string_view message, const std::vector<std::string>
     return result;
 }
 
-std::string iso_timestamp(long long seconds) {
-    char buffer[32];
-    std::time_t time = static_cast<std::time_t>(seconds);
-    std::tm utc{};
-    gmtime_r(&time, &utc);
-    std::strftime(buffer, sizeof buffer, "%Y-%m-%dT%H:%M:%S+00:00", &utc);
-    return buffer;
-}
-
 bool receives(const St_AlertDest& entry, int event_type_bit) {
     return entry.enabled && (entry.event_types == 0 || (entry.event_types & event_type_bit));
 }
@@ -132,7 +122,7 @@ void raise_logged_alert(int code, int argument, const std::string& text) {
     const std::string message_id = std::string(event_registry_prefix) + std::string(alert->key);
     const std::string message_text = substituted(message->message, args);
     const std::string severity(message->severity);
-    const std::string timestamp = iso_timestamp(now);
+    const std::string timestamp = event_timestamp(now);
     const std::string origin = origin_of(alert->origin, argument);
     const std::string sensor_name = alert->origin == origin_kind::sensor ? args.front() : "";
     const St_AlertEvent event{alert->event_type,
