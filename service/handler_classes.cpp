@@ -22,6 +22,11 @@
 #include "security/manageraccountcollection.h"
 #include "security/role_resources.h"
 #include "security/session_resources.h"
+#include "tasks/eventdestination.h"
+#include "tasks/eventdestinationcollection.h"
+#include "tasks/eventservice.h"
+#include "tasks/eventservice_submittestevent.h"
+#include "tasks/submittesteventactioninfo.h"
 
 namespace odata::redfish {
 
@@ -31,6 +36,10 @@ const handler_factories& handler_classes() {
         {"chassis", make_handler<chassis>},
         {"chassiscollection", make_handler<chassiscollection>},
         {"computersystem_reset", make_handler<computersystem_reset>},
+        {"eventdestination", make_handler<eventdestination>},
+        {"eventdestinationcollection", make_handler<eventdestinationcollection>},
+        {"eventservice", make_handler<eventservice>},
+        {"eventservice_submittestevent", make_handler<eventservice_submittestevent>},
         {"json_file_common", make_handler<json_file_common>},
         {"jsonschemafilecollection", make_handler<jsonschemafilecollection>},
         {"manageraccount", make_handler<manageraccount>},
@@ -51,6 +60,7 @@ const handler_factories& handler_classes() {
         {"sessionservice", make_handler<sessionservice>},
         {"sessionscollection", make_handler<sessionscollection>},
         {"sessions", make_handler<sessions>},
+        {"submittesteventactioninfo", make_handler<submittesteventactioninfo>},
         {"system", make_handler<system>},
         {"systemcollection", make_handler<systemcollection>},
         {"thermal", make_handler<thermal>},

@@ -15,6 +15,7 @@
 #include "platform/bmc_root.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
+#include "platform/sim/alert_table.h"
 #include "platform/sim/password_hash.h"
 #include "platform/sim/sim_file.h"
 
@@ -360,6 +361,7 @@ seed_result seed_first_administrator(const std::string& name, const std::string&
 // ---------------------------------------------------------------- lock
 
 extern "C" int lx_mutex_get(int mutex_id) {
+    if (mutex_id == ALERT_TABLE_MUTEX) return platform::lock_alert_table() ? 0 : -1;
     if (mutex_id != USER_TABLE_MUTEX) return -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     table_state& table = state();
@@ -380,6 +382,10 @@ extern "C" int lx_mutex_get(int mutex_id) {
 }
 
 extern "C" int lx_mutex_put(int mutex_id) {
+    if (mutex_id == ALERT_TABLE_MUTEX) {
+        platform::unlock_alert_table();
+        return 0;
+    }
     if (mutex_id != USER_TABLE_MUTEX) return -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     table_state& table = state();
@@ -523,6 +529,9 @@ extern "C" int clear_user_privilege(int slot) {
 }
 
 extern "C" int PSCommit(void) {
+    // The alert table commits on its own: its changes never come with the
+    // user table's.
+    if (platform::alert_table_changed()) return platform::commit_alert_table() ? 0 : -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     return commit(state()) ? 0 : -1;
 }
