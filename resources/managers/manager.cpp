@@ -7,6 +7,7 @@
 #include "platform/libipmi.h"
 #include "platform/libipmi_sensors.h"
 #include "platform/libweb.h"
+#include "resources/managers/manager_reset.h"
 #include "resources/managers/manager_uris.h"
 #include "resources/managers/redfish_date_time.h"
 
@@ -30,9 +31,14 @@ boost::json::object links() {
             {"ManagerInChassis", link("/redfish/v1/Chassis/1")}};
 }
 
+// The allowable values also stand in the action: clients such as sushy
+// read them there.
 boost::json::object actions() {
+    boost::json::array reset_types;
+    for (std::string_view name : manager_reset_type_names()) reset_types.emplace_back(name);
     return {{"#Manager.Reset",
              {{"target", manager_reset_target_uri},
+              {"ResetType@Redfish.AllowableValues", std::move(reset_types)},
               {"@Redfish.ActionInfo", manager_reset_actioninfo_uri}}}};
 }
 
