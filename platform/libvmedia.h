@@ -10,7 +10,8 @@
 extern "C" {
 
 enum { VMEDIA_CD = 0, VMEDIA_FLOPPY = 1 };
-enum { VMEDIA_IMAGE_SIZE = 256, VMEDIA_USER_SIZE = 64 };
+// Sizes with the terminating NUL.
+enum { VMEDIA_IMAGE_SIZE = 256, VMEDIA_USER_SIZE = 64, VMEDIA_PASSWORD_SIZE = 128 };
 
 struct St_VMediaState {
     uint8_t inserted;

@@ -14,7 +14,6 @@ namespace {
 
 constexpr const char* kind_names[] = {"CD", "Floppy"};
 constexpr int drives_per_kind = 1;
-constexpr std::size_t max_password_length = 128;
 
 bool is_drive(int kind, int drive) {
     return platform::virtual_media_kind_name(kind) && drive >= 1 && drive <= drives_per_kind;
@@ -73,7 +72,7 @@ extern "C" int PltVMEDIA_Insert(int kind, int drive, const char* image, uint8_t 
     if (!is_drive(kind, drive)) return PLT_ERR_NOT_FOUND;
     if (!is_storable(image, VMEDIA_IMAGE_SIZE, true) ||
         !is_storable(user_name, VMEDIA_USER_SIZE, false) ||
-        !is_storable(password, max_password_length, false))
+        !is_storable(password, VMEDIA_PASSWORD_SIZE, false))
         return PLT_ERR_ARGUMENT;
     const std::string name = section(kind, drive);
     int result = PLT_OK;

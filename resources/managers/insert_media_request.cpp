@@ -4,14 +4,16 @@
 #include <cctype>
 
 #include "framework/property_checks.h"
+#include "platform/libvmedia.h"
 #include "resources/managers/action_parameters.h"
 
 namespace odata::redfish {
 namespace {
 
 constexpr const char* action_name = "VirtualMedia.InsertMedia";
-constexpr std::size_t max_image_length = 255;
-constexpr std::size_t max_user_name_length = 63;
+constexpr std::size_t max_image_length = VMEDIA_IMAGE_SIZE - 1;
+constexpr std::size_t max_user_name_length = VMEDIA_USER_SIZE - 1;
+constexpr std::size_t max_password_length = VMEDIA_PASSWORD_SIZE - 1;
 
 struct uri_scheme {
     std::string_view scheme;
@@ -106,7 +108,7 @@ void read_member(const std::string& name, const boost::json::value& value,
     } else if (name == "UserName") {
         read_credential(value, name, max_user_name_length, request.user_name, result, false);
     } else if (name == "Password") {
-        read_credential(value, name, max_image_length, request.password, result, true);
+        read_credential(value, name, max_password_length, request.password, result, true);
     } else if (name == "TransferProtocolType") {
         read_choice(value, name, transfer_protocol_types(), fields.protocol, result);
     } else if (name == "TransferMethod") {

@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "platform/libvmedia.h"
 #include "resources/managers/ethernet_patch.h"
 #include "resources/managers/insert_media_request.h"
 #include "resources/managers/ipv4_address.h"
@@ -138,5 +139,21 @@ TEST(InsertMedia, SecretsStayOutOfMessages) {
     EXPECT_EQ(message_ids(result),
               (std::vector<std::string>{"Base.1.10.ActionParameterValueTypeError",
                                         "Base.1.10.ActionParameterValueTypeError",
+                                        "Base.1.10.ActionParameterValueFormatError"}));
+}
+
+TEST(InsertMedia, CredentialsAreRefusedBeforeTheyOutgrowWhatTheBmcStores) {
+    const auto refused = [](const std::string& user, const std::string& password) {
+        result_record result;
+        boost::json::object parameters{
+            {"Image", "http://h/a.iso"}, {"UserName", user}, {"Password", password}};
+        read_insert_media(parameters, result);
+        return message_ids(result);
+    };
+    EXPECT_TRUE(
+        refused(std::string(VMEDIA_USER_SIZE - 1, 'u'), std::string(VMEDIA_PASSWORD_SIZE - 1, 'p'))
+            .empty());
+    EXPECT_EQ(refused(std::string(VMEDIA_USER_SIZE, 'u'), std::string(VMEDIA_PASSWORD_SIZE, 'p')),
+              (std::vector<std::string>{"Base.1.10.ActionParameterValueFormatError",
                                         "Base.1.10.ActionParameterValueFormatError"}));
 }
