@@ -84,6 +84,11 @@ void redfish::send_response() {
     std::cout << body_;
 }
 
+void redfish::answer_success() {
+    std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n";
+    set_body(render_result({"Success", "Successfully Completed Request.", {}}));
+}
+
 boost::json::object link(std::string_view uri) {
     boost::json::object object;
     object["@odata.id"] = uri;

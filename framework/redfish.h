@@ -26,6 +26,10 @@ public:
     const boost::json::object& value() const { return value_; }
     const std::string& uri() const { return uri_; }
 
+    // "Status: 200 OK" and the "Success" message, for a resource's changes
+    // and the actions that answer through it; send-response completes it.
+    void answer_success();
+
 protected:
     ~redfish() = default;
 

@@ -11,6 +11,7 @@
 
 #include "platform/bmc_root.h"
 #include "platform/libipmi.h"
+#include "platform/libsel.h"
 #include "platform/libweb.h"
 #include "platform/sim/logged_alerts.h"
 #include "platform/sim/sim_file.h"
@@ -152,3 +153,17 @@ extern "C" int LibSaveSysEvtLog(int event_code, int argument, const char* text) 
     platform::sim::raise_logged_alert(event_code, argument, text ? text : "");
     return 0;
 }
+
+extern "C" int LibVisitSysEvtLog(int (*visit)(const St_SelRecord* record, void* context),
+                                 void* context) {
+    if (!visit) return -1;
+    int visited = 0;
+    for (const platform::event_record& stored : platform::read_event_log()) {
+        const St_SelRecord record{stored.time, stored.code, stored.argument, stored.text.c_str()};
+        ++visited;
+        if (visit(&record, context) != 0) break;
+    }
+    return visited;
+}
+
+extern "C" int LibClearSysEvtLog(void) { return platform::clear_event_log() ? 0 : -1; }

@@ -1,12 +1,9 @@
 #include "resources/systems/system.h"
 
-#include <iostream>
-
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
 #include "frontend/exception_http.h"
-#include "frontend/result_writer.h"
 #include "platform/libbios.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_sensors.h"
@@ -123,11 +120,6 @@ int system::patch(request_context& context) {
     if (!apply_system_changes(changes)) throw_http_error(500, "Base.1.10.InternalError");
     answer_success();
     return 0;
-}
-
-void system::answer_success() {
-    std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n";
-    set_body(render_result({"Success", "Successfully Completed Request.", {}}));
 }
 
 }  // namespace odata::redfish

@@ -183,7 +183,6 @@ TEST(ServiceDocument, ListsTheFifteenServicesInOrder) {
         {"UpdateService", "/redfish/v1/UpdateService"},
         {"CertificateService", "/redfish/v1/CertificateService"},
         {"Sessions", "/redfish/v1/SessionService/Sessions"},
-        {"TelemetryService", "/redfish/v1/TelemetryService"},
         {"DumpService", "/redfish/v1/Oem/Tarnwright/DumpService"},
     };
     const auto& entries = document.at("value").as_array();

@@ -36,6 +36,10 @@ extern const area boot_area;
 extern const area storage_area;
 extern const area board_area;
 extern const area alerts_area;
+extern const area bmc_area;
+extern const area lan_area;
+extern const area vmedia_area;
+extern const area serial_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);
