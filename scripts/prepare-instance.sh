@@ -38,6 +38,10 @@ oem_registry=$(mktemp "$www/registries/.TWR.XXXXXX")
 "$build/framework/tools/oem_registry" > "$oem_registry" || { rm -f "$oem_registry"; exit 1; }
 chmod 644 "$oem_registry"
 mv -f "$oem_registry" "$www/registries/TWR.1.0.0.json"
+bios_registry=$(mktemp "$www/registries/.BiosAttributeRegistry.XXXXXX")
+"$build/framework/tools/bios_registry" > "$bios_registry" || { rm -f "$bios_registry"; exit 1; }
+chmod 644 "$bios_registry"
+mv -f "$bios_registry" "$www/registries/BiosAttributeRegistry.1.0.0.json"
 
 sed -e "s|@ROOT@|$root|g" -e "s|@PORT@|$port|g" -e "s|@TLS_PORT@|$tls_port|g" \
     -e "s|@PROCS@|$processes|g" "$source_dir/deploy/lighttpd.conf.in" > "$root/etc/lighttpd.conf"

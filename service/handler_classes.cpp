@@ -13,10 +13,19 @@
 #include "resources/chassis/sensor.h"
 #include "resources/chassis/sensorcollection.h"
 #include "resources/chassis/thermal.h"
+#include "resources/systems/bios.h"
 #include "resources/systems/computersystem_reset.h"
+#include "resources/systems/ethernetinterface.h"
+#include "resources/systems/memory.h"
+#include "resources/systems/memorycollection.h"
+#include "resources/systems/processor.h"
+#include "resources/systems/processorcollection.h"
 #include "resources/systems/resetactioninfo.h"
+#include "resources/systems/simplestorage.h"
+#include "resources/systems/simplestoragecollection.h"
 #include "resources/systems/system.h"
 #include "resources/systems/systemcollection.h"
+#include "resources/systems/systems_ethernetinterfacecollection.h"
 #include "security/accountservice.h"
 #include "security/manageraccount.h"
 #include "security/manageraccountcollection.h"
@@ -28,17 +37,23 @@ namespace odata::redfish {
 const handler_factories& handler_classes() {
     static const handler_factories classes = {
         {"accountservice", make_handler<accountservice>},
+        {"bios", make_handler<bios>},
         {"chassis", make_handler<chassis>},
         {"chassiscollection", make_handler<chassiscollection>},
         {"computersystem_reset", make_handler<computersystem_reset>},
+        {"ethernetinterface", make_handler<ethernetinterface>},
         {"json_file_common", make_handler<json_file_common>},
         {"jsonschemafilecollection", make_handler<jsonschemafilecollection>},
         {"manageraccount", make_handler<manageraccount>},
         {"manageraccountcollection", make_handler<manageraccountcollection>},
+        {"memory", make_handler<memory>},
+        {"memorycollection", make_handler<memorycollection>},
         {"messageregisteryfile", make_handler<messageregisteryfile>},
         {"messageregistryfilecollection", make_handler<messageregistryfilecollection>},
         {"metadata", make_handler<metadata>},
         {"power", make_handler<power>},
+        {"processor", make_handler<processor>},
+        {"processorcollection", make_handler<processorcollection>},
         {"redfish_ver", make_handler<redfish_ver>},
         {"resetactioninfo", make_handler<resetactioninfo>},
         {"restapi_ver", make_handler<restapi_ver>},
@@ -51,8 +66,11 @@ const handler_factories& handler_classes() {
         {"sessionservice", make_handler<sessionservice>},
         {"sessionscollection", make_handler<sessionscollection>},
         {"sessions", make_handler<sessions>},
+        {"simplestorage", make_handler<simplestorage>},
+        {"simplestoragecollection", make_handler<simplestoragecollection>},
         {"system", make_handler<system>},
         {"systemcollection", make_handler<systemcollection>},
+        {"systems_ethernetinterfacecollection", make_handler<systems_ethernetinterfacecollection>},
         {"thermal", make_handler<thermal>},
     };
     return classes;

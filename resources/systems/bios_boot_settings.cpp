@@ -30,17 +30,6 @@ constexpr const char* hii_restore_setting_file = "/tmp/HII/bios_restore_setting"
 constexpr const char* restore_setting_files[] = {"/tmp/boot_restore_setting",
                                                  "/tmp/bios_restore_setting"};
 
-// The file's JSON object; empty when it is missing, empty or not an object.
-boost::json::object read_json_object(const char* bmc_file) {
-    std::ifstream file(platform::bmc_path(bmc_file));
-    std::stringstream text;
-    text << file.rdbuf();
-    boost::system::error_code error;
-    boost::json::value value = boost::json::parse(text.str(), error);
-    if (error || !value.is_object()) return {};
-    return std::move(value.get_object());
-}
-
 std::string boot_uri_in(const boost::json::object& document, std::string_view group) {
     const boost::json::value* attributes = document.if_contains(group);
     const boost::json::value* uri = attributes && attributes->is_object()
@@ -70,6 +59,16 @@ bool names_ipv6_host(std::string_view uri) {
 }
 
 }  // namespace
+
+boost::json::object read_json_object(const char* bmc_file) {
+    std::ifstream file(platform::bmc_path(bmc_file));
+    std::stringstream text;
+    text << file.rdbuf();
+    boost::system::error_code error;
+    boost::json::value value = boost::json::parse(text.str(), error);
+    if (error || !value.is_object()) return {};
+    return std::move(value.get_object());
+}
 
 std::optional<std::string> http_boot_uri() {
     const std::string uri = file_exists(saving_result_file)

@@ -35,6 +35,7 @@ extern const area bios_area;
 extern const area boot_area;
 extern const area storage_area;
 extern const area board_area;
+extern const area nics_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);
