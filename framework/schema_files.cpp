@@ -14,7 +14,7 @@ const std::vector<schema_file>& schema_files() {
         {"CertificateService", "v1_0_0", false},
         {"Chassis", "v1_11_0", true},
         {"ChassisCollection", "", true},
-        {"ComputerSystem", "v1_10_0", true},
+        {"ComputerSystem", "v1_13_0", true},
         {"ComputerSystemCollection", "", true},
         {"EthernetInterface", "v1_6_0", false},
         {"EthernetInterfaceCollection", "", false},
