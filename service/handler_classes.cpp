@@ -9,6 +9,11 @@
 #include "framework/version_documents.h"
 #include "resources/chassis/chassis.h"
 #include "resources/chassis/chassiscollection.h"
+#include "resources/chassis/networkadapter.h"
+#include "resources/chassis/networkadaptercollection.h"
+#include "resources/chassis/nic.h"
+#include "resources/chassis/pciedevicescollection.h"
+#include "resources/chassis/pcieslots.h"
 #include "resources/chassis/power.h"
 #include "resources/chassis/sensor.h"
 #include "resources/chassis/sensorcollection.h"
@@ -18,6 +23,8 @@
 #include "resources/systems/ethernetinterface.h"
 #include "resources/systems/memory.h"
 #include "resources/systems/memorycollection.h"
+#include "resources/systems/networkinterfacecollection.h"
+#include "resources/systems/networkinterfaces.h"
 #include "resources/systems/processor.h"
 #include "resources/systems/processorcollection.h"
 #include "resources/systems/resetactioninfo.h"
@@ -51,6 +58,13 @@ const handler_factories& handler_classes() {
         {"messageregisteryfile", make_handler<messageregisteryfile>},
         {"messageregistryfilecollection", make_handler<messageregistryfilecollection>},
         {"metadata", make_handler<metadata>},
+        {"networkadapter", make_handler<networkadapter>},
+        {"networkadaptercollection", make_handler<networkadaptercollection>},
+        {"networkinterfacecollection", make_handler<networkinterfacecollection>},
+        {"networkinterfaces", make_handler<networkinterfaces>},
+        {"nic", make_handler<nic>},
+        {"pciedevicescollection", make_handler<pciedevicescollection>},
+        {"pcieslots", make_handler<pcieslots>},
         {"power", make_handler<power>},
         {"processor", make_handler<processor>},
         {"processorcollection", make_handler<processorcollection>},

@@ -27,6 +27,13 @@ constexpr port_row ports[] = {
 
 constexpr int port_count = static_cast<int>(std::size(ports));
 
+constexpr St_HostNicAdapter adapters[] = {
+    {1, 1, 2, 0x8086, 0x1593, 0x8086, 0x0002, "Example Networks", "EN-OCP3-25G-2P", "EN-25G2P-01",
+     "ENS2403000117", "4.40"},
+};
+
+constexpr int adapter_count = static_cast<int>(std::size(adapters));
+
 std::string link_key(int port_number) { return "Port" + std::to_string(port_number) + ".Link"; }
 
 bool link_up(int index) {
@@ -66,5 +73,14 @@ extern "C" int NicGetPort(int index, St_HostNicPort* port) {
     port->link_up = link_up(index) ? 1 : 0;
     port->speed_mbps = port->link_up ? port_speed_mbps : 0;
     port->max_speed_mbps = port_speed_mbps;
+    return PLT_OK;
+}
+
+extern "C" int NicGetAdapterCount(void) { return adapter_count; }
+
+extern "C" int NicGetAdapter(int index, St_HostNicAdapter* adapter) {
+    if (!adapter) return PLT_ERR_ARGUMENT;
+    if (index < 0 || index >= adapter_count) return PLT_ERR_NOT_FOUND;
+    *adapter = adapters[index];
     return PLT_OK;
 }

@@ -14,6 +14,7 @@ inline constexpr const char* host_ethernet_interfaces_uri =
     "/redfish/v1/Systems/1/EthernetInterfaces";
 inline constexpr const char* bios_uri_of_system = "/redfish/v1/Systems/1/Bios";
 inline constexpr const char* bios_settings_uri = "/redfish/v1/Systems/1/Bios/SD";
+inline constexpr const char* network_interfaces_uri = "/redfish/v1/Systems/1/NetworkInterfaces";
 inline constexpr const char* simple_storage_uri = "/redfish/v1/Systems/1/SimpleStorage";
 
 }  // namespace odata::redfish

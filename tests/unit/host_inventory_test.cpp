@@ -6,6 +6,7 @@
 
 #include "hardware_root_fixture.h"
 #include "platform/libnic.h"
+#include "platform/libpcie.h"
 #include "platform/libstorage.h"
 #include "platform/sim/memory_modules.h"
 #include "platform/sim/smbios_store.h"
@@ -110,4 +111,26 @@ TEST_F(HostInventory, PortsAndBaysEndAtTheirCount) {
     EXPECT_EQ(drive.present, 0);
     EXPECT_EQ(drive.capacity_bytes, 0u);
     EXPECT_EQ(run({"storage", "drive", "3", "insert"}), bmcsim::exit_failed);
+}
+
+TEST(HostAdapters, EveryAdapterSitsInASlotThatNamesIt) {
+    St_HostNicAdapter adapter{};
+    EXPECT_EQ(NicGetAdapter(NicGetAdapterCount(), &adapter), PLT_ERR_NOT_FOUND);
+    EXPECT_EQ(NicGetAdapter(-1, &adapter), PLT_ERR_NOT_FOUND);
+    EXPECT_EQ(NicGetAdapter(0, nullptr), PLT_ERR_ARGUMENT);
+    St_PcieSlot slot{};
+    EXPECT_EQ(PcieGetSlot(PcieGetSlotCount(), &slot), PLT_ERR_NOT_FOUND);
+    EXPECT_EQ(PcieGetSlot(0, nullptr), PLT_ERR_ARGUMENT);
+    for (int i = 0; i < NicGetAdapterCount(); ++i) {
+        ASSERT_EQ(NicGetAdapter(i, &adapter), PLT_OK);
+        ASSERT_EQ(PcieGetSlot(adapter.slot - 1, &slot), PLT_OK);
+        EXPECT_EQ(slot.network_card, adapter.adapter);
+        int ports = 0;
+        for (int p = 0; p < NicGetPortCount(); ++p) {
+            St_HostNicPort port{};
+            ASSERT_EQ(NicGetPort(p, &port), PLT_OK);
+            ports += port.adapter == adapter.adapter;
+        }
+        EXPECT_EQ(ports, adapter.port_count);
+    }
 }
