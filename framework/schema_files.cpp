@@ -49,6 +49,7 @@ const std::vector<schema_file>& schema_files() {
         {"Resource", "v1_8_0", true},
         {"Role", "v1_2_3", true},
         {"RoleCollection", "", true},
+        {"SecureBoot", "v1_0_0", false},
         {"Sensor", "v1_1_0", true},
         {"SensorCollection", "", true},
         {"ServiceRoot", "v1_5_2", true},

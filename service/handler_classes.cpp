@@ -28,6 +28,7 @@
 #include "resources/systems/processor.h"
 #include "resources/systems/processorcollection.h"
 #include "resources/systems/resetactioninfo.h"
+#include "resources/systems/secureboot.h"
 #include "resources/systems/simplestorage.h"
 #include "resources/systems/simplestoragecollection.h"
 #include "resources/systems/system.h"
@@ -73,6 +74,7 @@ const handler_factories& handler_classes() {
         {"restapi_ver", make_handler<restapi_ver>},
         {"role", make_handler<role>},
         {"rolecollection", make_handler<rolecollection>},
+        {"secureboot", make_handler<secureboot>},
         {"sensor", make_handler<sensor>},
         {"sensorcollection", make_handler<sensorcollection>},
         {"service_root", make_handler<service_root>},

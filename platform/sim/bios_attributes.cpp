@@ -30,6 +30,8 @@ constexpr St_BiosAttribute attributes[] = {
      "Enabled"},
     {"SRIOVSupport", "SR-IOV Support", BIOS_ATTRIBUTE_ENUMERATION, enabled_disabled, 0, 0, 0, 0,
      "Disabled"},
+    {"SecureBoot", "Secure Boot", BIOS_ATTRIBUTE_ENUMERATION, enabled_disabled, 0, 0, 0, 0,
+     "Disabled"},
     {"PowerRestorePolicy", "Restore on AC Power Loss", BIOS_ATTRIBUTE_ENUMERATION, restore_policies,
      0, 0, 0, 0, "LastState"},
     {"HTTPBootPolicy", "HTTP Boot Policy", BIOS_ATTRIBUTE_ENUMERATION, http_boot_policies, 0, 0, 0,

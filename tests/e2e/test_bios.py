@@ -104,3 +104,37 @@ def test_bios_itself_is_read_only(bmc, admin):
     assert answer.status_code == 405
     assert bmc.request("PATCH", SETTINGS, json={"Attributes": {"VTd": "Disabled"}}).status_code == 401
     assert pending_file(bmc) is None
+
+
+SECURE_BOOT = "/redfish/v1/Systems/1/SecureBoot"
+
+
+def test_secure_boot_changes_at_the_next_boot(bmc, admin):
+    assert get(admin, bmc, SECURE_BOOT)["SecureBootCurrentBoot"] == "Disabled"
+    answer = admin.patch(bmc.url(SECURE_BOOT), json={"SecureBootEnable": True}, timeout=10)
+    assert answer.status_code == 204, answer.text
+    secure_boot = get(admin, bmc, SECURE_BOOT)
+    assert (secure_boot["SecureBootEnable"], secure_boot["SecureBootCurrentBoot"]) == (True, "Disabled")
+    assert get(admin, bmc, SETTINGS)["Attributes"] == {"SecureBoot": "Enabled"}
+    bmc.bmcsim("bios", "post")
+    secure_boot = get(admin, bmc, SECURE_BOOT)
+    assert (secure_boot["SecureBootEnable"], secure_boot["SecureBootCurrentBoot"]) == (True, "Enabled")
+
+
+@pytest.mark.parametrize("body, message", [
+    ({"SecureBootEnable": "true"}, "PropertyValueTypeError"),
+    ({"SecureBootEnable": None}, "PropertyValueTypeError"),
+    ({"SecureBootCurrentBoot": "Enabled"}, "PropertyUnknown"),
+])
+def test_a_bad_secure_boot_change_is_refused(bmc, admin, body, message):
+    answer = admin.patch(bmc.url(SECURE_BOOT), json=body, timeout=10)
+    assert answer.status_code == 400, answer.text
+    assert [entry["MessageId"] for entry in answer.json()["error"]["@Message.ExtendedInfo"]] == [
+        "Base.1.10." + message]
+    assert pending_file(bmc) is None
+
+
+def test_secure_boot_is_unknown_before_the_bios_reports(bmc, admin):
+    os.remove(os.path.join(bmc.root, "tmp", "attributes.json"))
+    secure_boot = get(admin, bmc, SECURE_BOOT)
+    assert "SecureBootCurrentBoot" not in secure_boot and "SecureBootEnable" not in secure_boot
