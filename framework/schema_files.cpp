@@ -10,6 +10,8 @@ const std::vector<schema_file>& schema_files() {
         {"AccountService", "v1_7_0", true},
         {"ActionInfo", "v1_1_2", true},
         {"Bios", "v1_1_0", false},
+        {"BootOption", "v1_0_0", false},
+        {"BootOptionCollection", "", false},
         // The DMTF bundle the service ships has no JSON form of these two.
         {"CertificateService", "v1_0_0", false},
         {"Chassis", "v1_11_0", true},

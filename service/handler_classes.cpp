@@ -19,6 +19,8 @@
 #include "resources/chassis/sensorcollection.h"
 #include "resources/chassis/thermal.h"
 #include "resources/systems/bios.h"
+#include "resources/systems/bootoptions.h"
+#include "resources/systems/bootoptionscollection.h"
 #include "resources/systems/computersystem_reset.h"
 #include "resources/systems/ethernetinterface.h"
 #include "resources/systems/memory.h"
@@ -46,6 +48,8 @@ const handler_factories& handler_classes() {
     static const handler_factories classes = {
         {"accountservice", make_handler<accountservice>},
         {"bios", make_handler<bios>},
+        {"bootoptions", make_handler<bootoptions>},
+        {"bootoptionscollection", make_handler<bootoptionscollection>},
         {"chassis", make_handler<chassis>},
         {"chassiscollection", make_handler<chassiscollection>},
         {"computersystem_reset", make_handler<computersystem_reset>},

@@ -1,5 +1,6 @@
 """The host's processors and memory modules, read from the simulated SMBIOS table."""
 
+import os
 import subprocess
 
 import pytest
@@ -183,3 +184,31 @@ def test_the_tool_refuses_ports_and_bays_it_does_not_have(bmc):
                     ("smbios", "remove-dimm", "CPU1_DIMM_E1"), ("smbios", "remove-dimm", "nowhere")):
         with pytest.raises(subprocess.CalledProcessError):
             bmc.bmcsim(*command)
+
+
+# ---------------------------------------------------------------- boot options
+
+BOOT_OPTIONS = SYSTEM + "/BootOptions"
+
+
+@pytest.fixture
+def boot_order(bmc, admin):
+    path = os.path.join(bmc.root, "nv", "bios", "bios_setting")
+
+    def write(text):
+        with open(path, "w") as setting:
+            setting.write(text)
+    yield write
+    os.remove(path)
+
+
+def test_boot_options_follow_the_bios_boot_order(bmc, admin, boot_order):
+    boot_order("BootOrder=Boot0003,Boot000a,Boot0003,Shell,Boot,BootXY\n")
+    assert members(admin, bmc, BOOT_OPTIONS) == [BOOT_OPTIONS + "/Boot0003", BOOT_OPTIONS + "/Boot000a"]
+    assert get_valid(admin, bmc, SYSTEM)["Boot"]["BootOptions"] == {"@odata.id": BOOT_OPTIONS}
+    option = admin.get(bmc.url(BOOT_OPTIONS + "/Boot000A"), timeout=10).json()
+    assert (option["@odata.id"], option["BootOptionReference"]) == (BOOT_OPTIONS + "/Boot000a", "Boot000a")
+    assert_not_found(admin, bmc, BOOT_OPTIONS + "/Boot0001")
+    boot_order("BootOrder=Boot0001\n")
+    assert members(admin, bmc, BOOT_OPTIONS) == [BOOT_OPTIONS + "/Boot0001"]
+    assert_not_found(admin, bmc, BOOT_OPTIONS + "/Boot0003")
