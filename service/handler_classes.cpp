@@ -25,10 +25,12 @@
 #include "resources/systems/ethernetinterface.h"
 #include "resources/systems/memory.h"
 #include "resources/systems/memorycollection.h"
+#include "resources/systems/memorysummarymetrics.h"
 #include "resources/systems/networkinterfacecollection.h"
 #include "resources/systems/networkinterfaces.h"
 #include "resources/systems/processor.h"
 #include "resources/systems/processorcollection.h"
+#include "resources/systems/processormetrics.h"
 #include "resources/systems/resetactioninfo.h"
 #include "resources/systems/secureboot.h"
 #include "resources/systems/simplestorage.h"
@@ -60,6 +62,7 @@ const handler_factories& handler_classes() {
         {"manageraccountcollection", make_handler<manageraccountcollection>},
         {"memory", make_handler<memory>},
         {"memorycollection", make_handler<memorycollection>},
+        {"memorysummarymetrics", make_handler<memorysummarymetrics>},
         {"messageregisteryfile", make_handler<messageregisteryfile>},
         {"messageregistryfilecollection", make_handler<messageregistryfilecollection>},
         {"metadata", make_handler<metadata>},
@@ -73,6 +76,7 @@ const handler_factories& handler_classes() {
         {"power", make_handler<power>},
         {"processor", make_handler<processor>},
         {"processorcollection", make_handler<processorcollection>},
+        {"processormetrics", make_handler<processormetrics>},
         {"redfish_ver", make_handler<redfish_ver>},
         {"resetactioninfo", make_handler<resetactioninfo>},
         {"restapi_ver", make_handler<restapi_ver>},

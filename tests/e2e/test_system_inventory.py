@@ -212,3 +212,27 @@ def test_boot_options_follow_the_bios_boot_order(bmc, admin, boot_order):
     boot_order("BootOrder=Boot0001\n")
     assert members(admin, bmc, BOOT_OPTIONS) == [BOOT_OPTIONS + "/Boot0001"]
     assert_not_found(admin, bmc, BOOT_OPTIONS + "/Boot0003")
+
+
+# ---------------------------------------------------------------- summary metrics
+
+@pytest.fixture
+def sensors(bmc, admin):
+    yield admin
+    bmc.bmcsim("sensors", "reset")
+    bmc.bmcsim("power", "on")
+
+
+def test_summary_metrics_follow_the_sensors(bmc, sensors):
+    system = get_valid(sensors, bmc, SYSTEM)
+    processor_metrics = system["ProcessorSummary"]["Metrics"]["@odata.id"]
+    memory_metrics = system["MemorySummary"]["Metrics"]["@odata.id"]
+    assert sensors.get(bmc.url(processor_metrics), timeout=10).json()["TemperatureCelsius"] == 47
+    assert sensors.get(bmc.url(memory_metrics), timeout=10).json()["HealthData"]["AlarmTrips"] == {
+        "Temperature": False, "UncorrectableECCError": False}
+    bmc.bmcsim("sensors", "set", "CPU1 Temp", "88")
+    bmc.bmcsim("sensors", "set", "CPU2_DIMM_B1 Temp", "95")
+    assert sensors.get(bmc.url(processor_metrics), timeout=10).json()["TemperatureCelsius"] == 88
+    assert sensors.get(bmc.url(memory_metrics), timeout=10).json()["HealthData"]["AlarmTrips"]["Temperature"]
+    bmc.bmcsim("power", "off")
+    assert sensors.get(bmc.url(processor_metrics), timeout=10).json()["TemperatureCelsius"] is None
