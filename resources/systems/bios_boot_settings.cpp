@@ -11,6 +11,7 @@
 #include "framework/ini_settings.h"
 #include "platform/bmc_root.h"
 #include "platform/libbios.h"
+#include "resources/systems/bios_attributes.h"
 
 namespace odata::redfish {
 namespace {
@@ -22,7 +23,6 @@ constexpr size_t max_boot_uri_length = 255;
 
 constexpr const char* attributes_file = "/tmp/attributes.json";
 constexpr const char* saving_result_file = "/tmp/user_saving_result.json";
-constexpr const char* http_boot_request_file = "/tmp/user_save_to_bios.json";
 constexpr const char* boot_next_request_file = "/tmp/boot_save_to_bios.json";
 constexpr const char* bios_setting_file = "/nv/bios/bios_setting";
 constexpr const char* bios_feature_flag_file = "/nv/bios/bios_feature_flag";
@@ -109,15 +109,13 @@ bool is_http_boot_uri(std::string_view uri) {
     return std::all_of(uri.begin(), uri.end(), [](char c) { return c > ' ' && c < 0x7f; });
 }
 
+// Joins the other pending BIOS changes, which it must not drop.
 bool write_http_boot_request(const std::string& uri) {
-    const boost::json::object request{
-        {"Attributes",
-         {{"HTTPBootPolicy", uri.empty() ? "Apply to each LAN" : "Boot Priority #1 instantly"},
-          {"SelectIPv4orIPv6", names_ipv6_host(uri) ? "IPv6" : "IPv4"},
-          {"BootDescription", "Redfish"},
-          {"BootURI", uri}}}};
-    return WriteConfigFile(http_boot_request_file, boost::json::serialize(request).c_str()) ==
-           PLT_OK;
+    return add_pending_bios_attributes(
+        {{"HTTPBootPolicy", uri.empty() ? "Apply to each LAN" : "Boot Priority #1 instantly"},
+         {"SelectIPv4orIPv6", names_ipv6_host(uri) ? "IPv6" : "IPv4"},
+         {"BootDescription", "Redfish"},
+         {"BootURI", uri}});
 }
 
 bool write_boot_next_request(const std::string& option) {

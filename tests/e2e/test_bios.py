@@ -138,3 +138,12 @@ def test_secure_boot_is_unknown_before_the_bios_reports(bmc, admin):
     os.remove(os.path.join(bmc.root, "tmp", "attributes.json"))
     secure_boot = get(admin, bmc, SECURE_BOOT)
     assert "SecureBootCurrentBoot" not in secure_boot and "SecureBootEnable" not in secure_boot
+
+
+def test_an_http_boot_uri_joins_the_pending_bios_changes(bmc, admin):
+    admin.patch(bmc.url(SETTINGS), json={"Attributes": {"VTd": "Disabled"}}, timeout=10)
+    answer = admin.patch(bmc.url("/redfish/v1/Systems/1"), json={"Boot": {"HttpBootUri": "http://10.0.0.9/a.efi"}},
+                         timeout=10)
+    assert answer.status_code == 200, answer.text
+    pending = get(admin, bmc, SETTINGS)["Attributes"]
+    assert (pending["VTd"], pending["BootURI"]) == ("Disabled", "http://10.0.0.9/a.efi")
