@@ -44,6 +44,7 @@ install_registry() {
 }
 install_registry oem_registry TWR.1.0.0.json
 install_registry event_registry Event.1.0.0.json
+install_registry bios_registry BiosAttributeRegistry.1.0.0.json
 
 sed -e "s|@ROOT@|$root|g" -e "s|@PORT@|$port|g" -e "s|@TLS_PORT@|$tls_port|g" \
     -e "s|@PROCS@|$processes|g" "$source_dir/deploy/lighttpd.conf.in" > "$root/etc/lighttpd.conf"

@@ -9,6 +9,11 @@
 #include "framework/version_documents.h"
 #include "resources/chassis/chassis.h"
 #include "resources/chassis/chassiscollection.h"
+#include "resources/chassis/networkadapter.h"
+#include "resources/chassis/networkadaptercollection.h"
+#include "resources/chassis/nic.h"
+#include "resources/chassis/pciedevicescollection.h"
+#include "resources/chassis/pcieslots.h"
 #include "resources/chassis/power.h"
 #include "resources/chassis/sensor.h"
 #include "resources/chassis/sensorcollection.h"
@@ -27,10 +32,26 @@
 #include "resources/managers/serial_interfaces.h"
 #include "resources/managers/virtualmedia.h"
 #include "resources/managers/virtualmedia_actions.h"
+#include "resources/systems/bios.h"
+#include "resources/systems/bootoptions.h"
+#include "resources/systems/bootoptionscollection.h"
 #include "resources/systems/computersystem_reset.h"
+#include "resources/systems/ethernetinterface.h"
+#include "resources/systems/memory.h"
+#include "resources/systems/memorycollection.h"
+#include "resources/systems/memorysummarymetrics.h"
+#include "resources/systems/networkinterfacecollection.h"
+#include "resources/systems/networkinterfaces.h"
+#include "resources/systems/processor.h"
+#include "resources/systems/processorcollection.h"
+#include "resources/systems/processormetrics.h"
 #include "resources/systems/resetactioninfo.h"
+#include "resources/systems/secureboot.h"
+#include "resources/systems/simplestorage.h"
+#include "resources/systems/simplestoragecollection.h"
 #include "resources/systems/system.h"
 #include "resources/systems/systemcollection.h"
+#include "resources/systems/systems_ethernetinterfacecollection.h"
 #include "security/accountservice.h"
 #include "security/manageraccount.h"
 #include "security/manageraccountcollection.h"
@@ -51,6 +72,9 @@ const handler_factories& handler_classes() {
         {"certificatecollection", make_handler<certificatecollection>},
         {"certificatelocations", make_handler<certificatelocations>},
         {"certificateservice", make_handler<certificateservice>},
+        {"bios", make_handler<bios>},
+        {"bootoptions", make_handler<bootoptions>},
+        {"bootoptionscollection", make_handler<bootoptionscollection>},
         {"chassis", make_handler<chassis>},
         {"chassiscollection", make_handler<chassiscollection>},
         {"common_ethernetinterface", make_handler<common_ethernetinterface>},
@@ -61,6 +85,7 @@ const handler_factories& handler_classes() {
         {"eventservice_submittestevent", make_handler<eventservice_submittestevent>},
         {"hostinterface", make_handler<hostinterface>},
         {"insertmediaactioninfo", make_handler<insertmediaactioninfo>},
+        {"ethernetinterface", make_handler<ethernetinterface>},
         {"json_file_common", make_handler<json_file_common>},
         {"jsonschemafilecollection", make_handler<jsonschemafilecollection>},
         {"manager", make_handler<manager>},
@@ -82,7 +107,23 @@ const handler_factories& handler_classes() {
         {"messageregistryfilecollection", make_handler<messageregistryfilecollection>},
         {"metadata", make_handler<metadata>},
         {"networkprotocol", make_handler<networkprotocol>},
+        {"memory", make_handler<memory>},
+        {"memorycollection", make_handler<memorycollection>},
+        {"memorysummarymetrics", make_handler<memorysummarymetrics>},
+        {"messageregisteryfile", make_handler<messageregisteryfile>},
+        {"messageregistryfilecollection", make_handler<messageregistryfilecollection>},
+        {"metadata", make_handler<metadata>},
+        {"networkadapter", make_handler<networkadapter>},
+        {"networkadaptercollection", make_handler<networkadaptercollection>},
+        {"networkinterfacecollection", make_handler<networkinterfacecollection>},
+        {"networkinterfaces", make_handler<networkinterfaces>},
+        {"nic", make_handler<nic>},
+        {"pciedevicescollection", make_handler<pciedevicescollection>},
+        {"pcieslots", make_handler<pcieslots>},
         {"power", make_handler<power>},
+        {"processor", make_handler<processor>},
+        {"processorcollection", make_handler<processorcollection>},
+        {"processormetrics", make_handler<processormetrics>},
         {"redfish_ver", make_handler<redfish_ver>},
         {"replace_certificate", make_handler<replace_certificate>},
         {"replace_certificate_actioninfo", make_handler<replace_certificate_actioninfo>},
@@ -90,6 +131,7 @@ const handler_factories& handler_classes() {
         {"restapi_ver", make_handler<restapi_ver>},
         {"role", make_handler<role>},
         {"rolecollection", make_handler<rolecollection>},
+        {"secureboot", make_handler<secureboot>},
         {"sensor", make_handler<sensor>},
         {"sensorcollection", make_handler<sensorcollection>},
         {"serialInterface", make_handler<serialInterface>},
@@ -100,8 +142,11 @@ const handler_factories& handler_classes() {
         {"sessionscollection", make_handler<sessionscollection>},
         {"sessions", make_handler<sessions>},
         {"submittesteventactioninfo", make_handler<submittesteventactioninfo>},
+        {"simplestorage", make_handler<simplestorage>},
+        {"simplestoragecollection", make_handler<simplestoragecollection>},
         {"system", make_handler<system>},
         {"systemcollection", make_handler<systemcollection>},
+        {"systems_ethernetinterfacecollection", make_handler<systems_ethernetinterfacecollection>},
         {"thermal", make_handler<thermal>},
         {"virtualmedia", make_handler<virtualmedia>},
         {"virtualmedia_ejectmedia", make_handler<virtualmedia_ejectmedia>},

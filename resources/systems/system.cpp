@@ -33,6 +33,9 @@ constexpr const char* collection_links[][2] = {
 };
 
 constexpr int bios_version_size = 64;
+// The host's serial port is shared: one console session at a time.
+constexpr int serial_console_sessions = 1;
+constexpr int serial_console_ssh_port = 2200;
 
 std::string system_path(const char* path) { return std::string(system_uri) + path; }
 
@@ -48,6 +51,13 @@ boost::json::object oem_object() {
     if (at_p_St_GlobalVar->node_manager_present)
         tarnwright["NodeManager"] = link(system_path("/Oem/Tarnwright/NodeManager"));
     return {{"Tarnwright", std::move(tarnwright)}};
+}
+
+// Serial over LAN through IPMI, and the same console through the BMC's SSH.
+boost::json::object serial_console() {
+    return {{"MaxConcurrentSessions", serial_console_sessions},
+            {"IPMI", {{"ServiceEnabled", true}}},
+            {"SSH", {{"ServiceEnabled", true}, {"Port", serial_console_ssh_port}}}};
 }
 
 boost::json::object processor_summary(const smbios_inventory& inventory) {
@@ -80,6 +90,7 @@ int system::get(request_context&) {
     set("IndicatorLED", indicator_led_state());
     set("PowerState", power_state_text());
     set("Boot", boot_object());
+    set("SerialConsole", serial_console());
     set_collection_links();
     set("Links", boost::json::object{{"Chassis", link_array("/redfish/v1/Chassis/1")},
                                      {"ManagedBy", link_array("/redfish/v1/Managers/1")}});

@@ -40,6 +40,7 @@ extern const area bmc_area;
 extern const area lan_area;
 extern const area vmedia_area;
 extern const area serial_area;
+extern const area nics_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);
