@@ -210,12 +210,19 @@ def test_session_service_settings(closed_bmc):
     validate(admin.get(service).json())
     assert admin.get(service).json()["SessionTimeout"] == 600
     for body in ({"SessionTimeout": 29}, {"SessionTimeout": "600"}, {"Unknown": 1},
+                 {"SessionTimeout": 2 ** 63}, {"SessionTimeout": 2 ** 64 + 1},
                  {"SessionTimeout": 300, "ServiceEnabled": "yes"}):
         answer = admin.patch(service, json=body)
         assert answer.status_code == 400, body
         validate_messages(answer.json())
         assert answer.json()["error"]["code"] == "Base.v1_10_3.GeneralError"
     assert admin.get(service).json()["SessionTimeout"] == 600
+    for body in ([], "text", 2 ** 64):  # answered as every resource answers them
+        for uri in (service, bmc.url("/redfish/v1/AccountService")):
+            answer = admin.patch(uri, json=body)
+            assert answer.status_code == 400, (uri, body)
+            assert [entry["MessageId"] for entry in answer.json()["error"]["@Message.ExtendedInfo"]] == \
+                ["Base.1.10.UnrecognizedRequestBody"]
     malformed = admin.patch(service, data=b"{not json", headers={"Content-Type": "application/json"})
     assert malformed.status_code == 400
     assert malformed.json()["error"]["@Message.ExtendedInfo"][0]["MessageId"] == "Base.1.10.MalformedJSON"
