@@ -263,7 +263,10 @@ bool commit(table_state& table) {
         table.dirty.fill(false);
         table.identity = current_identity();
     } else {
+        // A refused change must not reach the file with a later commit.
         console_log("[ERROR] PSCommit: cannot write %s: %s\n", path.c_str(), std::strerror(errno));
+        table.dirty.fill(false);
+        table.loaded = false;
     }
     if (own_lock.valid()) ::flock(own_lock.get(), LOCK_UN);
     return written;
@@ -461,16 +464,19 @@ extern "C" int UtilFindUser(const char* name) {
     return -1;
 }
 
+// A name that is no user costs one hash like a wrong password does, so the
+// time of the answer does not tell the two apart.
 extern "C" int UtilCheckUserPassword(int slot, const char* password) {
-    if (!valid_slot(slot) || !password) return -1;
+    static const std::string dummy = platform::sim::hash_secret("no user has this password");
+    if (!password) return -1;
     std::string stored;
-    {
+    if (valid_slot(slot)) {
         std::lock_guard<std::recursive_mutex> hold(guard);
         const slot_record& record = loaded_table().slots[slot];
-        if (!record.used()) return -1;
-        stored = record.password;
+        if (record.used()) stored = record.password;
     }
-    return !stored.empty() && platform::sim::verify_secret(stored, password) ? 0 : -1;
+    const bool matches = platform::sim::verify_secret(stored.empty() ? dummy : stored, password);
+    return !stored.empty() && matches ? 0 : -1;
 }
 
 extern "C" int UtilSetUserName(int slot, const char* name) {

@@ -111,8 +111,8 @@ TEST_F(Authentication, LockedAccountIsRefusedWithItsPassword) {
 
 TEST_F(Authentication, FailedLoginIsLoggedAndAnswered401WithoutBody) {
     setenv("REQUEST_METHOD", "POST", 1);
-    setenv("CONTENT_LENGTH", "40", 1);
-    std::istringstream body(R"({"UserName":"admin","Password":"nope"})");
+    setenv("CONTENT_LENGTH", "41", 1);
+    std::istringstream body(R"({"UserName":"nobody","Password":"nope"})");
     read_request_input(body);
     auto login = make_authenticator(context, login_mode);
     ASSERT_TRUE(login);

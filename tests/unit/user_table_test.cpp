@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -18,6 +20,7 @@
 
 namespace {
 
+using sim_testing::add_user;
 using sim_testing::file_text;
 using sim_testing::run_in_child;
 using sim_testing::start_child;
@@ -25,18 +28,6 @@ using sim_testing::wait_child;
 
 class UserTable : public sim_testing::sim_root {
 protected:
-    // Creates a user in a slot and commits it, as the service does.
-    void add_user(int slot, const char* name, const char* password, int level,
-                  bool enabled = true) {
-        ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
-        ASSERT_EQ(UtilSetUserName(slot, name), 0) << name;
-        ASSERT_EQ(UtilSetUserPassword(slot, password), 0);
-        ASSERT_EQ(UtilSetLANPriv(slot, level), 0);
-        ASSERT_EQ(UtilSetUserEnable(slot, enabled ? 1 : 0), 0);
-        ASSERT_EQ(PSCommit(), 0);
-        ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
-    }
-
     void delete_user(int slot) {
         ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
         ASSERT_EQ(UtilDelUserName(slot), 0);
@@ -57,12 +48,14 @@ protected:
     }
 
     // A session record as the service writes it, /tmp/redfish_<token>.
-    void write_session(const std::string& token, const std::string& user,
-                       std::size_t size = SESSION_RECORD_SIZE) {
+    void write_session(const std::string& token, int slot, std::size_t size = SESSION_RECORD_SIZE) {
         St_RedfishSession record;
         std::memset(&record, 0, sizeof record);
         std::strcpy(record.last_use, "1000000");
-        std::memcpy(record.user_name, user.data(), std::min(user.size(), sizeof record.user_name));
+        const St_UserInfo user = info_of(slot);
+        std::memcpy(record.user_name, user.name, sizeof record.user_name);
+        record.account_slot = static_cast<int8_t>(slot);
+        record.account_key = user.key;
         std::strcpy(record.client_ip, "10.0.0.1");
         record.session_id = 1;
         record.privilege = PRIV_ADMINISTRATOR;
@@ -134,6 +127,34 @@ TEST_F(UserTable, DiscardedChangesAreGone) {
     EXPECT_EQ(UtilIsValidUserName("temp", 5), 1);
     platform::discard_user_table_changes();
     EXPECT_EQ(UtilIsValidUserName("temp", 5), 0);
+}
+
+// A full disk, made by a file-size limit: the refused change leaves memory
+// and file as they were, and the next good commit does not carry it.
+TEST_F(UserTable, AFailedCommitForgetsItsChange) {
+    add_user(2, "alice", "Secret-Pass1", PRIV_USER);
+    int result = run_in_child([] {
+        signal(SIGXFSZ, SIG_IGN);
+        rlimit limit{};
+        getrlimit(RLIMIT_FSIZE, &limit);
+        rlimit tiny = limit;
+        tiny.rlim_cur = 16;
+        if (lx_mutex_get(USER_TABLE_MUTEX) != 0 || UtilSetUserName(3, "mallory") != 0 ||
+            UtilSetLANPriv(3, PRIV_ADMINISTRATOR) != 0 ||
+            UtilSetLANPriv(2, PRIV_ADMINISTRATOR) != 0 || setrlimit(RLIMIT_FSIZE, &tiny) != 0 ||
+            PSCommit() == 0)
+            return 1;
+        setrlimit(RLIMIT_FSIZE, &limit);
+        if (UtilIsValidUserName("mallory", 5) != 0 || UtilGetLANPriv(2) != PRIV_USER) return 2;
+        if (UtilSetUserName(4, "dave") != 0 || PSCommit() != 0) return 3;
+        lx_mutex_put(USER_TABLE_MUTEX);
+        return 0;
+    });
+    ASSERT_EQ(result, 0);
+    EXPECT_EQ(UtilIsValidUserName("mallory", 5), 0);
+    EXPECT_EQ(UtilGetLANPriv(2), PRIV_USER);
+    EXPECT_EQ(UtilIsValidUserName("dave", 5), 1);
+    EXPECT_EQ(file_text(platform::user_table_file()).find("mallory"), std::string::npos);
 }
 
 TEST_F(UserTable, TheFileIsPrivateAndHoldsNoPlainPassword) {
@@ -415,33 +436,31 @@ TEST_F(UserTable, SeedRefusesBadNamesAndPasswords) {
 
 // ---------------------------------------------------------------- sessions
 
-TEST_F(UserTable, AnOpenSessionIsARecordNamingTheUser) {
+TEST_F(UserTable, AnOpenSessionIsARecordOfTheSlotsCurrentUser) {
     add_user(2, "alice", "Secret-Pass1", PRIV_USER);
     add_user(3, "bob", "Secret-Pass1", PRIV_USER);
-    add_user(4, "abcdefghijklmnop", "Secret-Pass1", PRIV_USER);
     EXPECT_EQ(UtilIsUserActivateSession(2), 0);
-    EXPECT_EQ(UtilIsUserActivateSession(3), 0);
 
-    write_session("abcdefghijklmnopqrstuvwxyz123456", "alice");
+    write_session("abcdefghijklmnopqrstuvwxyz123456", 2);
     EXPECT_NE(UtilIsUserActivateSession(2), 0);
     EXPECT_EQ(UtilIsUserActivateSession(3), 0);
 
-    // The file name proves nothing: the record names alice, not bob.
-    write_session("bob", "alice");
+    // The file name proves nothing, nor does a record that is too short.
+    write_session("bob", 2);
+    write_session("short0000000000000000000000000000", 3, 100);
     EXPECT_EQ(UtilIsUserActivateSession(3), 0);
-    // A record that is too short is not a record.
-    write_session("short0000000000000000000000000000", "bob", 100);
-    EXPECT_EQ(UtilIsUserActivateSession(3), 0);
-    // A 16-character name fills its field without a terminating zero.
-    write_session("full0000000000000000000000000000", "abcdefghijklmnop");
-    EXPECT_NE(UtilIsUserActivateSession(4), 0);
     // Empty slots have no sessions.
     EXPECT_EQ(UtilIsUserActivateSession(5), 0);
     EXPECT_EQ(UtilIsUserActivateSession(-1), 0);
 
-    std::filesystem::remove(path("/tmp/redfish_abcdefghijklmnopqrstuvwxyz123456"));
-    EXPECT_NE(UtilIsUserActivateSession(2), 0);  // redfish_bob still names alice
-    std::filesystem::remove(path("/tmp/redfish_bob"));
+    // A rename keeps the sessions; a new user of the slot has none of the old one's.
+    ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
+    ASSERT_EQ(UtilSetUserName(2, "carol"), 0);
+    ASSERT_EQ(PSCommit(), 0);
+    ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
+    EXPECT_NE(UtilIsUserActivateSession(2), 0);
+    delete_user(2);
+    add_user(2, "alice", "Secret-Pass1", PRIV_USER);
     EXPECT_EQ(UtilIsUserActivateSession(2), 0);
 }
 

@@ -62,7 +62,7 @@ TEST_F(UsersTool, UnlockAndComplexity) {
         path("/nv/redfish/accountservice.ini"),
         "[AccountService]\nAccountLockoutThreshold=1\nAccountLockoutDuration=0\n");
     ASSERT_EQ(run({"users", "add", "2", "bob", "Bob-Pass1", "Administrator"}), 0);
-    ASSERT_EQ(AddBadPwdRecords(2), 0);
+    ASSERT_GE(AddBadPwdRecords(2), 0);
     ASSERT_EQ(run({"users", "list"}), 0);
     EXPECT_NE(out_.str().find("\n2 3 bob 4 Administrator yes yes\n"), std::string::npos);
     ASSERT_EQ(run({"users", "unlock", "2"}), 0);
