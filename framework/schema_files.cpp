@@ -9,13 +9,12 @@ const std::vector<schema_file>& schema_files() {
     static const std::vector<schema_file> table = {
         {"AccountService", "v1_7_0", true},
         {"ActionInfo", "v1_1_2", true},
-        {"Certificate", "v1_3_0", false},
-        {"CertificateCollection", "", false},
-        {"CertificateLocations", "v1_0_0", false},
         {"Bios", "v1_1_0", false},
         {"BootOption", "v1_0_0", false},
         {"BootOptionCollection", "", false},
-        // The DMTF bundle the service ships has no JSON form of these two.
+        {"Certificate", "v1_3_0", false},
+        {"CertificateCollection", "", false},
+        {"CertificateLocations", "v1_0_0", false},
         {"CertificateService", "v1_0_0", false},
         {"Chassis", "v1_11_0", true},
         {"ChassisCollection", "", true},

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "framework/property_checks.h"
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/result_writer.h"
 #include "security/snmp_protocols.h"
@@ -43,8 +44,8 @@ eventdestination::eventdestination(request_context& context)
     : eventdestination(context, context.capture_number(0)) {}
 
 eventdestination::eventdestination(request_context& context, int id)
-    : redfish(context, "EventDestination", "v1_7_0", "EventSubscription " + std::to_string(id),
-              subscription_uri(id)),
+    : redfish(context, "EventDestination", std::string(schema_file_of("EventDestination").version),
+              "EventSubscription " + std::to_string(id), subscription_uri(id)),
       id_(id),
       index_(entry_of_subscription(id).value_or(-1)) {}
 

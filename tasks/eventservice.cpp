@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "framework/property_checks.h"
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/result_writer.h"
 #include "platform/alert_settings.h"
@@ -159,7 +160,8 @@ event_service_patch read_patch(const boost::json::object& request,
 }  // namespace
 
 eventservice::eventservice(request_context& context)
-    : redfish(context, "EventService", "v1_5_0", "Event Service", event_service_uri) {}
+    : redfish(context, "EventService", std::string(schema_file_of("EventService").version),
+              "Event Service", event_service_uri) {}
 
 int eventservice::get(request_context&) {
     const event_service_settings settings = platform::read_event_service_settings();
