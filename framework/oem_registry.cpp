@@ -54,29 +54,40 @@ unsigned number_of_args(std::string_view message) {
     return highest;
 }
 
-boost::json::object oem_message_registry() {
+boost::json::object message_registry_document(std::string_view registry_id,
+                                              std::string_view description,
+                                              const std::vector<message_text>& messages) {
     const std::string registry = registry_of(registry_id);  // "TWR.1.0.0"
     const std::string prefix = registry.substr(0, registry.find('.'));
     const std::string version = registry.substr(prefix.size() + 1);
-    // Message ids carry the major and minor version only: "TWR.1.0.".
-    const std::string id_prefix = registry.substr(0, registry.rfind('.') + 1);
-
-    boost::json::object messages;
-    for (auto row = message_table_begin(); row != message_table_end(); ++row) {
-        if (row->id.substr(0, id_prefix.size()) != id_prefix) continue;
-        messages[row->id.substr(id_prefix.size())] = registry_message(*row);
-    }
+    boost::json::object by_name;
+    for (const message_text& row : messages) by_name[row.id] = registry_message(row);
     boost::json::object document;
     document["@odata.type"] = schema_type(schema_file_of("MessageRegistry"));
     document["Id"] = registry;
     document["Name"] = prefix + " Message Registry";
     document["Language"] = "en";
-    document["Description"] = "This registry defines the OEM messages of the Redfish service";
+    document["Description"] = description;
     document["RegistryPrefix"] = prefix;
     document["RegistryVersion"] = version;
     document["OwningEntity"] = "Tarnwright";
-    document["Messages"] = std::move(messages);
+    document["Messages"] = std::move(by_name);
     return document;
+}
+
+boost::json::object oem_message_registry() {
+    // Message ids carry the major and minor version only: "TWR.1.0.".
+    const std::string registry = registry_of(registry_id);
+    const std::string id_prefix = registry.substr(0, registry.rfind('.') + 1);
+    std::vector<message_text> messages;
+    for (auto row = message_table_begin(); row != message_table_end(); ++row) {
+        if (row->id.substr(0, id_prefix.size()) != id_prefix) continue;
+        message_text named = *row;
+        named.id = row->id.substr(id_prefix.size());
+        messages.push_back(named);
+    }
+    return message_registry_document(
+        registry_id, "This registry defines the OEM messages of the Redfish service", messages);
 }
 
 }  // namespace odata::redfish

@@ -4,6 +4,8 @@
 
 #include <iostream>
 
+#include "frontend/result_writer.h"
+
 namespace odata::redfish {
 namespace {
 
@@ -74,11 +76,17 @@ const std::string& redfish::etag() {
 }
 
 void redfish::send_response() {
+    if (end_if_no_content()) return;
     if (context_.method == GET) etag();
     if (body_.empty()) body_ = boost::json::serialize(value_);
     if (!etag_.empty()) std::cout << "ETag: " << etag_ << "\r\n";
     write_headers(static_cast<unsigned>(body_.size()), body_);
     std::cout << body_;
+}
+
+void redfish::answer_success() {
+    std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n";
+    set_body(render_result({"Success", "Successfully Completed Request.", {}}));
 }
 
 boost::json::object link(std::string_view uri) {

@@ -18,12 +18,17 @@ public:
             std::string name, std::string uri);
 
     void send_response() override;
+    std::string_view schema_name() const override { return entity_type_; }
 
     // The quoted MD5 of the serialised body; serialises the value first.
     // GET responses always carry it.
     const std::string& etag();
     const boost::json::object& value() const { return value_; }
     const std::string& uri() const { return uri_; }
+
+    // "Status: 200 OK" and the "Success" message, for a resource's changes
+    // and the actions that answer through it; send-response completes it.
+    void answer_success();
 
 protected:
     ~redfish() = default;

@@ -51,7 +51,7 @@ route_resolver::route_resolver(const std::vector<route>& routes,
                 node& child = at->children.emplace_back();
                 child.literal = std::string(segment);
                 if (is_pattern(segment))
-                    child.pattern = std::make_unique<std::regex>(child.literal);
+                    child.pattern = std::make_unique<boost::regex>(child.literal);
                 next = &child;
             }
             at = next;
@@ -81,8 +81,9 @@ const route_resolver::node* route_resolver::walk(const node& from,
         const size_t kept = captures.size();
         if (child.pattern) {
             if (segment.size() > max_pattern_segment) continue;
-            std::match_results<std::string_view::const_iterator> groups;
-            if (!std::regex_match(segment.begin(), segment.end(), groups, *child.pattern)) continue;
+            boost::match_results<std::string_view::const_iterator> groups;
+            if (!boost::regex_match(segment.begin(), segment.end(), groups, *child.pattern))
+                continue;
             for (size_t group = 1; group < groups.size(); ++group) {
                 if (groups[group].matched) captures.push_back(groups[group].str());
             }

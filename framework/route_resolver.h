@@ -2,11 +2,12 @@
 // literal or regular-expression, built once per process.
 #pragma once
 
+#include <boost/regex.hpp>
 #include <memory>
-#include <regex>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <unordered_map>
 #include <vector>
 
@@ -52,9 +53,9 @@ public:
 
 private:
     struct node {
-        std::string literal;                  // the segment text, also of a pattern
-        std::unique_ptr<std::regex> pattern;  // null for a literal segment
-        std::string handler_class;            // empty: no route ends here
+        std::string literal;                    // the segment text, also of a pattern
+        std::unique_ptr<boost::regex> pattern;  // null for a literal segment
+        std::string handler_class;              // empty: no route ends here
         handler_factory factory = nullptr;
         bool crashdump = false;
         std::vector<node> children;  // in table order
@@ -67,10 +68,24 @@ private:
     node root_;
 };
 
+// The methods a handler class serves: those whose operation it (or a base
+// between it and webservice) overrides.
+template <class handler>
+constexpr unsigned served_methods() {
+    using refusal = int (webservice::*)(request_context&);
+    return (std::is_same_v<decltype(&handler::get), refusal> ? 0 : 1u << GET) |
+           (std::is_same_v<decltype(&handler::patch), refusal> ? 0 : 1u << PATCH) |
+           (std::is_same_v<decltype(&handler::post), refusal> ? 0 : 1u << POST) |
+           (std::is_same_v<decltype(&handler::put), refusal> ? 0 : 1u << PUT) |
+           (std::is_same_v<decltype(&handler::del), refusal> ? 0 : 1u << DELETE);
+}
+
 // The factory of a handler class, for the factory tables.
 template <class handler>
 std::shared_ptr<webservice> make_handler(request_context& context) {
-    return std::make_shared<handler>(context);
+    auto made = std::make_shared<handler>(context);
+    made->set_allowed_methods(served_methods<handler>());
+    return made;
 }
 
 }  // namespace odata::redfish

@@ -1,30 +1,16 @@
 #include "framework/service_root.h"
 
-#include <cstdio>
-#include <optional>
 #include <string>
 
+#include "framework/device_uuid.h"
 #include "framework/schema_files.h"
 #include "framework/top_level_services.h"
-#include "platform/device_guid.h"
 #include "platform/libweb.h"
 
 namespace odata::redfish {
 namespace {
 
 constexpr const char* redfish_protocol_version = "1.9.0";
-
-// The device GUID as 8-4-4-4-12 hexadecimal digits.
-std::optional<std::string> service_uuid() {
-    unsigned char guid[16];
-    if (GetDeviceGUID(guid) != 0) return std::nullopt;
-    char text[37];
-    std::snprintf(text, sizeof text,
-                  "%02x%02x%02x%02x-%02x%02x-%02x%02x-%02x%02x-%02x%02x%02x%02x%02x%02x", guid[0],
-                  guid[1], guid[2], guid[3], guid[4], guid[5], guid[6], guid[7], guid[8], guid[9],
-                  guid[10], guid[11], guid[12], guid[13], guid[14], guid[15]);
-    return std::string(text);
-}
 
 }  // namespace
 
@@ -35,8 +21,8 @@ service_root::service_root(request_context& context)
 int service_root::get(request_context&) {
     set_common_properties("RootService");
     set("RedfishVersion", redfish_protocol_version);
-    if (auto uuid = service_uuid())
-        set("UUID", *uuid);
+    if (const std::string uuid = device_uuid_text(); !uuid.empty())
+        set("UUID", uuid);
     else
         console_log("[ERROR] service root: no device GUID\n");
     set("Product", "Tarnwright Baseboard Management Controller");

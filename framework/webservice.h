@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "frontend/request_context.h"
 
@@ -20,20 +21,37 @@ public:
     virtual int del(request_context& context);
     virtual void send_response();
 
+    // True when the handler checks the caller itself for this method (the
+    // login), so the pipeline lets the request through unauthenticated.
+    virtual bool authenticates_itself(int method) const;
+
     // The operation of a method code.
     int call(int method);
+
+    // The methods the handler's class serves, one bit (1 << method code)
+    // each; its factory sets them.
+    unsigned allowed_methods() const { return allowed_methods_; }
+    void set_allowed_methods(unsigned methods) { allowed_methods_ = methods; }
+
+    // The schema that describes the resource ("Chassis"); empty for none.
+    virtual std::string_view schema_name() const { return {}; }
 
 protected:
     // Handlers are owned by a shared pointer made for their own class.
     ~webservice() = default;
 
-    // The default headers: CORS, Content-Length, Content-Type, empty line.
-    static void write_default_headers(unsigned length);
+    // The default headers: CORS, Allow, Link and Cache-Control on GET,
+    // Content-Length, OData-Version, Content-Type, empty line.
+    void write_default_headers(unsigned length) const;
+
+    // Writes the 405 status line with Allow and throws
+    // odata::redfish::exception.
+    [[noreturn]] void method_not_allowed() const;
 
     request_context& context_;
-};
 
-// Writes the 405 status line and throws odata::redfish::exception.
-[[noreturn]] void method_not_allowed();
+private:
+    unsigned allowed_methods_ = 1u << GET;
+};
 
 }  // namespace odata::redfish

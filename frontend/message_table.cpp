@@ -37,6 +37,11 @@ constexpr message_text table[] = {
      "parameter can accept.",
      "Correct the value for the parameter in the request body and resubmit the request if the "
      "operation failed."},
+    {"Base.1.10.ActionParameterValueNotInList", "Warning",
+     "The value '%1' for the parameter %2 in the action %3 is not in the list of acceptable "
+     "values.",
+     "Choose a value from the enumeration list that the implementation can support and resubmit "
+     "the request if the operation failed."},
     {"Base.1.10.ActionParameterValueTypeError", "Warning",
      "The value '%1' for the parameter %2 in the action %3 is of a different type than the "
      "parameter can accept.",
@@ -99,6 +104,10 @@ constexpr message_text table[] = {
      "The property %1 is not in the list of valid properties for the resource.",
      "Remove the unknown property from the request body and resubmit the request if the operation "
      "failed."},
+    {"Base.1.10.PropertyValueConflict", "Warning",
+     "The property '%1' could not be written because its value would conflict with the value of "
+     "the '%2' property.",
+     "No resolution is required."},
     {"Base.1.10.PropertyValueFormatError", "Warning",
      "The value '%1' for the property %2 is of a different format than the property can accept.",
      "Correct the value for the property in the request body and resubmit the request if the "

@@ -26,6 +26,7 @@ struct request_context {
     int privilege = 0;               // the caller's privilege level
     int session_limit = 0;           // login: sessions allowed at once
     int session_id = 0;              // the caller's session, 0 for Basic
+    int account_slot = -1;           // the caller's user-table slot, -1 for other users
     std::istream* upload = nullptr;  // an upload's unread body, for its handler
 
     // The request body read by read_request_input; null when there is none.

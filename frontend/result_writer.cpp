@@ -1,5 +1,7 @@
 #include "frontend/result_writer.h"
 
+#include "frontend/response_stream.h"
+
 #include <iostream>
 #include <string_view>
 
@@ -34,7 +36,14 @@ std::string render_result(const result_record& result) {
     return boost::json::serialize(outer);
 }
 
+bool end_if_no_content() {
+    if (response_status() != 204) return false;
+    std::cout << "OData-Version: 4.0\r\n\r\n";
+    return true;
+}
+
 void write_result(const result_record& result) {
+    if (end_if_no_content()) return;
     std::string body = render_result(result);
     std::cout << "Content-Length: " << body.size() << "\r\n"
               << "OData-Version: 4.0\r\n"

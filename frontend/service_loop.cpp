@@ -6,7 +6,6 @@
 #include <cstring>
 #include <iostream>
 
-#include "frontend/pipeline.h"
 #include "frontend/request_context.h"
 #include "frontend/response_stream.h"
 #include "platform/libipmi.h"
@@ -21,7 +20,7 @@ namespace {
 FCGX_Request request;
 
 // Binds the standard output and the process environment to one request.
-void serve(FCGX_Request& current) {
+void serve(FCGX_Request& current, request_server serve_request) {
     fcgi_streambuf output(current.out);
     fcgi_streambuf input(current.in);
     counting_streambuf counted(&output);
@@ -30,7 +29,7 @@ void serve(FCGX_Request& current) {
     environ = current.envp;
     std::istream body(&input);
 
-    run_pipeline(body);
+    serve_request(body);
 
     std::cout.flush();
     std::cout.rdbuf(saved_output);
@@ -40,7 +39,7 @@ void serve(FCGX_Request& current) {
 
 }  // namespace
 
-int run_service() {
+int run_service(request_server serve_request) {
     if (GlobalParaInit() == 0) return 0;
     int result = FCGX_Init();
     if (result != 0) {
@@ -61,7 +60,7 @@ int run_service() {
             GlobalParaFin();
             return 0;
         }
-        serve(request);
+        serve(request, serve_request);
         if (stop_requested()) {
             GlobalParaFin();
             return 0;

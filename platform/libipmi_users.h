@@ -41,7 +41,8 @@ int UtilSetLANPriv(int slot, int level);
 int UtilIsValidUserName(const char* name, int slot);
 // The enabled slot with this name (first 16 characters), or -1.
 int UtilFindUser(const char* name);
-// Zero when the password is the slot's.
+// Zero when the password is the slot's. Any other slot (-1 for a name that
+// is no user) takes as long to refuse as a wrong password.
 int UtilCheckUserPassword(int slot, const char* password);
 // Setters return 0 on success. Changes are kept in memory until PSCommit.
 int UtilSetUserName(int slot, const char* name);
@@ -59,6 +60,8 @@ int UtilPasswordCheck(const char* password);
 
 // Lockout, by the policy of /nv/redfish/accountservice.ini.
 int isUserLocked(int slot);
+// The slot's counted bad passwords after adding one; negative on failure
+// and for a slot without a user, which takes as long.
 int AddBadPwdRecords(int slot);
 int ClearBadPwdRecords(int slot);
 int UnlockUser(int slot);

@@ -20,14 +20,17 @@ enum session_source : uint8_t {
 };
 
 struct St_RedfishSession {
-    char last_use[15];  // decimal seconds, NUL-terminated
-    char user_name[16];
+    char last_use[15];   // decimal seconds, NUL-terminated
+    char user_name[16];  // NUL-padded; a 16-character name fills it
     char client_ip[61];
     int32_t session_id;  // 1 to 16
     int32_t privilege;   // the user's privilege level
     char token[SESSION_TOKEN_LEN + 1];
-    uint8_t source;                               // session_source
-    uint8_t reserved[SESSION_RECORD_SIZE - 134];  // the fields above end at byte 134
+    uint8_t source;       // session_source
+    int8_t account_slot;  // the local user's slot, -1 for others
+    uint8_t padding;
+    uint32_t account_key;  // the slot's record key when the session was opened
+    uint8_t reserved[SESSION_RECORD_SIZE - 140];  // the fields above end at byte 140
 };
 
 static_assert(sizeof(St_RedfishSession) == SESSION_RECORD_SIZE, "session record is 244 bytes");

@@ -27,7 +27,8 @@ fi
 
 # Static content: the DMTF schemas and Base registry when the DMTF files
 # are checked out beside the repository, and the OEM registry generated from
-# the service's message table. Registry files are named after the registry
+# the service's message table and the event registry generated from the
+# platform's event messages. Registry files are named after the registry
 # they hold ("Base.1.10.3.json").
 www="$root/tmp/www"
 mkdir -p "$www/schemas/v1" "$www/registries"
@@ -37,10 +38,16 @@ if [ -d "$dmtf" ]; then
     ln -sf "$dmtf"/json-schema/*.json "$dmtf"/csdl/*.xml "$dmtf/LICENSE.md" "$www/schemas/v1/"
     ln -sf "$dmtf/registries/Base.1.10.3.json" "$www/registries/"
 fi
-oem_registry=$(mktemp "$www/registries/.TWR.XXXXXX")
-"$build/framework/tools/oem_registry" > "$oem_registry" || { rm -f "$oem_registry"; exit 1; }
-chmod 644 "$oem_registry"
-mv -f "$oem_registry" "$www/registries/TWR.1.0.0.json"
+# A generated registry: the tool's output, renamed into place whole.
+install_registry() {
+    generated=$(mktemp "$www/registries/.$2.XXXXXX")
+    "$build/framework/tools/$1" > "$generated" || { rm -f "$generated"; exit 1; }
+    chmod 644 "$generated"
+    mv -f "$generated" "$www/registries/$2"
+}
+install_registry oem_registry TWR.1.0.0.json
+install_registry event_registry Event.1.0.0.json
+install_registry bios_registry BiosAttributeRegistry.1.0.0.json
 
 sed -e "s|@ROOT@|$root|g" -e "s|@PORT@|$port|g" -e "s|@TLS_PORT@|$tls_port|g" \
     -e "s|@PROCS@|$processes|g" "$source_dir/deploy/lighttpd.conf.in" > "$root/etc/lighttpd.conf"

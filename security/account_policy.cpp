@@ -22,6 +22,8 @@ account_policy read_account_policy() {
         settings.get<long>("AccountService.AccountLockoutDuration", defaults.lockout_duration);
     policy.counter_reset_after = settings.get<long>(
         "AccountService.AccountLockoutCounterResetAfter", defaults.counter_reset_after);
+    policy.failure_logging_threshold = settings.get<long>(
+        "AccountService.AuthFailureLoggingThreshold", defaults.failure_logging_threshold);
     return policy;
 }
 

@@ -11,10 +11,13 @@ constexpr int max_password_length = 20;
 constexpr long max_lockout_threshold = 5;
 constexpr long max_lockout_seconds = 1800;
 
+// Out of the box a guessed password locks the account for a minute after
+// five tries.
 struct account_policy {
-    long lockout_threshold = 0;      // bad passwords that lock; 0 never locks
-    long lockout_duration = 300;     // seconds locked
-    long counter_reset_after = 300;  // seconds a bad password counts
+    long lockout_threshold = 5;          // bad passwords that lock; 0 never locks
+    long lockout_duration = 60;          // seconds locked
+    long counter_reset_after = 60;       // seconds a bad password counts
+    long failure_logging_threshold = 3;  // every so many bad passwords of a user are logged
 };
 
 // The stored policy; defaults for what the file does not hold.

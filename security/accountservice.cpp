@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "framework/property_checks.h"
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi_users.h"
 #include "security/account_policy.h"
@@ -81,7 +82,8 @@ struct account_service_patch {
 }  // namespace
 
 accountservice::accountservice(request_context& context)
-    : redfish(context, "AccountService", "v1_7_0", "Account Service", service_uri) {}
+    : redfish(context, "AccountService", std::string(schema_file_of("AccountService").version),
+              "Account Service", service_uri) {}
 
 int accountservice::get(request_context&) {
     const account_policy policy = read_account_policy();

@@ -3,6 +3,7 @@
 #include <cstring>
 #include <iostream>
 
+#include "framework/property_checks.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
@@ -38,6 +39,17 @@ std::string json_text(const boost::json::object& body, const char* name) {
     return value && value->is_string() ? std::string(value->get_string()) : std::string();
 }
 
+// A NUL would end the text where the platform reads it: the login would be
+// checked for a shorter name or password than the one sent.
+void refuse_embedded_nul(const std::string& user_name, const std::string& password) {
+    result_record result = general_error();
+    if (user_name.find('\0') != std::string::npos)
+        add_value_message(result, "Base.1.10.PropertyValueFormatError", user_name, "UserName");
+    if (password.find('\0') != std::string::npos)
+        add_value_message(result, "Base.1.10.PropertyValueFormatError", hidden_value, "Password");
+    if (!result.entries.empty()) throw_http_result(400, result);
+}
+
 }  // namespace
 
 int auth::respond_success(request_context&) { return 0; }
@@ -62,6 +74,7 @@ token_auth::token_auth(request_context& context) {
     if (!body.is_object()) return;
     user_name = json_text(body.get_object(), "UserName");
     password = json_text(body.get_object(), "Password");
+    refuse_embedded_nul(user_name, password);
 }
 
 int token_auth::respond_success(request_context& context) {
@@ -69,9 +82,21 @@ int token_auth::respond_success(request_context& context) {
     return open_session(context);
 }
 
+namespace {
+
+// A local user's session belongs to the slot's account as it is now.
+std::optional<session_owner> owner_of(const auth& login) {
+    if (login.matched.slot < 0)
+        return session_owner{login.user_name, login.privilege, login.matched.source, -1, 0};
+    return local_owner(login.matched.slot, login.matched.source);
+}
+
+}  // namespace
+
 int token_auth::open_session(request_context& context) {
+    std::optional<session_owner> owner = owner_of(*this);
     std::optional<opened_session> session =
-        odata::redfish::open_session(user_name, privilege, matched.source);
+        owner ? odata::redfish::open_session(*owner) : std::nullopt;
     if (!session) {
         std::cout << "Status: 404 Not Found\r\n";
         throw exception("");
@@ -118,12 +143,13 @@ bool authenticate(request_context& context, auth& authenticator) {
             authenticator.privilege = authenticator.matched.privilege;
             context.user_name = authenticator.user_name;
             context.privilege = authenticator.privilege;
+            context.account_slot = authenticator.matched.slot;
             InterfaceInfo->privilege = static_cast<uint8_t>(authenticator.privilege);
             authenticator.success_result = authenticator.respond_success(context);
             return true;
         }
     }
-    if (authenticator.is_login)
+    if (authenticator.is_login && authenticator.matched.log_failure)
         LibSaveSysEvtLog(event_failed_login, 0, "/redfish/v1/SessionService/Sessions/");
     authenticator.refuse(context);
     return false;

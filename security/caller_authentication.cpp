@@ -29,10 +29,12 @@ bool accept_token(request_context& context) {
         return false;
     std::optional<St_RedfishSession> session = validate_token(token);
     if (!session) return false;
-    context.user_name = session->user_name;
+    context.user_name = session_user_name(*session);
     context.privilege = session->privilege;
     context.session_id = session->session_id;
-    std::strncpy(InterfaceInfo->user_name, session->user_name, sizeof InterfaceInfo->user_name - 1);
+    context.account_slot = session->account_slot;
+    std::strncpy(InterfaceInfo->user_name, context.user_name.c_str(),
+                 sizeof InterfaceInfo->user_name - 1);
     InterfaceInfo->privilege = static_cast<uint8_t>(session->privilege);
     return true;
 }
@@ -41,7 +43,9 @@ bool accept_token(request_context& context) {
     char address[61] = {};
     GetClientIP(address, sizeof address);
     std::strcpy(InterfaceInfo->user_name, "NoAuth");
-    LibSaveSysEvtLog(event_failed_login, 0, context.uri.c_str());
+    const auth* tried = context.authenticator.get();
+    if (!tried || tried->matched.log_failure)
+        LibSaveSysEvtLog(event_failed_login, 0, context.uri.c_str());
     result_record result = general_error();
     add_message(result, "Base.1.10.ResourceAtUriUnauthorized", {context.uri, "unauthorized"});
     exception_http error = http_error(401, result);

@@ -2,6 +2,7 @@
 
 #include "platform/libdirectory.h"
 #include "platform/libipmi_users.h"
+#include "security/account_policy.h"
 
 namespace odata::redfish {
 namespace {
@@ -31,6 +32,13 @@ credential_check check_external(const std::string& user_name, const std::string&
     return {};
 }
 
+// A local user's bad passwords are logged every AuthFailureLoggingThreshold
+// of them; bad names always are.
+bool failure_logged(int counted_failures) {
+    const long threshold = read_account_policy().failure_logging_threshold;
+    return threshold <= 1 || counted_failures <= 0 || counted_failures % threshold == 0;
+}
+
 }  // namespace
 
 credential_check check_credentials(const std::string& user_name, const std::string& password,
@@ -40,7 +48,7 @@ credential_check check_credentials(const std::string& user_name, const std::stri
     if (slot >= 0 && isUserLocked(slot)) return {credential_check::locked, slot};
 
     credential_check check;
-    if (slot >= 0 && UtilCheckUserPassword(slot, password.c_str()) == 0) {
+    if (UtilCheckUserPassword(slot, password.c_str()) == 0) {
         check = {credential_check::accepted, slot, UtilGetLANPriv(slot), SESSION_SOURCE_LOCAL};
     } else if (UtilIsHostInterface() &&
                UtilIsExistHostFWUserInfo(user_name.c_str(), password.c_str())) {
@@ -52,8 +60,8 @@ credential_check check_credentials(const std::string& user_name, const std::stri
     if (check.result == credential_check::accepted) {
         if (slot >= 0) ClearBadPwdRecords(slot);
         UtilSessionAduit(user_name.c_str(), client_ip.c_str(), 1);
-    } else if (slot >= 0) {
-        AddBadPwdRecords(slot);
+    } else {
+        check.log_failure = failure_logged(AddBadPwdRecords(slot));
     }
     return check;
 }

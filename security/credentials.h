@@ -13,6 +13,7 @@ struct credential_check {
     int slot = -1;      // the local user's slot, -1 for others
     int privilege = 0;  // the privilege level granted
     uint8_t source = SESSION_SOURCE_LOCAL;
+    bool log_failure = true;  // a refusal that goes to the event log
 };
 
 // client_ip names the caller in the login audit.

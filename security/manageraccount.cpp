@@ -3,12 +3,14 @@
 #include <iostream>
 
 #include "framework/property_checks.h"
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/result_writer.h"
 #include "platform/libipmi_users.h"
 #include "security/account_writer.h"
 #include "security/role_resources.h"
 #include "security/roles.h"
+#include "security/session_store.h"
 #include "security/snmp_protocols.h"
 
 namespace odata::redfish {
@@ -66,6 +68,17 @@ std::string captured_id(const request_context& context) {
     return context.captures.empty() ? std::string() : context.captures[0];
 }
 
+// A new name ends every session of the account; a new password ends all
+// but the caller's own. A new role needs nothing: sessions take the
+// account's current role at every request.
+void end_replaced_sessions(const request_context& context, const account_record& account,
+                           const account_changes& changes) {
+    if (changes.user_name)
+        remove_account_sessions(account.slot, 0);
+    else if (changes.password)
+        remove_account_sessions(account.slot, context.session_id);
+}
+
 result_record account_removed() {
     result_record removed{"OemAccountRemoved", "The account was successfully removed.", {}};
     add_message(removed, "Base.1.10.AccountRemoved");
@@ -78,7 +91,8 @@ manageraccount::manageraccount(request_context& context)
     : manageraccount(context, context.capture_number(0)) {}
 
 manageraccount::manageraccount(request_context& context, int account_id)
-    : redfish(context, "ManagerAccount", "v1_5_0", "User Account", account_uri(account_id)),
+    : redfish(context, "ManagerAccount", std::string(schema_file_of("ManagerAccount").version),
+              "User Account", account_uri(account_id)),
       account_id_(account_id) {}
 
 account_record manageraccount::existing_account() const {
@@ -114,10 +128,13 @@ int manageraccount::patch(request_context& context) {
     result_record result = general_error();
     const account_changes changes =
         read_account_request(request, {false, account.slot, context.uri}, result);
-    if (changes.enabled == false && UtilIsUserActivateSession(account.slot))
+    if (changes.enabled == false && account.slot == reserved_administrator_slot)
+        add_property_message(result, "Base.1.10.PropertyNotWritable", "Enabled");
+    else if (changes.enabled == false && UtilIsUserActivateSession(account.slot))
         add_message(result, "TWR.1.0.OemUserDisableFail", {account.user_name}, {"/Enabled"});
     if (!result.entries.empty()) throw_http_result(400, result);
     if (!modify_account(account, changes)) throw_http_error(400, "Base.1.10.AccountNotModified");
+    end_replaced_sessions(context, account, changes);
     std::cout << "Status: 204 No Content\r\n";
     return 0;
 }

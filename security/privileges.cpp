@@ -2,8 +2,9 @@
 
 #include <string_view>
 
-#include "platform/libipmi_users.h"
+#include "security/account_slots.h"
 #include "security/roles.h"
+#include "security/session_store.h"
 
 namespace odata::redfish {
 namespace {
@@ -44,14 +45,19 @@ int member_id(std::string_view path) {
     return std::stoi(std::string(last));
 }
 
+// Ownership goes by the caller's slot: a name may have been given to
+// another user since.
 bool is_own(const request_context& context, own_target own) {
     int id = member_id(context.uri);
     if (id == 0) return false;
-    if (own == own_target::session) return id == context.session_id;
-    if (own != own_target::account || id > MAX_USER_SLOTS) return false;
-    St_UserInfo info{};
-    LibSetUserIndex(id - 1);
-    return LibInitUserInfo(&info) == 0 && info.key != 0 && context.user_name == info.name;
+    if (own == own_target::session) {
+        if (id == context.session_id) return true;
+        std::optional<St_RedfishSession> session = find_session(id);
+        return session && context.account_slot >= 0 &&
+               session->account_slot == context.account_slot;
+    }
+    return own == own_target::account && context.account_slot >= 0 &&
+           slot_of_account(id) == context.account_slot;
 }
 
 }  // namespace

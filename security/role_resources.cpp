@@ -1,5 +1,6 @@
 #include "security/role_resources.h"
 
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "security/roles.h"
 
@@ -28,7 +29,7 @@ int rolecollection::get(request_context&) {
 }
 
 role::role(request_context& context)
-    : redfish(context, "Role", "v1_2_3", "User Role",
+    : redfish(context, "Role", std::string(schema_file_of("Role").version), "User Role",
               role_uri(context.captures.empty() ? "" : context.captures[0])) {}
 
 int role::get(request_context& context) {

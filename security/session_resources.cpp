@@ -2,6 +2,8 @@
 
 #include <iostream>
 
+#include "framework/property_checks.h"
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/message_table.h"
 #include "security/auth.h"
@@ -18,39 +20,39 @@ constexpr const char* collection_uri = "/redfish/v1/SessionService/Sessions";
 // headers, and the web server sends no body with a 204.
 void answer_no_content() { std::cout << "Status: 204 No Content\r\n"; }
 
-// Collects the messages of one SessionService property.
-struct session_service_patch {
+// What a PATCH stores: the settings as they are, changed by the request.
+struct session_service_changes {
     long timeout = sessionserviceconfig::session_timeout();
     bool enabled = sessionserviceconfig::service_enabled();
-    result_record result = general_error();
+};
 
-    void apply(const std::string& name, const boost::json::value& value) {
-        const std::string text = boost::json::serialize(value);
-        if (name == "SessionTimeout") {
-            if (!value.is_int64() && !value.is_uint64()) {
-                add_message(result, "Base.1.10.PropertyValueTypeError", {text, name}, {"/" + name});
-            } else if (value.to_number<long>() < min_session_timeout ||
-                       value.to_number<long>() > max_session_timeout) {
-                add_message(result, "Base.1.10.PropertyValueFormatError", {text, name},
-                            {"/" + name});
-            } else {
-                timeout = value.to_number<long>();
-            }
-        } else if (name == "ServiceEnabled") {
-            if (!value.is_bool())
-                add_message(result, "Base.1.10.PropertyValueTypeError", {text, name}, {"/" + name});
-            else
-                enabled = value.get_bool();
-        } else {
-            add_message(result, "Base.1.10.PropertyUnknown", {name}, {"/" + name});
-        }
-    }
+void read_session_timeout(const request_member& member, session_service_changes& changes,
+                          result_record& result) {
+    std::optional<long> timeout =
+        require_integer_up_to(member.value, max_session_timeout, member.path, result);
+    if (timeout && *timeout < min_session_timeout)
+        add_value_message(result, "Base.1.10.PropertyValueFormatError", shown_value(member.value),
+                          member.path);
+    else if (timeout)
+        changes.timeout = *timeout;
+}
+
+void read_service_enabled(const request_member& member, session_service_changes& changes,
+                          result_record& result) {
+    if (std::optional<bool> enabled = require_boolean(member.value, member.path, result))
+        changes.enabled = *enabled;
+}
+
+const patch_property<session_service_changes> session_service_properties[] = {
+    {"ServiceEnabled", read_service_enabled},
+    {"SessionTimeout", read_session_timeout},
 };
 
 }  // namespace
 
 sessionservice::sessionservice(request_context& context)
-    : redfish(context, "SessionService", "v1_1_8", "Session Service", service_uri) {}
+    : redfish(context, "SessionService", std::string(schema_file_of("SessionService").version),
+              "Session Service", service_uri) {}
 
 int sessionservice::get(request_context&) {
     set_common_properties();
@@ -63,13 +65,14 @@ int sessionservice::get(request_context&) {
 }
 
 int sessionservice::patch(request_context& context) {
-    boost::json::value body = context.body_json();
-    if (!body.is_object() || body.get_object().empty())
-        throw_http_error(400, "Base.1.10.EmptyJSON");
-    session_service_patch patch;
-    for (const auto& [name, value] : body.get_object()) patch.apply(name, value);
-    if (!patch.result.entries.empty()) throw_http_result(400, patch.result);
-    if (!sessionserviceconfig::store(patch.timeout, patch.enabled))
+    const boost::json::value body = context.body_json();
+    session_service_changes changes;
+    result_record result = general_error();
+    for (const auto& [name, value] : request_object(body))
+        read_patch_property(session_service_properties,
+                            {std::string(name), value, std::string(name)}, changes, result);
+    if (!result.entries.empty()) throw_http_result(400, result);
+    if (!sessionserviceconfig::store(changes.timeout, changes.enabled))
         throw_http_error(500, "Base.1.10.InternalError");
     answer_no_content();
     return 0;
@@ -86,7 +89,13 @@ int sessionscollection::get(request_context&) {
     return 0;
 }
 
+// The login: the login authenticator checks the body's credentials.
+bool sessionscollection::authenticates_itself(int method) const { return method == POST; }
+
+// A disabled session service opens no new sessions; those open stay.
 int sessionscollection::post(request_context& context) {
+    if (!sessionserviceconfig::service_enabled())
+        throw_http_error(403, "Base.1.10.AccessDenied", {collection_uri});
     std::shared_ptr<auth> login = make_authenticator(context, login_mode);
     context.authenticator = login;
     authenticate(context, *login);
@@ -99,14 +108,16 @@ int sessionscollection::post(request_context& context) {
 sessions::sessions(request_context& context) : sessions(context, context.capture_number(0)) {}
 
 sessions::sessions(request_context& context, int id)
-    : redfish(context, "Session", "v1_3_0", "Session", session_uri(id)), id_(id) {}
+    : redfish(context, "Session", std::string(schema_file_of("Session").version), "Session",
+              session_uri(id)),
+      id_(id) {}
 
 int sessions::get(request_context&) {
     std::optional<St_RedfishSession> record = find_session(id_);
     if (!record) throw_http(404);
     set_common_properties();
     set("Description", "Manager User Session");
-    set("UserName", record->user_name);
+    set("UserName", session_user_name(*record));
     set("ClientOriginIPAddress", record->client_ip);
     set("Oem", boost::json::object());
     return 0;

@@ -25,6 +25,8 @@ namespace fs = boost::filesystem;
 constexpr char token_alphabet[] = "abcdefghijklmnopqrstuvwxyz1234567890";
 constexpr char record_prefix[] = "redfish_";
 constexpr const char* sessions_uri = "/redfish/v1/SessionService/Sessions/";
+constexpr const char* scratch_prefix = ".scratch-";
+constexpr const char* temporary_suffix = ".tmp";
 constexpr int event_login = 146;
 constexpr int event_logout = 147;
 
@@ -53,8 +55,17 @@ std::string record_path(const std::string& token) {
     return platform::bmc_path("/tmp/" + std::string(record_prefix) + token);
 }
 
-fs::path session_directory(int id) {
-    return platform::bmc_path("/tmp/www/redfish/v1/SessionService/Sessions/" + std::to_string(id));
+fs::path sessions_directory() {
+    return platform::bmc_path("/tmp/www/redfish/v1/SessionService/Sessions");
+}
+
+fs::path session_directory(int id) { return sessions_directory() / std::to_string(id); }
+
+// Where a session's directory is built before it is renamed into place, and
+// where it goes on removal before it is deleted. Only numeric names are
+// sessions, so the collection never lists these.
+fs::path scratch_directory(int id) {
+    return sessions_directory() / (scratch_prefix + std::to_string(id));
 }
 
 bool well_formed_token(const std::string& token) {
@@ -72,24 +83,28 @@ std::string draw_token() {
 
 std::optional<St_RedfishSession> read_record(const std::string& path) {
     St_RedfishSession record{};
-    int fd = open(path.c_str(), O_RDONLY);
+    int fd = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
     if (fd < 0) return std::nullopt;
     ssize_t got = read(fd, &record, sizeof record);
     close(fd);
     if (got != static_cast<ssize_t>(sizeof record)) return std::nullopt;
     record.token[SESSION_TOKEN_LEN] = '\0';
-    record.user_name[sizeof record.user_name - 1] = '\0';
     record.last_use[sizeof record.last_use - 1] = '\0';
+    record.client_ip[sizeof record.client_ip - 1] = '\0';
     return record;
 }
 
-// Replaces the record through a temporary file, readable by the owner only.
+// Replaces the record through a private temporary file; the caller holds
+// the store lock, so the temporary's name is free unless a killed process
+// left it, and then it is stale.
 bool write_record(const St_RedfishSession& record) {
     const std::string path = record_path(record.token);
-    const std::string temporary = path + ".tmp";
-    int fd = open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    const std::string temporary = path + temporary_suffix;
+    unlink(temporary.c_str());
+    int fd = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (fd < 0) return false;
-    bool written = write(fd, &record, sizeof record) == static_cast<ssize_t>(sizeof record);
+    bool written =
+        write(fd, &record, sizeof record) == static_cast<ssize_t>(sizeof record) && fsync(fd) == 0;
     written = close(fd) == 0 && written;
     if (written && rename(temporary.c_str(), path.c_str()) == 0) return true;
     unlink(temporary.c_str());
@@ -104,38 +119,103 @@ bool expired(const St_RedfishSession& record, long now, long timeout) {
     return now - std::strtol(record.last_use, nullptr, 10) > timeout;
 }
 
+bool valid_id(int id) { return id >= 1 && id <= max_sessions; }
+
+// Calls visit with the name of every entry of a directory.
+template <typename Visit>
+void for_each_entry(const std::string& path, Visit visit) {
+    DIR* directory = opendir(path.c_str());
+    if (!directory) return;
+    while (dirent* entry = readdir(directory)) visit(std::string(entry->d_name));
+    closedir(directory);
+}
+
 // Every session record in /tmp, whatever its state.
 std::vector<St_RedfishSession> all_records() {
     std::vector<St_RedfishSession> records;
     const std::string tmp = platform::bmc_path("/tmp");
-    DIR* directory = opendir(tmp.c_str());
-    if (!directory) return records;
-    while (dirent* entry = readdir(directory)) {
-        if (std::strncmp(entry->d_name, record_prefix, 8) != 0) continue;
-        if (!well_formed_token(entry->d_name + 8)) continue;
-        if (auto record = read_record(tmp + "/" + entry->d_name)) records.push_back(*record);
-    }
-    closedir(directory);
+    for_each_entry(tmp, [&](const std::string& name) {
+        if (name.compare(0, 8, record_prefix) != 0 || !well_formed_token(name.substr(8))) return;
+        if (auto record = read_record(tmp + "/" + name)) records.push_back(*record);
+    });
     return records;
 }
 
-// Removes the session's files; the caller holds the store lock.
-void remove_locked(const St_RedfishSession& record) {
-    const std::string record_file = record_path(record.token);
-    const std::string marker =
-        platform::bmc_path("/tmp/rf_launch_ikvm_uid_" + std::to_string(record.session_id));
-    const fs::path directory = session_directory(record.session_id);
+void remove_directory(const fs::path& directory) {
     boost::system::error_code ignored;
-    console_log("delete %s\n", session_uri(record.session_id).c_str());
-    unlink(record_file.c_str());
-    unlink(marker.c_str());
     fs::remove_all(directory, ignored);
-    LibSaveSysEvtLog(event_logout, 0, session_uri(record.session_id).c_str());
 }
 
-bool make_served_directory(int id) {
+// Removes the session's files; the caller holds the store lock. The rename
+// ends the session in one step; what follows only tidies up.
+void remove_locked(const St_RedfishSession& record) {
+    const int id = record.session_id;
+    console_log("delete %s\n", session_uri(id).c_str());
+    if (valid_id(id)) {
+        remove_directory(scratch_directory(id));
+        boost::system::error_code ignored;
+        fs::rename(session_directory(id), scratch_directory(id), ignored);
+        remove_directory(scratch_directory(id));
+        unlink(platform::bmc_path("/tmp/rf_launch_ikvm_uid_" + std::to_string(id)).c_str());
+    }
+    unlink(record_path(record.token).c_str());
+    LibSaveSysEvtLog(event_logout, 0, session_uri(id).c_str());
+}
+
+// A record of a session that is not in place: its process was killed
+// before the rename, or its id is out of range.
+bool half_made(const St_RedfishSession& record) {
+    return !valid_id(record.session_id) || !fs::is_directory(session_directory(record.session_id));
+}
+
+// Removes the temporary records and scratch directories that a killed
+// process left; the caller holds the store lock.
+void remove_litter() {
+    const std::string tmp = platform::bmc_path("/tmp");
+    const size_t token_end = 8 + SESSION_TOKEN_LEN;
+    for_each_entry(tmp, [&](const std::string& name) {
+        if (name.size() == token_end + std::strlen(temporary_suffix) &&
+            name.compare(0, 8, record_prefix) == 0 &&
+            well_formed_token(name.substr(8, SESSION_TOKEN_LEN)) &&
+            name.compare(token_end, std::string::npos, temporary_suffix) == 0)
+            unlink((tmp + "/" + name).c_str());
+    });
+    for_each_entry(sessions_directory().string(), [](const std::string& name) {
+        if (name.compare(0, std::strlen(scratch_prefix), scratch_prefix) == 0)
+            remove_directory(sessions_directory() / name);
+    });
+}
+
+// Frees the ids whose directory has no record.
+void remove_unrecorded_directories(const std::vector<St_RedfishSession>& records) {
+    for (int id : session_ids()) {
+        bool recorded =
+            std::any_of(records.begin(), records.end(),
+                        [id](const St_RedfishSession& r) { return r.session_id == id; });
+        if (!recorded) {
+            console_log("delete %s\n", session_uri(id).c_str());
+            remove_directory(session_directory(id));
+        }
+    }
+}
+
+void sweep_locked(long timeout) {
+    const long now = lx_time_get();
+    remove_litter();
+    std::vector<St_RedfishSession> kept;
+    for (St_RedfishSession& record : all_records()) {
+        if (half_made(record) || expired(record, now, timeout) || !follow_account(record))
+            remove_locked(record);
+        else
+            kept.push_back(record);
+    }
+    remove_unrecorded_directories(kept);
+}
+
+bool make_scratch_directory(int id) {
     boost::system::error_code error;
-    const fs::path directory = session_directory(id);
+    const fs::path directory = scratch_directory(id);
+    remove_directory(directory);
     fs::create_directories(directory, error);
     if (error) return false;
     fs::create_symlink(platform::bmc_path("/tmp/web/bin/index.fcgi"), directory / "index.fcgi",
@@ -149,31 +229,52 @@ std::string client_address() {
     return address;
 }
 
+St_RedfishSession new_record(const session_owner& owner, int id) {
+    St_RedfishSession record{};
+    set_last_use(record, lx_time_get());
+    std::memcpy(record.user_name, owner.user_name.data(),
+                std::min(owner.user_name.size(), sizeof record.user_name));
+    std::strncpy(record.client_ip, client_address().c_str(), sizeof record.client_ip - 1);
+    record.session_id = id;
+    record.privilege = owner.privilege;
+    const std::string token = draw_token();
+    std::memcpy(record.token, token.c_str(), SESSION_TOKEN_LEN + 1);
+    record.source = owner.source;
+    record.account_slot = static_cast<int8_t>(owner.account_slot);
+    record.account_key = owner.account_key;
+    return record;
+}
+
+// Record first, then the directory renamed into place: a process killed
+// before the rename leaves a half-made session that the sweep removes.
+bool create_locked(const St_RedfishSession& record) {
+    const int id = record.session_id;
+    boost::system::error_code error;
+    if (make_scratch_directory(id) && write_record(record)) {
+        fs::rename(scratch_directory(id), session_directory(id), error);
+        if (!error) return true;
+    }
+    unlink(record_path(record.token).c_str());
+    remove_directory(scratch_directory(id));
+    return false;
+}
+
 }  // namespace
 
 std::string session_uri(int id) { return sessions_uri + std::to_string(id); }
 
-std::optional<opened_session> open_session(const std::string& user_name, int privilege,
-                                           uint8_t source) {
+std::optional<opened_session> open_session(const session_owner& owner) {
+    if (owner.user_name.size() > sizeof St_RedfishSession::user_name) return std::nullopt;
+    const long timeout = sessionserviceconfig::session_timeout();
     St_RedfishSession record{};
     {
         store_lock hold;
+        sweep_locked(timeout);
         int id = 1;
         while (id <= max_sessions && fs::exists(session_directory(id))) ++id;
-        if (id > max_sessions || !make_served_directory(id)) return std::nullopt;
-        const std::string token = draw_token();
-        set_last_use(record, lx_time_get());
-        std::strncpy(record.user_name, user_name.c_str(), sizeof record.user_name - 1);
-        std::strncpy(record.client_ip, client_address().c_str(), sizeof record.client_ip - 1);
-        record.session_id = id;
-        record.privilege = privilege;
-        std::memcpy(record.token, token.c_str(), SESSION_TOKEN_LEN + 1);
-        record.source = source;
-        if (!write_record(record)) {
-            boost::system::error_code ignored;
-            fs::remove_all(session_directory(id), ignored);
-            return std::nullopt;
-        }
+        if (id > max_sessions) return std::nullopt;
+        record = new_record(owner, id);
+        if (!create_locked(record)) return std::nullopt;
     }
     LibSaveSysEvtLog(event_login, 0, sessions_uri);
     return opened_session{record.session_id, record.token, session_uri(record.session_id)};
@@ -184,10 +285,11 @@ std::optional<St_RedfishSession> validate_token(const std::string& token) {
     const long timeout = sessionserviceconfig::session_timeout();
     store_lock hold;
     std::optional<St_RedfishSession> record = read_record(record_path(token));
-    if (!record || CRYPTO_memcmp(record->token, token.data(), SESSION_TOKEN_LEN) != 0)
+    if (!record || CRYPTO_memcmp(record->token, token.data(), SESSION_TOKEN_LEN) != 0 ||
+        half_made(*record))
         return std::nullopt;
     const long now = lx_time_get();
-    if (expired(*record, now, timeout)) {
+    if (expired(*record, now, timeout) || !follow_account(*record)) {
         remove_locked(*record);
         return std::nullopt;
     }
@@ -199,9 +301,13 @@ std::optional<St_RedfishSession> validate_token(const std::string& token) {
 void remove_expired_sessions() {
     const long timeout = sessionserviceconfig::session_timeout();
     store_lock hold;
-    const long now = lx_time_get();
+    sweep_locked(timeout);
+}
+
+void remove_account_sessions(int slot, int kept) {
+    store_lock hold;
     for (const auto& record : all_records()) {
-        if (expired(record, now, timeout)) remove_locked(record);
+        if (record.account_slot == slot && record.session_id != kept) remove_locked(record);
     }
 }
 
@@ -226,7 +332,7 @@ std::optional<St_RedfishSession> find_session(int id) {
 std::vector<int> session_ids() {
     std::vector<int> ids;
     boost::system::error_code error;
-    fs::directory_iterator entries(session_directory(0).parent_path(), error);
+    fs::directory_iterator entries(sessions_directory(), error);
     for (fs::directory_iterator end; !error && entries != end; entries.increment(error)) {
         const std::string name = entries->path().filename().string();
         if (!name.empty() && name.size() <= 4 &&

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/session_record.h"
+#include "security/session_account.h"
 
 namespace odata::redfish {
 
@@ -20,15 +21,21 @@ struct opened_session {
 };
 
 // Opens a session for an authenticated user; none when all ids are taken.
-std::optional<opened_session> open_session(const std::string& user_name, int privilege,
-                                           uint8_t source);
+// The session exists from the one rename that puts its directory in place.
+std::optional<opened_session> open_session(const session_owner& owner);
 
-// The record of a valid token; refreshes its last use. An expired session
-// is removed and gives none.
+// The record of a valid token, with its account's current privilege;
+// refreshes its last use. A session that has expired or whose account is
+// gone, disabled or renamed is removed and gives none.
 std::optional<St_RedfishSession> validate_token(const std::string& token);
 
-// Removes every session idle for longer than the timeout.
+// The sweep: removes every session idle for longer than the timeout or
+// whose account has gone, and what killed processes left behind: records
+// without a directory, directories without a record, temporary files.
 void remove_expired_sessions();
+
+// Removes the sessions of a local user's slot except the one with id kept.
+void remove_account_sessions(int slot, int kept);
 
 // Removes the session with this id; false when there is none.
 bool remove_session(int id);

@@ -4,6 +4,7 @@
 
 #include <iostream>
 
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/result_writer.h"
 #include "platform/bmc_root.h"
@@ -48,7 +49,8 @@ void drop_staged_bios() {
 }  // namespace
 
 task::task(request_context& context)
-    : redfish(context, "Task", "v1_4_3", "", task_uri(context.capture_number(0))) {}
+    : redfish(context, "Task", std::string(schema_file_of("Task").version), "",
+              task_uri(context.capture_number(0))) {}
 
 int task::get(request_context& context) {
     const TaskInfo info = requested_task(context);

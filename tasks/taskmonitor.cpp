@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/status_line.h"
 #include "platform/libtask.h"
@@ -32,7 +33,7 @@ bool read_monitored_task(const request_context& context, TaskInfo& info) {
 }  // namespace
 
 taskmonitor::taskmonitor(request_context& context)
-    : redfish(context, "Task", "v1_4_3", "", context.uri) {}
+    : redfish(context, "Task", std::string(schema_file_of("Task").version), "", context.uri) {}
 
 int taskmonitor::get(request_context& context) {
     TaskInfo info{};

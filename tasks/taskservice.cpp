@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "framework/property_checks.h"
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi.h"
 #include "platform/libtask.h"
@@ -19,7 +20,8 @@ constexpr std::string_view read_only_properties[] = {"Id", "Name", "DateTime",
 }  // namespace
 
 taskservice::taskservice(request_context& context)
-    : redfish(context, "TaskService", "v1_1_3", "Tasks Service", task_service_uri) {}
+    : redfish(context, "TaskService", std::string(schema_file_of("TaskService").version),
+              "Tasks Service", task_service_uri) {}
 
 int taskservice::get(request_context&) {
     TaskServiceConfig config{};

@@ -1,5 +1,6 @@
 #include "update/firmwareinventory.h"
 
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "update/firmware_components.h"
 #include "update/update_uris.h"
@@ -39,7 +40,8 @@ firmwareinventory::firmwareinventory(request_context& context)
 
 firmwareinventory::firmwareinventory(request_context& context, std::string uri,
                                      bool updateable_only)
-    : redfish(context, "SoftwareInventory", "v1_2_3", "", std::move(uri)),
+    : redfish(context, "SoftwareInventory",
+              std::string(schema_file_of("SoftwareInventory").version), "", std::move(uri)),
       updateable_only_(updateable_only) {}
 
 int firmwareinventory::get(request_context& context) {

@@ -1,5 +1,6 @@
 #include "update/updateservice.h"
 
+#include "framework/schema_files.h"
 #include "update/update_uris.h"
 
 namespace odata::redfish {
@@ -25,7 +26,8 @@ boost::json::object oem() {
 }  // namespace
 
 updateservice::updateservice(request_context& context)
-    : redfish(context, "UpdateService", "v1_8_0", "Update Service", update_service_uri) {}
+    : redfish(context, "UpdateService", std::string(schema_file_of("UpdateService").version),
+              "Update Service", update_service_uri) {}
 
 int updateservice::get(request_context&) {
     set_common_properties();

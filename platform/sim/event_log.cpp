@@ -11,7 +11,9 @@
 
 #include "platform/bmc_root.h"
 #include "platform/libipmi.h"
+#include "platform/libsel.h"
 #include "platform/libweb.h"
+#include "platform/sim/logged_alerts.h"
 #include "platform/sim/sim_file.h"
 
 namespace json = boost::json;
@@ -122,21 +124,46 @@ bool clear_event_log() {
 
 }  // namespace platform
 
+namespace {
+
 // One whole line appended under the log's lock, so that lines of concurrent
 // processes never mix; a failed write is cut off again so that it cannot
 // spoil the next line.
-extern "C" int LibSaveSysEvtLog(int event_code, int argument, const char* text) {
+bool append_event_line(int event_code, int argument, const char* text) {
     std::string path = platform::event_log_file();
-    if (!platform::sim::make_parent_dirs(path)) return -1;
+    if (!platform::sim::make_parent_dirs(path)) return false;
     platform::sim::unique_fd fd(
         ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644));
-    if (!fd.valid()) return -1;
+    if (!fd.valid()) return false;
     platform::sim::file_lock lock(fd.get(), LOCK_EX);
     struct stat before;
-    if (!lock.locked() || ::fstat(fd.get(), &before) != 0) return -1;
+    if (!lock.locked() || ::fstat(fd.get(), &before) != 0) return false;
     std::string line = event_line(event_code, argument, text);
-    if (platform::sim::write_all(fd.get(), line.data(), line.size())) return 0;
+    if (platform::sim::write_all(fd.get(), line.data(), line.size())) return true;
     if (::ftruncate(fd.get(), before.st_size) != 0)
         console_log("[ERROR] LibSaveSysEvtLog: %s: partial line left\n", path.c_str());
-    return -1;
+    return false;
 }
+
+}  // namespace
+
+// Events that are alerts go out once they are logged, after the log's lock.
+extern "C" int LibSaveSysEvtLog(int event_code, int argument, const char* text) {
+    if (!append_event_line(event_code, argument, text)) return -1;
+    platform::sim::raise_logged_alert(event_code, argument, text ? text : "");
+    return 0;
+}
+
+extern "C" int LibVisitSysEvtLog(int (*visit)(const St_SelRecord* record, void* context),
+                                 void* context) {
+    if (!visit) return -1;
+    int visited = 0;
+    for (const platform::event_record& stored : platform::read_event_log()) {
+        const St_SelRecord record{stored.time, stored.code, stored.argument, stored.text.c_str()};
+        ++visited;
+        if (visit(&record, context) != 0) break;
+    }
+    return visited;
+}
+
+extern "C" int LibClearSysEvtLog(void) { return platform::clear_event_log() ? 0 : -1; }

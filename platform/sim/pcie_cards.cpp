@@ -1,4 +1,6 @@
 // Add-in cards whose chips have sensors in the SDR.
+#include <iterator>
+
 #include "platform/libpcie.h"
 #include "platform/sim/sdr_repository.h"
 
@@ -13,6 +15,15 @@ constexpr card_sensor card_sensors[] = {
     {"OCP_NIC Temp", 1},
 };
 
+// The OCP slot holds network adapter 1; the two riser slots are empty.
+constexpr St_PcieSlot slots[] = {
+    {1, 4, 16, 1, 1},
+    {2, 4, 16, 0, 0},
+    {3, 4, 8, 0, 0},
+};
+
+constexpr int slot_count = static_cast<int>(std::size(slots));
+
 }  // namespace
 
 extern "C" int PcieCardGetChip(uint8_t sensor_number, int* card_index) {
@@ -25,4 +36,13 @@ extern "C" int PcieCardGetChip(uint8_t sensor_number, int* card_index) {
         }
     }
     return PLT_ERR_NOT_FOUND;
+}
+
+extern "C" int PcieGetSlotCount(void) { return slot_count; }
+
+extern "C" int PcieGetSlot(int index, St_PcieSlot* slot) {
+    if (!slot) return PLT_ERR_ARGUMENT;
+    if (index < 0 || index >= slot_count) return PLT_ERR_NOT_FOUND;
+    *slot = slots[index];
+    return PLT_OK;
 }

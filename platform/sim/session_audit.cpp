@@ -25,8 +25,9 @@ std::string printable(const char* text) {
     return result;
 }
 
-// Whether the regular file at path holds a session record of user.
-bool record_names(const std::string& path, const std::string& user) {
+// Whether the regular file at path holds a session record of the user with
+// this slot and record key.
+bool record_of(const std::string& path, int slot, uint32_t key) {
     platform::sim::unique_fd fd(
         ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
     struct stat status;
@@ -36,8 +37,7 @@ bool record_names(const std::string& path, const std::string& user) {
     St_RedfishSession record;
     if (::pread(fd.get(), &record, sizeof record, 0) != static_cast<ssize_t>(sizeof record))
         return false;
-    std::string name(record.user_name, strnlen(record.user_name, sizeof record.user_name));
-    return name == user;
+    return record.account_slot == slot && record.account_key == key;
 }
 
 }  // namespace
@@ -60,17 +60,17 @@ extern "C" int UtilSessionAduit(const char* name, const char* client_ip, int log
     return lock.locked() && platform::sim::write_all(fd.get(), line.data(), line.size()) ? 0 : -1;
 }
 
-// Some record <root>/tmp/redfish_* names the slot's user (the records are
-// read; their file names prove nothing).
+// Some record <root>/tmp/redfish_* belongs to the slot's current user (the
+// records are read; their file names prove nothing).
 extern "C" int UtilIsUserActivateSession(int slot) {
-    std::string user = platform::user_slot_name(slot);
-    if (user.empty()) return 0;
+    const uint32_t key = platform::user_slot_key(slot);
+    if (key == 0) return 0;
     std::string directory = platform::bmc_path("/tmp");
     std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(directory.c_str()), ::closedir);
     if (!listing) return 0;
     while (const dirent* entry = ::readdir(listing.get())) {
         if (std::strncmp(entry->d_name, "redfish_", 8) == 0 &&
-            record_names(directory + '/' + entry->d_name, user))
+            record_of(directory + '/' + entry->d_name, slot, key))
             return 1;
     }
     return 0;

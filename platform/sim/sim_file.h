@@ -3,8 +3,11 @@
 
 #include <sys/types.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <string>
+#include <string_view>
 
 namespace platform::sim {
 
@@ -25,6 +28,14 @@ bool replace_file(const std::string& path, const std::string& content, mode_t mo
 
 // Reads the whole file; false when it cannot be opened or read.
 bool read_file(const std::string& path, std::string& text);
+
+// Copies text into a fixed-size field, cut to fit, with a NUL.
+template <std::size_t size>
+void copy_text(char (&field)[size], std::string_view text) {
+    const std::size_t length = std::min(text.size(), size - 1);
+    std::memcpy(field, text.data(), length);
+    field[length] = '\0';
+}
 
 // Owns an open descriptor.
 class unique_fd {

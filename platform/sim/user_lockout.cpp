@@ -182,13 +182,15 @@ lockout_policy read_lockout_policy() {
     lockout_policy policy;
     boost::property_tree::ptree tree;
     if (!sim::read_ini(account_policy_file(), tree)) return policy;
-    policy.threshold = at_least_zero(
-        tree.get_optional<long long>("AccountService.AccountLockoutThreshold").value_or(0));
-    policy.duration = at_least_zero(
-        tree.get_optional<long long>("AccountService.AccountLockoutDuration").value_or(300));
+    policy.threshold =
+        at_least_zero(tree.get_optional<long long>("AccountService.AccountLockoutThreshold")
+                          .value_or(policy.threshold));
+    policy.duration =
+        at_least_zero(tree.get_optional<long long>("AccountService.AccountLockoutDuration")
+                          .value_or(policy.duration));
     policy.reset_after =
         at_least_zero(tree.get_optional<long long>("AccountService.AccountLockoutCounterResetAfter")
-                          .value_or(300));
+                          .value_or(policy.reset_after));
     policy.enabled =
         tree.get_optional<long long>("AccountService.AccountLockoutEnabled").value_or(1) != 0;
     return policy;
@@ -228,29 +230,31 @@ extern "C" int isUserLocked(int slot) {
     });
 }
 
+// A slot without a user (a name that is no user) costs the same locked
+// write as a bad password of a user, so the time of the answer tells
+// nothing; it records nothing.
 extern "C" int AddBadPwdRecords(int slot) {
-    if (!valid_slot(slot)) return -1;
     platform::lockout_policy policy = platform::read_lockout_policy();
-    uint32_t key = platform::user_slot_key(slot);
-    if (key == 0) return -1;
+    uint32_t key = valid_slot(slot) ? platform::user_slot_key(slot) : 0;
     return with_lockout(-1, [&](lockout_table& table, bool& changed) {
+        changed = true;
+        if (key == 0) return -1;
         long long time = now();
         slot_lockout* entry = entry_of(table, slot, key, changed);
         if (!entry) {
             entry = &table[slot];
             entry->key = key;
         }
-        changed = true;
         age(*entry, policy, time);
         if (entry->locked) return 0;  // a locked account collects no records
         entry->failures.push_back(time);
-        if (lockout_active(policy) &&
-            static_cast<long long>(entry->failures.size()) >= policy.threshold) {
+        const int counted = static_cast<int>(entry->failures.size());
+        if (lockout_active(policy) && counted >= policy.threshold) {
             entry->locked = true;
             entry->locked_at = time;
             entry->failures.clear();
         }
-        return 0;
+        return counted;
     });
 }
 

@@ -1,10 +1,10 @@
 // Lockout of the simulated BMC's users.
 //
 // Policy: <root>/nv/redfish/accountservice.ini, section [AccountService]:
-//   AccountLockoutThreshold          bad passwords that lock (0: never; default 0)
-//   AccountLockoutDuration           seconds locked (0: until UnlockUser; default 300)
+//   AccountLockoutThreshold          bad passwords that lock (0: never; default 5)
+//   AccountLockoutDuration           seconds locked (0: until UnlockUser; default 60)
 //   AccountLockoutCounterResetAfter  seconds a bad password counts (0: until
-//                                    cleared; default 300)
+//                                    cleared; default 60)
 //   AccountLockoutEnabled            0 or 1 (default 1)
 // It is read at every call, so a changed policy holds at once.
 //
@@ -31,9 +31,9 @@ std::string lockout_file();
 std::string account_policy_file();
 
 struct lockout_policy {
-    long long threshold = 0;
-    long long duration = 300;
-    long long reset_after = 300;
+    long long threshold = 5;
+    long long duration = 60;
+    long long reset_after = 60;
     bool enabled = true;
 };
 

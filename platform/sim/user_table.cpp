@@ -15,6 +15,7 @@
 #include "platform/bmc_root.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
+#include "platform/sim/alert_table.h"
 #include "platform/sim/password_hash.h"
 #include "platform/sim/sim_file.h"
 
@@ -262,7 +263,10 @@ bool commit(table_state& table) {
         table.dirty.fill(false);
         table.identity = current_identity();
     } else {
+        // A refused change must not reach the file with a later commit.
         console_log("[ERROR] PSCommit: cannot write %s: %s\n", path.c_str(), std::strerror(errno));
+        table.dirty.fill(false);
+        table.loaded = false;
     }
     if (own_lock.valid()) ::flock(own_lock.get(), LOCK_UN);
     return written;
@@ -360,6 +364,7 @@ seed_result seed_first_administrator(const std::string& name, const std::string&
 // ---------------------------------------------------------------- lock
 
 extern "C" int lx_mutex_get(int mutex_id) {
+    if (mutex_id == ALERT_TABLE_MUTEX) return platform::lock_alert_table() ? 0 : -1;
     if (mutex_id != USER_TABLE_MUTEX) return -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     table_state& table = state();
@@ -380,6 +385,10 @@ extern "C" int lx_mutex_get(int mutex_id) {
 }
 
 extern "C" int lx_mutex_put(int mutex_id) {
+    if (mutex_id == ALERT_TABLE_MUTEX) {
+        platform::unlock_alert_table();
+        return 0;
+    }
     if (mutex_id != USER_TABLE_MUTEX) return -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     table_state& table = state();
@@ -455,16 +464,19 @@ extern "C" int UtilFindUser(const char* name) {
     return -1;
 }
 
+// A name that is no user costs one hash like a wrong password does, so the
+// time of the answer does not tell the two apart.
 extern "C" int UtilCheckUserPassword(int slot, const char* password) {
-    if (!valid_slot(slot) || !password) return -1;
+    static const std::string dummy = platform::sim::hash_secret("no user has this password");
+    if (!password) return -1;
     std::string stored;
-    {
+    if (valid_slot(slot)) {
         std::lock_guard<std::recursive_mutex> hold(guard);
         const slot_record& record = loaded_table().slots[slot];
-        if (!record.used()) return -1;
-        stored = record.password;
+        if (record.used()) stored = record.password;
     }
-    return !stored.empty() && platform::sim::verify_secret(stored, password) ? 0 : -1;
+    const bool matches = platform::sim::verify_secret(stored.empty() ? dummy : stored, password);
+    return !stored.empty() && matches ? 0 : -1;
 }
 
 extern "C" int UtilSetUserName(int slot, const char* name) {
@@ -523,6 +535,9 @@ extern "C" int clear_user_privilege(int slot) {
 }
 
 extern "C" int PSCommit(void) {
+    // The alert table commits on its own: its changes never come with the
+    // user table's.
+    if (platform::alert_table_changed()) return platform::commit_alert_table() ? 0 : -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     return commit(state()) ? 0 : -1;
 }

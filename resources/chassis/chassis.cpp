@@ -3,11 +3,11 @@
 #include <cstdio>
 #include <iostream>
 
+#include "framework/device_uuid.h"
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
 #include "frontend/exception_http.h"
-#include "platform/device_guid.h"
 #include "platform/libipmi_sensors.h"
 #include "platform/libipmi_users.h"
 #include "resources/chassis/chassis_fru.h"
@@ -40,22 +40,10 @@ std::string board_id_text(uint32_t board_id) {
     return text;
 }
 
-// 8-4-4-4-12 hexadecimal digits; empty when the BMC has none.
-std::string device_guid_text() {
-    unsigned char guid[16];
-    if (GetDeviceGUID(guid) != 0) return {};
-    char text[37];
-    std::snprintf(text, sizeof text,
-                  "%02x%02x%02x%02x-%02x%02x-%02x%02x-%02x%02x-%02x%02x%02x%02x%02x%02x", guid[0],
-                  guid[1], guid[2], guid[3], guid[4], guid[5], guid[6], guid[7], guid[8], guid[9],
-                  guid[10], guid[11], guid[12], guid[13], guid[14], guid[15]);
-    return text;
-}
-
 boost::json::object oem_object(const std::optional<chassis_fru>& fru) {
     boost::json::object tarnwright{{"@odata.type", "#TwrChassisExtensions.v1_0_0.Chassis"}};
     if (fru) tarnwright["BoardSerialNumber"] = fru->board_serial_number;
-    tarnwright["GUID"] = device_guid_text();
+    tarnwright["GUID"] = device_uuid_text();
     if (fru) tarnwright["BoardID"] = board_id_text(fru->board_id);
     return {{"Tarnwright", std::move(tarnwright)}};
 }

@@ -17,7 +17,7 @@ constexpr name_pattern temperature_patterns[] = {
     {"DIMM", "Memory"},       {"CPU", "CPU"},           {"GPU", "ASIC"},
     {"Xeon Phi", "ASIC"},     {"NIC", "ASIC"},          {"PLX", "ASIC"},
     {"SSD", "StorageDevice"}, {"HDD", "StorageDevice"}, {"BPN", "Backplane"},
-    {"Chassis", "Backplane"},
+    {"Chassis", "Backplane"}, {"Inlet", "Intake"},
 };
 
 constexpr name_pattern voltage_patterns[] = {

@@ -11,6 +11,7 @@
 #include "framework/ini_settings.h"
 #include "platform/bmc_root.h"
 #include "platform/libbios.h"
+#include "resources/systems/bios_attributes.h"
 
 namespace odata::redfish {
 namespace {
@@ -22,24 +23,12 @@ constexpr size_t max_boot_uri_length = 255;
 
 constexpr const char* attributes_file = "/tmp/attributes.json";
 constexpr const char* saving_result_file = "/tmp/user_saving_result.json";
-constexpr const char* http_boot_request_file = "/tmp/user_save_to_bios.json";
 constexpr const char* boot_next_request_file = "/tmp/boot_save_to_bios.json";
 constexpr const char* bios_setting_file = "/nv/bios/bios_setting";
 constexpr const char* bios_feature_flag_file = "/nv/bios/bios_feature_flag";
 constexpr const char* hii_restore_setting_file = "/tmp/HII/bios_restore_setting";
 constexpr const char* restore_setting_files[] = {"/tmp/boot_restore_setting",
                                                  "/tmp/bios_restore_setting"};
-
-// The file's JSON object; empty when it is missing, empty or not an object.
-boost::json::object read_json_object(const char* bmc_file) {
-    std::ifstream file(platform::bmc_path(bmc_file));
-    std::stringstream text;
-    text << file.rdbuf();
-    boost::system::error_code error;
-    boost::json::value value = boost::json::parse(text.str(), error);
-    if (error || !value.is_object()) return {};
-    return std::move(value.get_object());
-}
 
 std::string boot_uri_in(const boost::json::object& document, std::string_view group) {
     const boost::json::value* attributes = document.if_contains(group);
@@ -70,6 +59,16 @@ bool names_ipv6_host(std::string_view uri) {
 }
 
 }  // namespace
+
+boost::json::object read_json_object(const char* bmc_file) {
+    std::ifstream file(platform::bmc_path(bmc_file));
+    std::stringstream text;
+    text << file.rdbuf();
+    boost::system::error_code error;
+    boost::json::value value = boost::json::parse(text.str(), error);
+    if (error || !value.is_object()) return {};
+    return std::move(value.get_object());
+}
 
 std::optional<std::string> http_boot_uri() {
     const std::string uri = file_exists(saving_result_file)
@@ -110,15 +109,13 @@ bool is_http_boot_uri(std::string_view uri) {
     return std::all_of(uri.begin(), uri.end(), [](char c) { return c > ' ' && c < 0x7f; });
 }
 
+// Joins the other pending BIOS changes, which it must not drop.
 bool write_http_boot_request(const std::string& uri) {
-    const boost::json::object request{
-        {"Attributes",
-         {{"HTTPBootPolicy", uri.empty() ? "Apply to each LAN" : "Boot Priority #1 instantly"},
-          {"SelectIPv4orIPv6", names_ipv6_host(uri) ? "IPv6" : "IPv4"},
-          {"BootDescription", "Redfish"},
-          {"BootURI", uri}}}};
-    return WriteConfigFile(http_boot_request_file, boost::json::serialize(request).c_str()) ==
-           PLT_OK;
+    return add_pending_bios_attributes(
+        {{"HTTPBootPolicy", uri.empty() ? "Apply to each LAN" : "Boot Priority #1 instantly"},
+         {"SelectIPv4orIPv6", names_ipv6_host(uri) ? "IPv6" : "IPv4"},
+         {"BootDescription", "Redfish"},
+         {"BootURI", uri}});
 }
 
 bool write_boot_next_request(const std::string& option) {

@@ -12,12 +12,17 @@
 //                                 /tmp/boot_restore_setting or /tmp/bios_restore_setting without
 #pragma once
 
+#include <boost/json.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace odata::redfish {
+
+// The JSON object in a BIOS file; empty when it is missing, empty or not
+// an object.
+boost::json::object read_json_object(const char* bmc_file);
 
 // The BIOS's HTTP boot URI, pending or current; null when the BIOS has no
 // such attribute (HTTP boot not supported).

@@ -1,5 +1,5 @@
-// The ResetActionInfo resource. Only the system's is served; the manager's
-// path answers 404 until the manager has a reset table of its own.
+// The ResetActionInfo resources of the system and of the manager, each
+// listing the reset types of its own action.
 #pragma once
 
 #include "framework/common_actioninfo.h"
@@ -9,13 +9,12 @@ namespace odata::redfish {
 class resetactioninfo : public common_actioninfo {
 public:
     explicit resetactioninfo(request_context& context);
-    int get(request_context& context) override;
 
 protected:
     const actioninfo_parameters* parameters() const override;
 
 private:
-    bool for_system_;
+    bool for_manager_;
 };
 
 }  // namespace odata::redfish

@@ -1,12 +1,9 @@
 #include "resources/systems/system.h"
 
-#include <iostream>
-
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
 #include "frontend/exception_http.h"
-#include "frontend/result_writer.h"
 #include "platform/libbios.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_sensors.h"
@@ -36,6 +33,9 @@ constexpr const char* collection_links[][2] = {
 };
 
 constexpr int bios_version_size = 64;
+// The host's serial port is shared: one console session at a time.
+constexpr int serial_console_sessions = 1;
+constexpr int serial_console_ssh_port = 2200;
 
 std::string system_path(const char* path) { return std::string(system_uri) + path; }
 
@@ -51,6 +51,13 @@ boost::json::object oem_object() {
     if (at_p_St_GlobalVar->node_manager_present)
         tarnwright["NodeManager"] = link(system_path("/Oem/Tarnwright/NodeManager"));
     return {{"Tarnwright", std::move(tarnwright)}};
+}
+
+// Serial over LAN through IPMI, and the same console through the BMC's SSH.
+boost::json::object serial_console() {
+    return {{"MaxConcurrentSessions", serial_console_sessions},
+            {"IPMI", {{"ServiceEnabled", true}}},
+            {"SSH", {{"ServiceEnabled", true}, {"Port", serial_console_ssh_port}}}};
 }
 
 boost::json::object processor_summary(const smbios_inventory& inventory) {
@@ -83,6 +90,7 @@ int system::get(request_context&) {
     set("IndicatorLED", indicator_led_state());
     set("PowerState", power_state_text());
     set("Boot", boot_object());
+    set("SerialConsole", serial_console());
     set_collection_links();
     set("Links", boost::json::object{{"Chassis", link_array("/redfish/v1/Chassis/1")},
                                      {"ManagedBy", link_array("/redfish/v1/Managers/1")}});
@@ -123,11 +131,6 @@ int system::patch(request_context& context) {
     if (!apply_system_changes(changes)) throw_http_error(500, "Base.1.10.InternalError");
     answer_success();
     return 0;
-}
-
-void system::answer_success() {
-    std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n";
-    set_body(render_result({"Success", "Successfully Completed Request.", {}}));
 }
 
 }  // namespace odata::redfish

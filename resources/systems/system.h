@@ -11,10 +11,6 @@ public:
     int get(request_context& context) override;
     int patch(request_context& context) override;
 
-    // "Status: 200 OK" and the "Success" message, for the system's changes
-    // and actions; send-response completes the answer.
-    void answer_success();
-
 private:
     void set_smbios_properties();
     void set_collection_links();

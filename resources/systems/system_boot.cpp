@@ -31,6 +31,8 @@ boost::json::object boot_object() {
     boot["BootSourceOverrideMode"] = setting_name(override_mode_settings(), bytes[0]);
     const std::string target = shown_override_target(bytes, boot_next_pending(), has_http_uri);
     if (!target.empty()) boot["BootSourceOverrideTarget"] = target;
+    // The boot flags name devices, never a UEFI device path.
+    boot["UefiTargetBootSourceOverride"] = nullptr;
     boot["BootSourceOverrideTarget@Redfish.AllowableValues"] = allowable_targets();
     if (http_uri) boot["HttpBootUri"] = *http_uri;
     const bios_boot_options options = read_bios_boot_options();

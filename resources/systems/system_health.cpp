@@ -1,10 +1,7 @@
-// GCC 12 reports a false maybe-uninitialized inside libstdc++'s <regex>.
-#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
-
 #include "resources/systems/system_health.h"
 
 #include <algorithm>
-#include <regex>
+#include <string_view>
 
 #include "platform/libipmi.h"
 #include "platform/libipmi_sensors.h"
@@ -16,12 +13,22 @@ int system_health_code() {
     return code == SENSOR_HEALTH_OK ? UtilCheckAllMemHealthAndTemp() : code;
 }
 
+namespace {
+
+// "CPU1 Temp", "CPU2 DTS Temp": the processors' temperature sensors.
+bool processor_temperature(std::string_view id) {
+    constexpr std::string_view prefix = "CPU", suffix = "Temp";
+    return id.size() >= prefix.size() + suffix.size() && id.substr(0, prefix.size()) == prefix &&
+           id.substr(id.size() - suffix.size()) == suffix;
+}
+
+}  // namespace
+
 int processor_health_code() {
-    static const std::regex processor_temperature("CPU.*Temp");
     int worst = SENSOR_HEALTH_OK;
     for (int i = 0; i < at_p_St_GlobalVar->sensor_count; ++i) {
         const St_SensorData& record = at_St_SensorData[i];
-        if (!std::regex_match(record.id_string, processor_temperature)) continue;
+        if (!processor_temperature(record.id_string)) continue;
         worst =
             std::max(worst, UtilGetSensorCurrStatus(record.sensor_number, SENSOR_STATUS_HEALTH));
     }

@@ -7,6 +7,7 @@
 #include "platform/libipmi_chassis.h"
 #include "platform/libsmbios.h"
 #include "platform/libweb.h"
+#include "resources/systems/smbios_lists.h"
 
 namespace odata::redfish {
 namespace {
@@ -17,22 +18,6 @@ std::string fixed_text(const char (&field)[size]) {
 }
 
 std::string or_dash(const char* text) { return text ? text : "-"; }
-
-// Releases the lists however the reading ends.
-class smbios_lists {
-public:
-    ~smbios_lists() { FreeSMBiosData(&data_); }
-    int parse() {
-        int result = GetType1List(&data_);
-        if (result == PLT_OK) result = GetType4List(&data_);
-        if (result == PLT_OK) result = GetType17List(&data_);
-        return result;
-    }
-    const St_SMBiosData& data() const { return data_; }
-
-private:
-    St_SMBiosData data_{};
-};
 
 smbios_inventory inventory_of(const St_SMBiosData& data) {
     smbios_inventory inventory;

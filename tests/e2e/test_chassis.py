@@ -272,6 +272,7 @@ def test_thermal_lists_temperatures_and_fans(bmc, admin):
     assert temperatures["CPU1_DIMM_A1 Temp"]["PhysicalContext"] == "Memory"
     assert temperatures["OCP_NIC Temp"]["RelatedItem"] == [{"@odata.id": CHASSIS + "/NetworkAdapters/1"}]
     assert temperatures["HDD Temp"]["PhysicalContext"] == "StorageDevice"
+    assert temperatures["Inlet Temp"]["PhysicalContext"] == "Intake"
     assert temperatures["CPU1 Temp"]["ReadingCelsius"] == 45
     assert (temperatures["CPU1 Temp"]["UpperThresholdCritical"], temperatures["CPU1 Temp"]["UpperThresholdFatal"]) \
         == (90, 95)

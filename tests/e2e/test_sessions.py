@@ -102,7 +102,7 @@ def test_session_used_within_timeout_stays(closed_bmc):
 def test_failed_basic_request_is_logged_and_answered_with_the_uri(closed_bmc):
     bmc = closed_bmc
     before = len(bmc.events())
-    answer = bmc.basic_session(bmc.admin_user, "wrong-password").get(bmc.url("/redfish/v1/SessionService"))
+    answer = bmc.basic_session("nobody", "wrong-password").get(bmc.url("/redfish/v1/SessionService"))
     assert answer.status_code == 401
     assert answer.headers["WWW-Authenticate"] == 'Basic realm="redfish"'
     validate_messages(answer.json())
@@ -116,10 +116,10 @@ def test_failed_basic_request_is_logged_and_answered_with_the_uri(closed_bmc):
 def test_failed_login_answers_401_without_body(closed_bmc):
     bmc = closed_bmc
     before = len(bmc.events())
-    answer = bmc.login(password="not-the-password")
+    answer = bmc.login(user="nobody", password="not-the-password")
     assert answer.status_code == 401 and answer.content == b""
     assert [event["code"] for event in bmc.events()[before:]] == [137]
-    assert bmc.login(user="nobody", password="whatever1").status_code == 401
+    assert bmc.login(password="whatever1").status_code == 401
 
 
 def test_locked_account_is_refused_even_with_its_password(closed_bmc):
@@ -171,6 +171,11 @@ def test_conditional_and_version_headers(closed_bmc):
     assert unchanged.status_code == 304 and unchanged.content == b""
     assert admin.get(bmc.url("/redfish/v1/SessionService"),
                      headers={"If-None-Match": '"0000"'}).status_code == 200
+    # None-Match answers 204 with the current tag when the client's differs.
+    differs = admin.get(bmc.url("/redfish/v1/SessionService"), headers={"None-Match": '"0000"'})
+    assert differs.status_code == 204 and differs.headers["ETag"] == etag
+    same = admin.get(bmc.url("/redfish/v1/SessionService"), headers={"None-Match": etag})
+    assert same.status_code == 200 and same.headers["ETag"] == etag
 
     old = admin.get(bmc.url("/redfish/v1/SessionService"), headers={"OData-Version": "3.0"})
     assert old.status_code == 412
@@ -205,12 +210,19 @@ def test_session_service_settings(closed_bmc):
     validate(admin.get(service).json())
     assert admin.get(service).json()["SessionTimeout"] == 600
     for body in ({"SessionTimeout": 29}, {"SessionTimeout": "600"}, {"Unknown": 1},
+                 {"SessionTimeout": 2 ** 63}, {"SessionTimeout": 2 ** 64 + 1},
                  {"SessionTimeout": 300, "ServiceEnabled": "yes"}):
         answer = admin.patch(service, json=body)
         assert answer.status_code == 400, body
         validate_messages(answer.json())
         assert answer.json()["error"]["code"] == "Base.v1_10_3.GeneralError"
     assert admin.get(service).json()["SessionTimeout"] == 600
+    for body in ([], "text", 2 ** 64):  # answered as every resource answers them
+        for uri in (service, bmc.url("/redfish/v1/AccountService")):
+            answer = admin.patch(uri, json=body)
+            assert answer.status_code == 400, (uri, body)
+            assert [entry["MessageId"] for entry in answer.json()["error"]["@Message.ExtendedInfo"]] == \
+                ["Base.1.10.UnrecognizedRequestBody"]
     malformed = admin.patch(service, data=b"{not json", headers={"Content-Type": "application/json"})
     assert malformed.status_code == 400
     assert malformed.json()["error"]["@Message.ExtendedInfo"][0]["MessageId"] == "Base.1.10.MalformedJSON"

@@ -16,7 +16,7 @@ RESET_INFO = SYSTEM + "/ResetActionInfo"
 GET_ORDER = [
     "@odata.id", "@odata.type", "Id", "Name", "Description", "Status", "SerialNumber", "PartNumber",
     "SystemType", "BiosVersion", "Manufacturer", "Model", "SKU", "UUID", "ProcessorSummary",
-    "MemorySummary", "IndicatorLED", "PowerState", "Boot", "Processors", "Memory", "EthernetInterfaces",
+    "MemorySummary", "IndicatorLED", "PowerState", "Boot", "SerialConsole", "Processors", "Memory", "EthernetInterfaces",
     "NetworkInterfaces", "SimpleStorage", "Storage", "LogServices", "SecureBoot", "Bios", "Links",
     "Actions", "Oem"]
 BOOT_SOURCES = ["None", "Pxe", "Hdd", "Diags", "Cd", "BiosSetup", "Usb", "RemoteDrive"]
@@ -129,7 +129,7 @@ def test_collection_lists_the_one_system(bmc, admin):
 def test_system_reads_the_simulated_host_in_order(bmc, system):
     body = system()
     assert list(body) == GET_ORDER
-    assert body["@odata.type"] == "#ComputerSystem.v1_10_0.ComputerSystem"
+    assert body["@odata.type"] == "#ComputerSystem.v1_13_0.ComputerSystem"
     assert (body["Id"], body["Description"]) == ("1", "Description of server")
     assert body["Status"] == {"State": "Enabled", "Health": "OK", "HealthRollup": "OK"}
 
@@ -154,8 +154,9 @@ def test_system_reads_the_simulated_host_in_order(bmc, system):
     assert (body["IndicatorLED"], body["PowerState"]) == ("Off", "On")
     assert body["Boot"] == {
         "BootSourceOverrideEnabled": "Disabled", "BootSourceOverrideMode": "Legacy",
-        "BootSourceOverrideTarget": "None",
+        "BootSourceOverrideTarget": "None", "UefiTargetBootSourceOverride": None,
         "BootSourceOverrideTarget@Redfish.AllowableValues": BOOT_SOURCES + ["UefiHttp"]}
+    assert body["SerialConsole"]["IPMI"]["ServiceEnabled"] and body["SerialConsole"]["SSH"]["ServiceEnabled"]
     assert body["Bios"] == {"@odata.id": SYSTEM + "/Bios"}
     assert body["Links"] == {"Chassis": [{"@odata.id": "/redfish/v1/Chassis/1"}],
                              "ManagedBy": [{"@odata.id": "/redfish/v1/Managers/1"}]}
@@ -469,4 +470,3 @@ def test_reset_action_info_lists_the_reset_types(bmc, admin):
     assert (body["@odata.id"], body["Id"]) == (RESET_INFO, "ResetActionInfo")
     assert body["Parameters"][0]["AllowableValues"] == [
         "On", "ForceOff", "GracefulShutdown", "GracefulRestart", "ForceRestart", "Nmi", "ForceOn"]
-    assert admin.get(bmc.url("/redfish/v1/Managers/1/ResetActionInfo"), timeout=10).status_code == 404

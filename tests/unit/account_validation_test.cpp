@@ -41,7 +41,7 @@ boost::json::array args_of(const result_record& result, std::size_t index = 0) {
                                          : boost::json::array();
 }
 
-class account_validation : public sim_testing::sim_root {
+class AccountValidation : public sim_testing::sim_root {
 protected:
     result_record result = general_error();
 
@@ -54,7 +54,7 @@ protected:
     }
 };
 
-TEST_F(account_validation, user_names_take_4_to_15_characters_without_blanks) {
+TEST_F(AccountValidation, UserNamesTake4To15CharactersWithoutBlanks) {
     EXPECT_EQ(validate_user_name(value("abcdefghijklmno"), 3, action, result), "abcdefghijklmno");
     EXPECT_EQ(validate_user_name(value("abcd"), 3, action, result), "abcd");
     EXPECT_TRUE(result.entries.empty());
@@ -67,14 +67,14 @@ TEST_F(account_validation, user_names_take_4_to_15_characters_without_blanks) {
     }
 }
 
-TEST_F(account_validation, user_name_must_be_a_non_empty_string) {
+TEST_F(AccountValidation, UserNameMustBeANonEmptyString) {
     EXPECT_FALSE(validate_user_name(value(42), 3, action, result));
     EXPECT_FALSE(validate_user_name(value(""), 3, action, result));
     EXPECT_EQ(ids(result), std::vector<std::string>(2, "Base.1.10.PropertyValueTypeError"));
     EXPECT_EQ(args_of(result, 1), (boost::json::array{"is an empty string", "UserName"}));
 }
 
-TEST_F(account_validation, a_name_of_another_slot_is_a_duplicate_but_its_own_is_not) {
+TEST_F(AccountValidation, ANameOfAnotherSlotIsADuplicateButItsOwnIsNot) {
     add_user(4, "carol");
     EXPECT_EQ(validate_user_name(value("carol"), 4, action, result), "carol");
     EXPECT_FALSE(validate_user_name(value("carol"), 5, action, result));
@@ -82,7 +82,7 @@ TEST_F(account_validation, a_name_of_another_slot_is_a_duplicate_but_its_own_is_
     EXPECT_EQ(args_of(result), (boost::json::array{action, "UserName"}));
 }
 
-TEST_F(account_validation, passwords_take_8_to_20_characters_and_are_never_shown) {
+TEST_F(AccountValidation, PasswordsTake8To20CharactersAndAreNeverShown) {
     EXPECT_TRUE(validate_password(value("12345678"), result));
     EXPECT_TRUE(validate_password(value("12345678901234567890"), result));
     EXPECT_TRUE(result.entries.empty());
@@ -100,7 +100,7 @@ TEST_F(account_validation, passwords_take_8_to_20_characters_and_are_never_shown
     EXPECT_EQ(ids(result), std::vector<std::string>(2, "Base.1.10.PropertyValueTypeError"));
 }
 
-TEST_F(account_validation, password_complexity_applies_only_while_it_is_on) {
+TEST_F(AccountValidation, PasswordComplexityAppliesOnlyWhileItIsOn) {
     EXPECT_TRUE(validate_password(value("abcdefgh"), result));
     ASSERT_TRUE(platform::set_sim_setting("Users.PasswordComplexity", "1"));
     EXPECT_FALSE(validate_password(value("abcdefgh"), result));
@@ -108,7 +108,7 @@ TEST_F(account_validation, password_complexity_applies_only_while_it_is_on) {
     EXPECT_TRUE(validate_password(value("Abcdef1!"), result));
 }
 
-TEST_F(account_validation, role_ids_map_to_privilege_levels) {
+TEST_F(AccountValidation, RoleIdsMapToPrivilegeLevels) {
     EXPECT_EQ(validate_role_id(value("Administrator"), 3, result), PRIV_ADMINISTRATOR);
     EXPECT_EQ(validate_role_id(value("Operator"), 3, result), PRIV_OPERATOR);
     EXPECT_EQ(validate_role_id(value("ReadOnly"), 16, result), PRIV_USER);
@@ -121,7 +121,7 @@ TEST_F(account_validation, role_ids_map_to_privilege_levels) {
                                                      "Base.1.10.PropertyValueFormatError"}));
 }
 
-TEST_F(account_validation, the_reserved_administrator_keeps_its_role) {
+TEST_F(AccountValidation, TheReservedAdministratorKeepsItsRole) {
     EXPECT_FALSE(validate_role_id(value("Administrator"), 2, result));
     EXPECT_EQ(ids(result), ids_of("Base.1.10.PropertyNotWritable"));
     result_record not_text = general_error();
@@ -129,7 +129,7 @@ TEST_F(account_validation, the_reserved_administrator_keeps_its_role) {
     EXPECT_EQ(ids(not_text), ids_of("Base.1.10.PropertyValueFormatError"));
 }
 
-TEST_F(account_validation, snmp_protocols_come_from_their_lists) {
+TEST_F(AccountValidation, SnmpProtocolsComeFromTheirLists) {
     auto settings = validate_snmp(
         parse(R"({"AuthenticationProtocol":"HMAC_SHA96","EncryptionProtocol":"CFB128_AES128"})"),
         unknown_property::in_patch(), result);
@@ -145,7 +145,7 @@ TEST_F(account_validation, snmp_protocols_come_from_their_lists) {
                                                      "Base.1.10.PropertyNotWritable"}));
 }
 
-TEST_F(account_validation, snmp_keys_need_8_characters_of_both_cases_and_digits) {
+TEST_F(AccountValidation, SnmpKeysNeed8CharactersOfBothCasesAndDigits) {
     EXPECT_TRUE(is_legal_snmp_key("Abcdefg1"));
     for (const char* illegal : {"Abcdef1", "abcdefg1", "ABCDEFG1", "Abcdefgh"})
         EXPECT_FALSE(is_legal_snmp_key(illegal));
@@ -155,7 +155,7 @@ TEST_F(account_validation, snmp_keys_need_8_characters_of_both_cases_and_digits)
     EXPECT_EQ(boost::json::serialize(result.entries).find("abcdefg1"), std::string::npos);
 }
 
-TEST_F(account_validation, unknown_members_are_reported_as_the_request_kind_asks) {
+TEST_F(AccountValidation, UnknownMembersAreReportedAsTheRequestKindAsks) {
     EXPECT_FALSE(
         validate_snmp(parse(R"({"Community":"x"})"), unknown_property::in_post(action), result));
     EXPECT_FALSE(
@@ -165,7 +165,7 @@ TEST_F(account_validation, unknown_members_are_reported_as_the_request_kind_asks
     EXPECT_EQ(args_of(result, 0), (boost::json::array{action, "SNMP/Community"}));
 }
 
-TEST_F(account_validation, account_types_are_a_non_empty_list_of_redfish_and_snmp) {
+TEST_F(AccountValidation, AccountTypesAreANonEmptyListOfRedfishAndSnmp) {
     EXPECT_TRUE(validate_account_types(parse(R"(["Redfish","SNMP"])"), result));
     EXPECT_FALSE(validate_account_types(parse("[]"), result));
     EXPECT_FALSE(validate_account_types(parse(R"(["Redfish","IPMI"])"), result));
@@ -176,7 +176,7 @@ TEST_F(account_validation, account_types_are_a_non_empty_list_of_redfish_and_snm
     EXPECT_EQ(args_of(result, 0), (boost::json::array{"is an empty array", "AccountTypes"}));
 }
 
-TEST_F(account_validation, locked_may_only_be_cleared) {
+TEST_F(AccountValidation, LockedMayOnlyBeCleared) {
     EXPECT_TRUE(validate_unlock(value(false), result));
     EXPECT_FALSE(validate_unlock(value(true), result));
     EXPECT_FALSE(validate_unlock(value("false"), result));
@@ -184,7 +184,7 @@ TEST_F(account_validation, locked_may_only_be_cleared) {
                                                      "Base.1.10.PropertyValueTypeError"}));
 }
 
-TEST_F(account_validation, lockout_values_have_inclusive_ranges) {
+TEST_F(AccountValidation, LockoutValuesHaveInclusiveRanges) {
     EXPECT_EQ(
         require_integer_up_to(value(0), max_lockout_threshold, "AccountLockoutThreshold", result),
         0);
@@ -216,7 +216,7 @@ TEST_F(account_validation, lockout_values_have_inclusive_ranges) {
                   "Base.1.10.PropertyValueTypeError", "Base.1.10.PropertyValueTypeError"}));
 }
 
-TEST_F(account_validation, a_post_reports_every_missing_and_refused_property_at_once) {
+TEST_F(AccountValidation, APostReportsEveryMissingAndRefusedPropertyAtOnce) {
     const boost::json::value body = parse(R"({"Enabled":"yes","Id":"7","Shell":"/bin/sh"})");
     read_account_request(body.as_object(), {true, 3, action}, result);
     EXPECT_EQ(ids(result),
@@ -226,7 +226,7 @@ TEST_F(account_validation, a_post_reports_every_missing_and_refused_property_at_
                   "Base.1.10.PropertyNotWritable", "Base.1.10.ActionParameterUnknown"}));
 }
 
-TEST_F(account_validation, a_patch_reads_only_what_it_names) {
+TEST_F(AccountValidation, APatchReadsOnlyWhatItNames) {
     const boost::json::value body =
         parse(R"({"Password":"Secret-123","Enabled":false,"Locked":false,"Shell":1})");
     account_changes changes =
@@ -238,7 +238,7 @@ TEST_F(account_validation, a_patch_reads_only_what_it_names) {
     EXPECT_FALSE(changes.user_name || changes.privilege || changes.snmp);
 }
 
-TEST(service_address, scheme_host_and_port) {
+TEST(ServiceAddress, SchemeHostAndPort) {
     for (const char* good :
          {"ldap://dir.example", "ldaps://dir.example:636", "ldap://10.0.0.5:389/dc=example",
           "ldap://[fd00::5]:389", "ldaps://[fd00::5]", "ldap://host:65535"})
@@ -252,7 +252,7 @@ TEST(service_address, scheme_host_and_port) {
         EXPECT_EQ(check_service_address(bad_port), address_fault::bad_port) << bad_port;
 }
 
-TEST(service_address, each_refused_entry_gets_its_message) {
+TEST(ServiceAddress, EachRefusedEntryGetsItsMessage) {
     result_record result = general_error();
     EXPECT_FALSE(validate_service_addresses(parse(R"(["ldap://a:389","ftp://b","ldap://c:x",7])"),
                                             "LDAP/ServiceAddresses", result));
@@ -265,7 +265,7 @@ TEST(service_address, each_refused_entry_gets_its_message) {
               std::vector<std::string>{"ldaps://[::1]:636"});
 }
 
-TEST(directory_text, must_be_a_non_empty_text_the_settings_file_keeps) {
+TEST(DirectoryText, MustBeANonEmptyTextTheSettingsFileKeeps) {
     result_record result = general_error();
     EXPECT_EQ(
         validate_directory_text(value("cn=bmc,dc=example"), "LDAP/Authentication/Username", result),
@@ -281,7 +281,7 @@ TEST(directory_text, must_be_a_non_empty_text_the_settings_file_keeps) {
     EXPECT_EQ(boost::json::serialize(result.entries).find(" secret"), std::string::npos);
 }
 
-class role_mappings : public ::testing::Test {
+class RoleMappings : public ::testing::Test {
 protected:
     const std::vector<role_mapping> stored{{"alice", "", "Operator"},
                                            {"", "admins", "Administrator"}};
@@ -292,7 +292,7 @@ protected:
     }
 };
 
-TEST_F(role_mappings, empty_objects_keep_null_removes_objects_change_or_add) {
+TEST_F(RoleMappings, EmptyObjectsKeepNullRemovesObjectsChangeOrAdd) {
     auto mappings =
         patch(R"([null, {"LocalRole":"ReadOnly"}, {"RemoteUser":"bob","LocalRole":"Operator"}])");
     ASSERT_TRUE(mappings) << boost::json::serialize(result.entries);
@@ -306,7 +306,7 @@ TEST_F(role_mappings, empty_objects_keep_null_removes_objects_change_or_add) {
     EXPECT_EQ((*kept)[0].remote_user, "alice");
 }
 
-TEST_F(role_mappings, refusals) {
+TEST_F(RoleMappings, Refusals) {
     EXPECT_FALSE(patch(R"([{}, {}, {}])"));
     EXPECT_FALSE(patch(R"([{}, {}, {"LocalRole":"Operator"}])"));
     EXPECT_FALSE(patch(R"([{}, {}, {"RemoteUser":"carol"}])"));
@@ -324,9 +324,9 @@ TEST_F(role_mappings, refusals) {
     EXPECT_EQ(args_of(result, 1), (boost::json::array{"RemoteUser or RemoteGroup"}));
 }
 
-using account_settings = sim_testing::sim_root;
+using AccountSettings = sim_testing::sim_root;
 
-TEST_F(account_settings, the_policy_is_stored_beside_other_keys_for_the_owner_only) {
+TEST_F(AccountSettings, ThePolicyIsStoredBesideOtherKeysForTheOwnerOnly) {
     sim_testing::write_text(path("/nv/redfish/accountservice.ini"),
                             "[AccountService]\nAuthFailureLoggingThreshold=4\n");
     EXPECT_EQ(read_account_policy().lockout_duration, account_policy().lockout_duration);
@@ -343,7 +343,7 @@ TEST_F(account_settings, the_policy_is_stored_beside_other_keys_for_the_owner_on
     EXPECT_EQ(status.st_mode & 0777, 0600u);
 }
 
-TEST_F(account_settings, directory_settings_survive_a_round_trip) {
+TEST_F(AccountSettings, DirectorySettingsSurviveARoundTrip) {
     directory_settings settings;
     settings.enabled = true;
     settings.service_addresses = {"ldaps://[fd00::5]:636", "ldap://dir.example"};
@@ -369,7 +369,7 @@ TEST_F(account_settings, directory_settings_survive_a_round_trip) {
     EXPECT_EQ(read_directory_settings(directory_service::ldap).role_mappings.size(), 1u);
 }
 
-TEST_F(account_settings, one_external_service_at_a_time) {
+TEST_F(AccountSettings, OneExternalServiceAtATime) {
     result_record result = general_error();
     external_account_provider ldap(directory_service::ldap);
     external_account_provider active_directory(directory_service::active_directory);

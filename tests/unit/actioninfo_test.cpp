@@ -99,14 +99,12 @@ TEST(ResetActionInfo, SystemResetTypesAreTheActionsOwnTable) {
     EXPECT_EQ(find_reset_type("On "), nullptr);
 }
 
-TEST(ResetActionInfo, ManagerPathIsNotServedYet) {
+TEST(ResetActionInfo, ManagerListsOnlyItsOwnResetTypes) {
     request_context context;
     context.uri = "/redfish/v1/Managers/1/ResetActionInfo";
     resetactioninfo resource(context);
-    try {
-        resource.get(context);
-        FAIL() << "answered the manager's path";
-    } catch (const exception_http& error) {
-        EXPECT_EQ(error.headers().rfind("Status: 404", 0), 0u);
-    }
+    auto [value, logged] = got(resource, context);
+    EXPECT_EQ(value.at("@odata.id"), "/redfish/v1/Managers/1/ResetActionInfo");
+    EXPECT_EQ(value.at("Parameters").at(0).at("AllowableValues"),
+              (boost::json::array{"GracefulRestart", "ForceRestart"}));
 }

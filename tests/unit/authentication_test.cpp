@@ -29,7 +29,7 @@ std::string base64(const std::string& text) {
     return encoded;
 }
 
-class authentication : public sim_testing::sim_root {
+class Authentication : public sim_testing::sim_root {
 protected:
     void SetUp() override {
         sim_root::SetUp();
@@ -58,7 +58,7 @@ protected:
 
 }  // namespace
 
-TEST_F(authentication, BasicCredentialsOfALocalUser) {
+TEST_F(Authentication, BasicCredentialsOfALocalUser) {
     EXPECT_TRUE(basic_login("admin", "Adm1n-pass"));
     EXPECT_EQ(context.user_name, "admin");
     EXPECT_EQ(context.privilege, PRIV_ADMINISTRATOR);
@@ -69,7 +69,7 @@ TEST_F(authentication, BasicCredentialsOfALocalUser) {
     EXPECT_FALSE(basic_login("admin", ""));
 }
 
-TEST_F(authentication, NamesCompareOnTheirFirstSixteenCharacters) {
+TEST_F(Authentication, NamesCompareOnTheirFirstSixteenCharacters) {
     LibSetUserIndex(3);
     ASSERT_EQ(UtilSetUserName(3, "abcdefghijklmnop"), 0);
     ASSERT_EQ(UtilSetUserPassword(3, "Sixteen-1"), 0);
@@ -80,7 +80,7 @@ TEST_F(authentication, NamesCompareOnTheirFirstSixteenCharacters) {
     EXPECT_EQ(context.privilege, PRIV_OPERATOR);
 }
 
-TEST_F(authentication, LongNamesReachTheChannelRecordOnlyBelow256Characters) {
+TEST_F(Authentication, LongNamesReachTheChannelRecordOnlyBelow256Characters) {
     basic_auth authenticator(context);
     authenticator.user_name = std::string(255, 'n');
     authenticator.password = "whatever1";
@@ -93,7 +93,7 @@ TEST_F(authentication, LongNamesReachTheChannelRecordOnlyBelow256Characters) {
     EXPECT_STREQ(InterfaceInfo->user_name, "before");
 }
 
-TEST_F(authentication, LockedAccountIsRefusedWithItsPassword) {
+TEST_F(Authentication, LockedAccountIsRefusedWithItsPassword) {
     sim_testing::write_text(
         path("/nv/redfish/accountservice.ini"),
         "[AccountService]\nAccountLockoutThreshold=1\nAccountLockoutDuration=60\n"
@@ -109,10 +109,10 @@ TEST_F(authentication, LockedAccountIsRefusedWithItsPassword) {
     }
 }
 
-TEST_F(authentication, FailedLoginIsLoggedAndAnswered401WithoutBody) {
+TEST_F(Authentication, FailedLoginIsLoggedAndAnswered401WithoutBody) {
     setenv("REQUEST_METHOD", "POST", 1);
-    setenv("CONTENT_LENGTH", "40", 1);
-    std::istringstream body(R"({"UserName":"admin","Password":"nope"})");
+    setenv("CONTENT_LENGTH", "41", 1);
+    std::istringstream body(R"({"UserName":"nobody","Password":"nope"})");
     read_request_input(body);
     auto login = make_authenticator(context, login_mode);
     ASSERT_TRUE(login);

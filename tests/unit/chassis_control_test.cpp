@@ -40,9 +40,9 @@ std::vector<logged> events() {
     return result;
 }
 
-using chassis_power = sim_testing::hardware_root;
+using ChassisPower = sim_testing::hardware_root;
 
-TEST_F(chassis_power, a_fresh_host_is_on_and_on_off_are_logged_once) {
+TEST_F(ChassisPower, AFreshHostIsOnAndOnOffAreLoggedOnce) {
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 1);
     EXPECT_EQ(PltCHASSIS_PowerUp(), PLT_OK);
     EXPECT_TRUE(events().empty());
@@ -56,7 +56,7 @@ TEST_F(chassis_power, a_fresh_host_is_on_and_on_off_are_logged_once) {
                                              expected(chassis_event::power_on)}));
 }
 
-TEST_F(chassis_power, graceful_shutdown_takes_effect_after_its_delay) {
+TEST_F(ChassisPower, GracefulShutdownTakesEffectAfterItsDelay) {
     ASSERT_EQ(PltCHASSIS_SoftShutdown(), PLT_OK);
     fake_now += CHASSIS_SOFT_SHUTDOWN_SECONDS - 1;
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 1);
@@ -68,7 +68,7 @@ TEST_F(chassis_power, graceful_shutdown_takes_effect_after_its_delay) {
                                              expected(chassis_event::graceful_shutdown_done)}));
 }
 
-TEST_F(chassis_power, power_up_or_down_cancels_a_pending_shutdown) {
+TEST_F(ChassisPower, PowerUpOrDownCancelsAPendingShutdown) {
     ASSERT_EQ(PltCHASSIS_SoftShutdown(), PLT_OK);
     ASSERT_EQ(PltCHASSIS_PowerUp(), PLT_OK);
     fake_now += 10;
@@ -81,7 +81,7 @@ TEST_F(chassis_power, power_up_or_down_cancels_a_pending_shutdown) {
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 1);
 }
 
-TEST_F(chassis_power, power_cycle_comes_back_on_after_its_interval) {
+TEST_F(ChassisPower, PowerCycleComesBackOnAfterItsInterval) {
     ASSERT_EQ(PltCHASSIS_PowerCycle(5), PLT_OK);
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 0);
     fake_now += 4;
@@ -100,14 +100,14 @@ TEST_F(chassis_power, power_cycle_comes_back_on_after_its_interval) {
                                              expected(chassis_event::power_cycle, 0)}));
 }
 
-TEST_F(chassis_power, power_down_cancels_the_power_on_of_a_cycle) {
+TEST_F(ChassisPower, PowerDownCancelsThePowerOnOfACycle) {
     ASSERT_EQ(PltCHASSIS_PowerCycle(3), PLT_OK);
     ASSERT_EQ(PltCHASSIS_PowerDown(), PLT_OK);
     fake_now += 10;
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 0);
 }
 
-TEST_F(chassis_power, reset_and_diagnostic_interrupt_count_and_need_power) {
+TEST_F(ChassisPower, ResetAndDiagnosticInterruptCountAndNeedPower) {
     ASSERT_EQ(PltCHASSIS_PowerReset(), PLT_OK);
     ASSERT_EQ(PltCHASSIS_PowerReset(), PLT_OK);
     ASSERT_EQ(PltCHASSIS_PulseDiagnosticInterrupt(), PLT_OK);
@@ -126,7 +126,7 @@ TEST_F(chassis_power, reset_and_diagnostic_interrupt_count_and_need_power) {
                                              expected(chassis_event::power_off)}));
 }
 
-TEST_F(chassis_power, another_process_sees_the_change) {
+TEST_F(ChassisPower, AnotherProcessSeesTheChange) {
     ASSERT_EQ(sim_testing::run_in_child([] { return PltCHASSIS_PowerDown() == PLT_OK ? 0 : 1; }),
               0);
     EXPECT_EQ(PltCHASSIS_PowerStatus(), 0);
@@ -134,7 +134,7 @@ TEST_F(chassis_power, another_process_sees_the_change) {
               std::string::npos);
 }
 
-TEST_F(chassis_power, concurrent_resets_are_all_counted) {
+TEST_F(ChassisPower, ConcurrentResetsAreAllCounted) {
     constexpr int children = 6;
     constexpr int resets_each = 5;
     std::vector<pid_t> pids;
@@ -151,14 +151,14 @@ TEST_F(chassis_power, concurrent_resets_are_all_counted) {
     EXPECT_EQ(events().size(), static_cast<std::size_t>(children * resets_each));
 }
 
-TEST_F(chassis_power, an_unwritable_state_is_an_error) {
+TEST_F(ChassisPower, AnUnwritableStateIsAnError) {
     sim_testing::write_text(path("/var/bmc/chassis.ini.lock/x"), "");
     EXPECT_EQ(PltCHASSIS_PowerStatus(), PLT_ERR_IO);
     EXPECT_EQ(PltCHASSIS_PowerDown(), PLT_ERR_IO);
     EXPECT_TRUE(events().empty());
 }
 
-TEST_F(chassis_power, tool_commands) {
+TEST_F(ChassisPower, ToolCommands) {
     EXPECT_EQ(run({"power", "nmi"}), bmcsim::exit_ok);
     EXPECT_EQ(run({"power", "nmi-count"}), bmcsim::exit_ok);
     EXPECT_EQ(out_.str(), "1\n");
@@ -173,9 +173,9 @@ TEST_F(chassis_power, tool_commands) {
 
 // ---------------------------------------------------------------- identify light
 
-using identify_light = sim_testing::hardware_root;
+using IdentifyLight = sim_testing::hardware_root;
 
-TEST_F(identify_light, blink_steady_and_off_set_the_shared_flags) {
+TEST_F(IdentifyLight, BlinkSteadyAndOffSetTheSharedFlags) {
     at_p_St_GlobalVar->identify_state = 1;
     ASSERT_EQ(PltCHASSIS_Identify(IDENTIFY_LIGHT_BLINK), PLT_OK);
     EXPECT_EQ(at_p_St_GlobalVar->identify_blink, 1);
@@ -191,7 +191,7 @@ TEST_F(identify_light, blink_steady_and_off_set_the_shared_flags) {
     EXPECT_EQ(at_p_St_GlobalVar->identify_state, 1);  // the service's own flag
 }
 
-TEST_F(identify_light, other_modes_are_refused) {
+TEST_F(IdentifyLight, OtherModesAreRefused) {
     EXPECT_EQ(PltCHASSIS_Identify(IDENTIFY_LIGHT_ON), PLT_ERR_ARGUMENT);
     EXPECT_EQ(PltCHASSIS_Identify(2), PLT_ERR_ARGUMENT);
     EXPECT_EQ(board->SetIdentifyLight(4), PLT_ERR_ARGUMENT);
@@ -199,7 +199,7 @@ TEST_F(identify_light, other_modes_are_refused) {
     EXPECT_EQ(PltCHASSIS_Identify(IDENTIFY_LIGHT_BLINK), PLT_ERR_STATE);
 }
 
-TEST_F(identify_light, board_tool_commands) {
+TEST_F(IdentifyLight, BoardToolCommands) {
     EXPECT_EQ(run({"board", "identify", "on"}), bmcsim::exit_ok);
     EXPECT_EQ(at_p_St_GlobalVar->identify_lit, 1);
     EXPECT_EQ(run({"board", "node-type", "2"}), bmcsim::exit_ok);
@@ -215,7 +215,7 @@ const std::set<std::string> redfish_boot_sources = {
     "Hdd",        "BiosSetup", "Utilities", "Diags",       "UefiShell",
     "UefiTarget", "SDCard",    "UefiHttp",  "RemoteDrive", "UefiBootNext"};
 
-TEST(boot_tables, seven_rows_and_one_extension_with_distinct_selectors) {
+TEST(BootTables, SevenRowsAndOneExtensionWithDistinctSelectors) {
     ASSERT_EQ(ChassisBootTableSize, 7);
     ASSERT_EQ(ChassisBootTableExtSize, 1);
     EXPECT_STREQ(boot_flags[0].name, "None");

@@ -21,9 +21,9 @@ using platform::directory_provider;
 using sim_testing::file_text;
 using sim_testing::run_in_child;
 
-using directory = sim_testing::sim_root;
+using Directory = sim_testing::sim_root;
 
-TEST_F(directory, providers_are_off_by_default) {
+TEST_F(Directory, ProvidersAreOffByDefault) {
     EXPECT_EQ(UtilGetLdapEnable(), 0);
     EXPECT_EQ(UtilGetNewADEnable(), 0);
     EXPECT_EQ(UtilGetRadiusEnable(), 0);
@@ -34,7 +34,7 @@ TEST_F(directory, providers_are_off_by_default) {
     EXPECT_EQ(privilege, -1);
 }
 
-TEST_F(directory, a_provider_accepts_its_accounts_only_while_enabled) {
+TEST_F(Directory, AProviderAcceptsItsAccountsOnlyWhileEnabled) {
     ASSERT_TRUE(platform::set_directory_account(directory_provider::ldap, "carol", "Carol-Pass1",
                                                 PRIV_OPERATOR));
     ASSERT_TRUE(platform::set_directory_account(directory_provider::ad, "dave", "Dave-Pass1",
@@ -82,7 +82,7 @@ TEST_F(directory, a_provider_accepts_its_accounts_only_while_enabled) {
     EXPECT_NE(AuthLdapProcess2("carol", "Carol-Pass1", &privilege), 0);
 }
 
-TEST_F(directory, accounts_are_stored_hashed_and_can_be_replaced_or_removed) {
+TEST_F(Directory, AccountsAreStoredHashedAndCanBeReplacedOrRemoved) {
     ASSERT_TRUE(platform::set_directory_account(directory_provider::ldap, "carol", "Carol-Pass1",
                                                 PRIV_OPERATOR));
     ASSERT_TRUE(platform::set_directory_account(directory_provider::ldap, "carol", "Carol-Pass2",
@@ -111,7 +111,7 @@ TEST_F(directory, accounts_are_stored_hashed_and_can_be_replaced_or_removed) {
     EXPECT_FALSE(platform::set_directory_account(directory_provider::ldap, "x", "", PRIV_USER));
 }
 
-TEST_F(directory, the_switches_are_the_service_files_and_other_keys_stay) {
+TEST_F(Directory, TheSwitchesAreTheServiceFilesAndOtherKeysStay) {
     sim_testing::write_text(
         path("/nv/redfish/ldap.ini"),
         "[LDAP]\nServiceEnabled=1\nServiceAddresses=ldap://10.0.0.5:389\nUsername=cn=bind\n");
@@ -142,7 +142,7 @@ TEST_F(directory, the_switches_are_the_service_files_and_other_keys_stay) {
 
 // ---------------------------------------------------------------- host interface
 
-TEST_F(directory, the_host_interface_is_off_and_has_no_credential_by_default) {
+TEST_F(Directory, TheHostInterfaceIsOffAndHasNoCredentialByDefault) {
     EXPECT_EQ(UtilIsHostInterface(), 0);
     EXPECT_EQ(UtilIsExistHostFWUserInfo("host", "Host-Pass1"), 0);
     ASSERT_TRUE(platform::set_host_interface(true));
@@ -161,7 +161,7 @@ TEST_F(directory, the_host_interface_is_off_and_has_no_credential_by_default) {
 
 // ---------------------------------------------------------------- lockdown
 
-TEST_F(directory, system_lockdown_is_off_until_set_and_shared) {
+TEST_F(Directory, SystemLockdownIsOffUntilSetAndShared) {
     EXPECT_EQ(GetSetSysLockdownEnable(0, 0), 0);
     EXPECT_EQ(GetSetSysLockdownEnable(1, 1), 0);
     EXPECT_EQ(GetSetSysLockdownEnable(0, 0), 1);
@@ -172,7 +172,7 @@ TEST_F(directory, system_lockdown_is_off_until_set_and_shared) {
 
 // ---------------------------------------------------------------- complexity
 
-TEST_F(directory, password_complexity_is_off_by_default_and_checks_four_classes) {
+TEST_F(Directory, PasswordComplexityIsOffByDefaultAndChecksFourClasses) {
     EXPECT_EQ(UtilGetPasswordComplexity(), 0);
     ASSERT_TRUE(platform::set_sim_setting("Users.PasswordComplexity", "1"));
     EXPECT_EQ(UtilGetPasswordComplexity(), 1);
@@ -189,7 +189,7 @@ TEST_F(directory, password_complexity_is_off_by_default_and_checks_four_classes)
 
 // ---------------------------------------------------------------- audit
 
-TEST_F(directory, the_login_audit_is_one_line_per_event) {
+TEST_F(Directory, TheLoginAuditIsOneLinePerEvent) {
     EXPECT_EQ(UtilSessionAduit("alice", "10.0.0.7", 1), 0);
     EXPECT_EQ(UtilSessionAduit("bad\nname", "10.0.0.8", 0), 0);
     EXPECT_EQ(platform::session_audit_file(), path("/var/log/session_audit.log"));
@@ -201,7 +201,7 @@ TEST_F(directory, the_login_audit_is_one_line_per_event) {
 
 // ---------------------------------------------------------------- SNMP
 
-TEST_F(directory, snmp_keys_are_never_stored_or_given_back_in_plain_text) {
+TEST_F(Directory, SnmpKeysAreNeverStoredOrGivenBackInPlainText) {
     ASSERT_EQ(platform::seed_first_administrator("admin", "admin-pass1"),
               platform::seed_result::seeded);
     int values[4] = {-1, -1, -1, -1};
@@ -243,7 +243,7 @@ TEST_F(directory, snmp_keys_are_never_stored_or_given_back_in_plain_text) {
     EXPECT_EQ(values[0] | values[1] | values[2] | values[3], 0);
 }
 
-TEST_F(directory, the_snmp_daemon_operations_are_counted) {
+TEST_F(Directory, TheSnmpDaemonOperationsAreCounted) {
     EXPECT_EQ(platform::snmp_daemon_restarts(), 0);
     EXPECT_EQ(setSNMPDaemonOP(1), 0);
     EXPECT_EQ(run_in_child([] { return setSNMPDaemonOP(2); }), 0);

@@ -44,7 +44,7 @@ bool parses(const std::string& bytes) {
 
 // ---------------------------------------------------------------- parser
 
-TEST(fru_format, generated_image_round_trips_through_the_codec) {
+TEST(FruFormat, GeneratedImageRoundTripsThroughTheCodec) {
     std::string generated = platform::generated_fru_image();
     fru::image parsed;
     ASSERT_TRUE(fru::parse_image(generated, parsed));
@@ -56,13 +56,13 @@ TEST(fru_format, generated_image_round_trips_through_the_codec) {
     EXPECT_EQ(encoded, generated);
 }
 
-TEST(fru_format, every_truncation_is_refused) {
+TEST(FruFormat, EveryTruncationIsRefused) {
     std::string generated = platform::generated_fru_image();
     for (std::size_t size = 0; size < generated.size(); ++size)
         EXPECT_FALSE(parses(generated.substr(0, size))) << size;
 }
 
-TEST(fru_format, damaged_images_are_refused) {
+TEST(FruFormat, DamagedImagesAreRefused) {
     std::string good = image_with_board_body(board_prefix + five_empty_fields() + '\xC1');
     ASSERT_TRUE(parses(good));
 
@@ -89,7 +89,7 @@ TEST(fru_format, damaged_images_are_refused) {
                                               "\xFFxy")));  // field past the area
 }
 
-TEST(fru_format, damaged_multirecord_is_refused) {
+TEST(FruFormat, DamagedMultirecordIsRefused) {
     std::string generated = platform::generated_fru_image();
     std::size_t multirecord = static_cast<uint8_t>(generated[5]) * 8u;
     std::string bad = generated;
@@ -99,7 +99,7 @@ TEST(fru_format, damaged_multirecord_is_refused) {
 }
 
 // Random damage never reads outside the image (the sanitizers watch).
-TEST(fru_format, random_damage_is_survived) {
+TEST(FruFormat, RandomDamageIsSurvived) {
     std::string generated = platform::generated_fru_image();
     uint32_t state = 12345;
     auto next = [&] {
@@ -118,7 +118,7 @@ TEST(fru_format, random_damage_is_survived) {
 
 // ---------------------------------------------------------------- field text
 
-TEST(fru_text, every_type_decodes_to_utf8) {
+TEST(FruText, EveryTypeDecodesToUtf8) {
     std::string text;
     ASSERT_TRUE(fru::decode_text(fru::binary, "\x0A\x5C", true, text));
     EXPECT_EQ(text, "0A5C");
@@ -135,7 +135,7 @@ TEST(fru_text, every_type_decodes_to_utf8) {
     EXPECT_FALSE(fru::decode_text(fru::eight_bit, "abc", false, text));
 }
 
-TEST(fru_text, only_latin1_can_be_written) {
+TEST(FruText, OnlyLatin1CanBeWritten) {
     std::string latin1;
     ASSERT_TRUE(fru::latin1_from_utf8("Rack \xC3\xBC 7", latin1));
     EXPECT_EQ(latin1, "Rack \xFC 7");
@@ -146,9 +146,9 @@ TEST(fru_text, only_latin1_can_be_written) {
 
 // ---------------------------------------------------------------- device
 
-using fru_device = sim_testing::hardware_root;
+using FruDevice = sim_testing::hardware_root;
 
-TEST_F(fru_device, first_read_generates_the_board_fru) {
+TEST_F(FruDevice, FirstReadGeneratesTheBoardFru) {
     St_FRUInfo info{};
     ASSERT_EQ(ReadFRUInfo(FRU_BOARD_DEVICE, &info), PLT_OK);
     EXPECT_TRUE(std::filesystem::exists(path("/nv/fru/fru0.bin")));
@@ -166,7 +166,7 @@ TEST_F(fru_device, first_read_generates_the_board_fru) {
     EXPECT_EQ(ReadFRUInfo(3, &info), PLT_ERR_NOT_FOUND);
 }
 
-TEST_F(fru_device, asset_tag_round_trip_keeps_everything_else) {
+TEST_F(FruDevice, AssetTagRoundTripKeepsEverythingElse) {
     St_FRUInfo original{};
     ASSERT_EQ(ReadFRUInfo(FRU_BOARD_DEVICE, &original), PLT_OK);
     std::string long_tag = "Rack 12 / M\xC3\xBCller / " + std::string(40, 'x');
@@ -189,7 +189,7 @@ TEST_F(fru_device, asset_tag_round_trip_keeps_everything_else) {
             << entry.path();
 }
 
-TEST_F(fru_device, refused_writes_change_nothing) {
+TEST_F(FruDevice, RefusedWritesChangeNothing) {
     St_FRUInfo info{};
     ASSERT_EQ(ReadFRUInfo(FRU_BOARD_DEVICE, &info), PLT_OK);
     std::string before = sim_testing::file_text(path("/nv/fru/fru0.bin"));
@@ -209,7 +209,7 @@ TEST_F(fru_device, refused_writes_change_nothing) {
     EXPECT_EQ(sim_testing::file_text(path("/nv/fru/fru0.bin")), corrupt);
 }
 
-TEST_F(fru_device, other_writable_fields_and_tool) {
+TEST_F(FruDevice, OtherWritableFieldsAndTool) {
     ASSERT_EQ(SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_BOARD_SERIAL_NUMBER, "BSN-NEW"), PLT_OK);
     ASSERT_EQ(run({"fru", "asset-tag", "Lab 3"}), bmcsim::exit_ok);
     ASSERT_EQ(run({"fru", "show"}), bmcsim::exit_ok);

@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <openssl/evp.h>
+
+#include <cstdio>
 #include <cstdlib>
 
 #include "framework/redfish.h"
+#include "framework/route_resolver.h"
 #include "framework/version_documents.h"
 #include "frontend/exception_http.h"
 #include "stdout_capture.h"
@@ -23,15 +27,34 @@ public:
     void use_ready_body(std::string text) { set_body(std::move(text)); }
 };
 
+class patchable_resource : public sample_resource {
+public:
+    using sample_resource::sample_resource;
+    int patch(request_context&) override { return 0; }
+};
+
+std::string quoted_md5(const std::string& text) {
+    unsigned char digest[EVP_MAX_MD_SIZE];
+    unsigned length = 0;
+    EVP_Digest(text.data(), text.size(), digest, &length, EVP_md5(), nullptr);
+    std::string quoted = "\"";
+    char hex[3];
+    for (unsigned i = 0; i < length; ++i) {
+        std::snprintf(hex, sizeof hex, "%02x", digest[i]);
+        quoted += hex;
+    }
+    return quoted + "\"";
+}
+
 }  // namespace
 
-TEST(Webservice, MethodsAHandlerDoesNotServeAnswer405WithoutBody) {
+TEST(Webservice, MethodsAHandlerDoesNotServeAnswer405WithAllowAndNoBody) {
     request_context context;
-    auto handler = std::make_shared<redfish_ver>(context);
-    for (int method : {PATCH, POST, PUT, DELETE}) {
+    auto handler = make_handler<patchable_resource>(context);
+    for (int method : {POST, PUT, DELETE}) {
         stdout_capture capture;
         EXPECT_THROW(handler->call(method), exception);
-        EXPECT_EQ(capture.text(), "Status: 405 Method Not Allowed\r\n");
+        EXPECT_EQ(capture.text(), "Status: 405 Method Not Allowed\r\nAllow: GET, PATCH\r\n");
     }
 }
 
@@ -43,7 +66,8 @@ TEST(Webservice, CorsHeaderRepeatsTheOrigin) {
         stdout_capture capture;
         handler.send_response();
         EXPECT_EQ(capture.text(),
-                  "Content-Length: 21\r\nContent-Type: application/json; charset=UTF-8\r\n\r\n"
+                  "Content-Length: 21\r\nOData-Version: 4.0\r\n"
+                  "Content-Type: application/json; charset=UTF-8\r\n\r\n"
                   "{\"v1\":\"/redfish/v1/\"}");
     }
     setenv("HTTP_ORIGIN", "https://a.example:8443", 1);
@@ -63,10 +87,13 @@ TEST(RedfishResource, GetAnswersTheValueWithItsEtag) {
     resource.send_response();
     const std::string body =
         R"({"@odata.id":"/redfish/v1/Sample","@odata.type":"#Sample.v1_0_0.Sample","Id":"Sample","Name":"Sample Resource","Value":1})";
-    EXPECT_EQ(resource.etag().size(), 34u);
-    EXPECT_EQ(capture.text(),
-              "ETag: " + resource.etag() + "\r\nContent-Length: " + std::to_string(body.size()) +
-                  "\r\nContent-Type: application/json; charset=UTF-8\r\n\r\n" + body);
+    EXPECT_EQ(resource.etag(), quoted_md5(body));
+    EXPECT_EQ(
+        capture.text(),
+        "ETag: " + resource.etag() + "\r\nAllow: GET\r\nCache-Control: no-cache\r\n" +
+            "Content-Length: " + std::to_string(body.size()) +
+            "\r\nOData-Version: 4.0\r\nContent-Type: application/json; charset=UTF-8\r\n\r\n" +
+            body);
 }
 
 TEST(RedfishResource, ReadyBodyIsSentAsItStandsAndNoEtagOutsideGet) {
@@ -77,5 +104,6 @@ TEST(RedfishResource, ReadyBodyIsSentAsItStandsAndNoEtagOutsideGet) {
     stdout_capture capture;
     resource.send_response();
     EXPECT_EQ(capture.text(),
-              "Content-Length: 7\r\nContent-Type: application/json; charset=UTF-8\r\n\r\nalready");
+              "Content-Length: 7\r\nOData-Version: 4.0\r\n"
+              "Content-Type: application/json; charset=UTF-8\r\n\r\nalready");
 }

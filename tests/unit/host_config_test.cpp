@@ -12,9 +12,9 @@
 
 namespace {
 
-using host_config = sim_testing::hardware_root;
+using HostConfig = sim_testing::hardware_root;
 
-TEST_F(host_config, boot_order_goes_to_the_hii_daemon_when_supported) {
+TEST_F(HostConfig, BootOrderGoesToTheHiiDaemonWhenSupported) {
     const char* order[] = {"Boot0003", "Boot0001"};
     EXPECT_EQ(isNewHIISupport(), 1);
     ASSERT_EQ(UtilHiiSetBootOrder(order, 2), PLT_OK);
@@ -29,7 +29,7 @@ TEST_F(host_config, boot_order_goes_to_the_hii_daemon_when_supported) {
     EXPECT_EQ(platform::pending_boot_order().size(), 2u);
 }
 
-TEST_F(host_config, config_files_are_written_under_the_root_only) {
+TEST_F(HostConfig, ConfigFilesAreWrittenUnderTheRootOnly) {
     ASSERT_EQ(WriteConfigFile("/tmp/user_save_to_bios.json", "{\"BootURI\":\"\"}"), PLT_OK);
     EXPECT_EQ(sim_testing::file_text(path("/tmp/user_save_to_bios.json")), "{\"BootURI\":\"\"}");
     EXPECT_EQ(WriteConfigFile("tmp/relative.json", "x"), PLT_ERR_ARGUMENT);
@@ -37,7 +37,7 @@ TEST_F(host_config, config_files_are_written_under_the_root_only) {
     EXPECT_EQ(WriteConfigFile("/tmp/a..b.json", "x"), PLT_OK);
 }
 
-TEST_F(host_config, bios_update_mode_is_flag_value_2) {
+TEST_F(HostConfig, BiosUpdateModeIsFlagValue2) {
     ASSERT_EQ(run({"bios", "update-mode", "on"}), bmcsim::exit_ok);
     EXPECT_EQ(at_p_St_GlobalVar->fw_update_flags, 2u);
     ASSERT_EQ(run({"bios", "show"}), bmcsim::exit_ok);
@@ -47,14 +47,14 @@ TEST_F(host_config, bios_update_mode_is_flag_value_2) {
     EXPECT_EQ(run({"bios", "update-mode", "maybe"}), bmcsim::exit_usage);
 }
 
-TEST_F(host_config, boot_show_decodes_the_override) {
+TEST_F(HostConfig, BootShowDecodesTheOverride) {
     at_p_St_GlobalVar->boot_flags[0] = 0xE0;
     at_p_St_GlobalVar->boot_flags[1] = 0x04;
     ASSERT_EQ(run({"boot", "show"}), bmcsim::exit_ok);
     EXPECT_EQ(out_.str().rfind("override=continuous\nmode=uefi\ntarget=Pxe\n", 0), 0u);
 }
 
-TEST_F(host_config, storage_counts_and_loading) {
+TEST_F(HostConfig, StorageCountsAndLoading) {
     EXPECT_EQ(GetBRCMDeviceNum(), 0);
     EXPECT_EQ(UtilGetMRVLCtrlNum(), 0);
     EXPECT_EQ(GetNVMeSSDMaxNumSupport(), 0);

@@ -34,7 +34,6 @@ TEST(TemperaturePhysicalContext, ComponentNamesAndTheBoardDefault) {
     EXPECT_STREQ(temperature_physical_context("CPU1 Temp"), "CPU");
     EXPECT_STREQ(temperature_physical_context("DIMM A1 Temp"), "Memory");
     EXPECT_STREQ(temperature_physical_context("PCH Temp"), "SystemBoard");
-    EXPECT_STREQ(temperature_physical_context("Inlet Temp"), "SystemBoard");
     EXPECT_STREQ(temperature_physical_context(""), "SystemBoard");
 }
 
@@ -50,6 +49,7 @@ TEST(TemperaturePhysicalContext, DevicesMapToAsicStorageOrBackplane) {
         EXPECT_STREQ(temperature_physical_context(name), "StorageDevice") << name;
     for (const char* name : {"BPN Temp", "Chassis Temp"})
         EXPECT_STREQ(temperature_physical_context(name), "Backplane") << name;
+    EXPECT_STREQ(temperature_physical_context("Inlet Temp"), "Intake");
     // A processor name outranks a device named in it.
     EXPECT_STREQ(temperature_physical_context("CPU1 PLX Temp"), "CPU");
 }

@@ -69,7 +69,7 @@ int run_in_child(const std::function<int()>& body) { return wait_child(start_chi
 
 // Each case gets a fresh BMC root; the previous root and attachment come back
 // afterwards for the other tests in this binary.
-class sim_test : public ::testing::Test {
+class SimTest : public ::testing::Test {
 protected:
     void SetUp() override {
         previous_root_ = platform::bmc_root();
@@ -104,7 +104,7 @@ private:
 
 // ---------------------------------------------------------------- root
 
-TEST_F(sim_test, bmc_path_joins_the_normalised_root) {
+TEST_F(SimTest, BmcPathJoinsTheNormalisedRoot) {
     platform::set_bmc_root_for_tests(root_ + "//");
     EXPECT_EQ(platform::bmc_root(), root_);
     EXPECT_EQ(platform::bmc_path("/var/bmc/x"), root_ + "/var/bmc/x");
@@ -115,9 +115,9 @@ TEST_F(sim_test, bmc_path_joins_the_normalised_root) {
 
 // ---------------------------------------------------------------- shared state
 
-using shared_state = sim_test;
+using SharedState = SimTest;
 
-TEST_F(shared_state, first_attach_creates_the_file_with_defaults) {
+TEST_F(SharedState, FirstAttachCreatesTheFileWithDefaults) {
     ASSERT_NE(GlobalParaInit(), 0);
     ASSERT_NE(at_p_St_GlobalVar, nullptr);
     ASSERT_NE(InterfaceInfo, nullptr);
@@ -140,7 +140,7 @@ TEST_F(shared_state, first_attach_creates_the_file_with_defaults) {
     EXPECT_STREQ(InterfaceInfo->user_name, "");
 }
 
-TEST_F(shared_state, a_second_mapping_of_the_file_sees_both_records) {
+TEST_F(SharedState, ASecondMappingOfTheFileSeesBothRecords) {
     ASSERT_NE(GlobalParaInit(), 0);
     auto interface_offset =
         reinterpret_cast<char*>(InterfaceInfo) - reinterpret_cast<char*>(at_p_St_GlobalVar);
@@ -169,7 +169,7 @@ TEST_F(shared_state, a_second_mapping_of_the_file_sees_both_records) {
     munmap(other, status.st_size);
 }
 
-TEST_F(shared_state, a_forked_child_that_attaches_anew_writes_to_the_parents_view) {
+TEST_F(SharedState, AForkedChildThatAttachesAnewWritesToTheParentsView) {
     ASSERT_NE(GlobalParaInit(), 0);
     int status = run_in_child([] {
         GlobalParaFin();
@@ -181,7 +181,7 @@ TEST_F(shared_state, a_forked_child_that_attaches_anew_writes_to_the_parents_vie
     EXPECT_EQ(at_p_St_GlobalVar->fcgi_mode, 1);
 }
 
-TEST_F(shared_state, processes_attaching_together_initialise_once) {
+TEST_F(SharedState, ProcessesAttachingTogetherInitialiseOnce) {
     constexpr int children = 8;
     std::vector<pid_t> pids;
     for (int i = 0; i < children; ++i)
@@ -196,7 +196,7 @@ TEST_F(shared_state, processes_attaching_together_initialise_once) {
     EXPECT_EQ(at_p_St_GlobalVar->fw_update_flags, (1u << children) - 1);
 }
 
-TEST_F(shared_state, detach_and_reattach_keeps_the_state) {
+TEST_F(SharedState, DetachAndReattachKeepsTheState) {
     ASSERT_NE(GlobalParaInit(), 0);
     at_p_St_GlobalVar->identify_lit = 1;
     std::strcpy(at_p_St_GlobalVar->node_serial_number, "SER-42");
@@ -208,7 +208,7 @@ TEST_F(shared_state, detach_and_reattach_keeps_the_state) {
     EXPECT_STREQ(at_p_St_GlobalVar->node_serial_number, "SER-42");
 }
 
-TEST_F(shared_state, a_file_of_another_layout_is_initialised_again) {
+TEST_F(SharedState, AFileOfAnotherLayoutIsInitialisedAgain) {
     const std::string path = platform::shared_state_file();
     const std::vector<std::pair<const char*, std::function<void(int)>>> corruptions = {
         {"magic",
@@ -251,7 +251,7 @@ TEST_F(shared_state, a_file_of_another_layout_is_initialised_again) {
     }
 }
 
-TEST_F(shared_state, an_unwritable_root_fails_without_attaching) {
+TEST_F(SharedState, AnUnwritableRootFailsWithoutAttaching) {
     use_unwritable_root();
     EXPECT_EQ(GlobalParaInit(), 0);
     EXPECT_EQ(at_p_St_GlobalVar, nullptr);
@@ -260,7 +260,7 @@ TEST_F(shared_state, an_unwritable_root_fails_without_attaching) {
 
 // ---------------------------------------------------------------- CGI store
 
-TEST(cgi_store, get_cgi_env_truncates_but_returns_the_full_length) {
+TEST(CgiStore, GetCgiEnvTruncatesButReturnsTheFullLength) {
     scoped_env method("BMC_TEST_VAR", "PATCHED");
     char buffer[16];
     std::memset(buffer, 'x', sizeof buffer);
@@ -274,7 +274,7 @@ TEST(cgi_store, get_cgi_env_truncates_but_returns_the_full_length) {
     EXPECT_STREQ(buffer, "");
 }
 
-TEST(cgi_store, get_cgi_env_tells_empty_from_unset) {
+TEST(CgiStore, GetCgiEnvTellsEmptyFromUnset) {
     char buffer[8] = "junk";
     {
         scoped_env empty("BMC_TEST_VAR", "");
@@ -285,7 +285,7 @@ TEST(cgi_store, get_cgi_env_tells_empty_from_unset) {
     EXPECT_EQ(get_cgi_env("BMC_TEST_VAR", buffer, 7), -1);
 }
 
-TEST(cgi_store, content_length_is_a_plain_decimal_capped_at_the_maximum) {
+TEST(CgiStore, ContentLengthIsAPlainDecimalCappedAtTheMaximum) {
     struct example {
         const char* value;
         int expected;
@@ -329,7 +329,7 @@ void expect_empty_head() {
     EXPECT_EQ(CgiVarsListHead.last, static_cast<void*>(&CgiVarsListHead));
 }
 
-TEST(cgi_store, query_string_is_split_and_url_decoded_in_order) {
+TEST(CgiStore, QueryStringIsSplitAndUrlDecodedInOrder) {
     scoped_env query("QUERY_STRING", "a=1&b=x%20y+z&%24top=5&flag&&c=%zz&d=%4&e=%3D%3d");
     ASSERT_EQ(cgiInitialize(), 0);
     const std::vector<std::pair<std::string, std::string>> expected = {
@@ -341,7 +341,7 @@ TEST(cgi_store, query_string_is_split_and_url_decoded_in_order) {
     expect_empty_head();
 }
 
-TEST(cgi_store, empty_or_absent_query_leaves_the_empty_head) {
+TEST(CgiStore, EmptyOrAbsentQueryLeavesTheEmptyHead) {
     for (const char* value : {static_cast<const char*>(nullptr), "", "&&"}) {
         scoped_env query("QUERY_STRING", value);
         ASSERT_EQ(cgiInitialize(), 0);
@@ -350,7 +350,7 @@ TEST(cgi_store, empty_or_absent_query_leaves_the_empty_head) {
     }
 }
 
-TEST(cgi_store, both_release_functions_empty_the_list) {
+TEST(CgiStore, BothReleaseFunctionsEmptyTheList) {
     expect_empty_head();
     scoped_env query("QUERY_STRING", "x=1&y=2");
     ASSERT_EQ(cgiInitialize(), 0);
@@ -368,9 +368,9 @@ TEST(cgi_store, both_release_functions_empty_the_list) {
 
 // ---------------------------------------------------------------- event log
 
-using event_log = sim_test;
+using EventLog = SimTest;
 
-TEST_F(event_log, records_read_back_as_written_one_line_each) {
+TEST_F(EventLog, RecordsReadBackAsWrittenOneLineEach) {
     EXPECT_TRUE(platform::read_event_log().empty());
     long before = lx_time_get();
     ASSERT_EQ(LibSaveSysEvtLog(137, 0, "/redfish/v1/SessionService/Sessions/"), 0);
@@ -398,7 +398,7 @@ TEST_F(event_log, records_read_back_as_written_one_line_each) {
     EXPECT_EQ(lines, 3);
 }
 
-TEST_F(event_log, concurrent_writers_never_interleave) {
+TEST_F(EventLog, ConcurrentWritersNeverInterleave) {
     constexpr int children = 6;
     constexpr int per_child = 40;
     const std::string padding(3000, 'p');
@@ -425,7 +425,7 @@ TEST_F(event_log, concurrent_writers_never_interleave) {
     }
 }
 
-TEST_F(event_log, clear_empties_the_log_and_appending_goes_on) {
+TEST_F(EventLog, ClearEmptiesTheLogAndAppendingGoesOn) {
     ASSERT_EQ(LibSaveSysEvtLog(1, 0, "one"), 0);
     ASSERT_TRUE(platform::clear_event_log());
     EXPECT_TRUE(platform::read_event_log().empty());
@@ -435,7 +435,7 @@ TEST_F(event_log, clear_empties_the_log_and_appending_goes_on) {
     EXPECT_EQ(records[0].text, "two");
 }
 
-TEST_F(event_log, malformed_lines_are_skipped) {
+TEST_F(EventLog, MalformedLinesAreSkipped) {
     ASSERT_EQ(LibSaveSysEvtLog(1, 0, "kept"), 0);
     {
         std::ofstream file(platform::event_log_file(), std::ios::app);
@@ -447,7 +447,7 @@ TEST_F(event_log, malformed_lines_are_skipped) {
     EXPECT_EQ(records[1].text, "also kept");
 }
 
-TEST_F(event_log, an_unwritable_root_fails) {
+TEST_F(EventLog, AnUnwritableRootFails) {
     use_unwritable_root();
     EXPECT_EQ(LibSaveSysEvtLog(1, 0, "lost"), -1);
     EXPECT_FALSE(platform::clear_event_log());
@@ -456,7 +456,7 @@ TEST_F(event_log, an_unwritable_root_fails) {
 
 // ---------------------------------------------------------------- client and settings
 
-TEST(client_address, comes_from_remote_addr_and_is_never_cut) {
+TEST(ClientAddress, ComesFromRemoteAddrAndIsNeverCut) {
     char buffer[61];
     {
         scoped_env address("REMOTE_ADDR", "2001:db8::1");
@@ -470,9 +470,9 @@ TEST(client_address, comes_from_remote_addr_and_is_never_cut) {
     EXPECT_NE(GetClientIP(buffer, sizeof buffer), 0);
 }
 
-using crashdump = sim_test;
+using Crashdump = SimTest;
 
-TEST_F(crashdump, support_is_off_until_enabled) {
+TEST_F(Crashdump, SupportIsOffUntilEnabled) {
     EXPECT_EQ(is_ACD_crashdump_supported(), 0);
     ASSERT_TRUE(platform::set_crashdump_supported(true));
     EXPECT_NE(is_ACD_crashdump_supported(), 0);
@@ -483,9 +483,9 @@ TEST_F(crashdump, support_is_off_until_enabled) {
 
 // ---------------------------------------------------------------- bmcsim
 
-class bmcsim_tool : public sim_test, public tool_runner {};
+class BmcsimTool : public SimTest, public tool_runner {};
 
-TEST_F(bmcsim_tool, state_set_changes_the_shared_record) {
+TEST_F(BmcsimTool, StateSetChangesTheSharedRecord) {
     EXPECT_EQ(run({"state", "set", "fcgi_mode", "1"}), 0);
     EXPECT_EQ(run({"state", "set", "fw_update_flags", "0x2"}), 0);
     EXPECT_EQ(run({"state", "set", "boot_flags.1", "255"}), 0);
@@ -504,7 +504,7 @@ TEST_F(bmcsim_tool, state_set_changes_the_shared_record) {
     EXPECT_EQ(out_.str(), "2\n");
 }
 
-TEST_F(bmcsim_tool, state_set_refuses_what_does_not_fit) {
+TEST_F(BmcsimTool, StateSetRefusesWhatDoesNotFit) {
     const std::vector<bmcsim::arguments> refused = {
         {"state", "set", "identify_lit", "256"},
         {"state", "set", "identify_lit", "-1"},
@@ -527,7 +527,7 @@ TEST_F(bmcsim_tool, state_set_refuses_what_does_not_fit) {
     EXPECT_STREQ(at_p_St_GlobalVar->node_part_number, "PN-NODE-01");
 }
 
-TEST_F(bmcsim_tool, state_show_and_reset) {
+TEST_F(BmcsimTool, StateShowAndReset) {
     ASSERT_EQ(run({"state", "set", "fcgi_mode", "1"}), 0);
     ASSERT_EQ(run({"state", "set", "power_cycle_byte", "3"}), 0);
     ASSERT_EQ(run({"state", "show"}), 0);
@@ -541,7 +541,7 @@ TEST_F(bmcsim_tool, state_show_and_reset) {
     EXPECT_EQ(at_p_St_GlobalVar->fcgi_mode, 1);
 }
 
-TEST_F(bmcsim_tool, eventlog_add_show_clear) {
+TEST_F(BmcsimTool, EventlogAddShowClear) {
     ASSERT_EQ(run({"eventlog", "add", "146", "login admin"}), 0);
     ASSERT_EQ(run({"eventlog", "add", "147", "two\nlines", "9"}), 0);
     ASSERT_EQ(run({"eventlog", "show"}), 0);
@@ -556,7 +556,7 @@ TEST_F(bmcsim_tool, eventlog_add_show_clear) {
     EXPECT_EQ(out_.str(), "");
 }
 
-TEST_F(bmcsim_tool, crashdump_enable_disable_show) {
+TEST_F(BmcsimTool, CrashdumpEnableDisableShow) {
     ASSERT_EQ(run({"crashdump", "show"}), 0);
     EXPECT_EQ(out_.str(), "disabled\n");
     ASSERT_EQ(run({"crashdump", "enable"}), 0);
@@ -565,7 +565,7 @@ TEST_F(bmcsim_tool, crashdump_enable_disable_show) {
     EXPECT_EQ(is_ACD_crashdump_supported(), 0);
 }
 
-TEST_F(bmcsim_tool, usage_errors_exit_2_with_a_usage_line) {
+TEST_F(BmcsimTool, UsageErrorsExit2WithAUsageLine) {
     const std::vector<bmcsim::arguments> wrong = {
         {},
         {"nosuch", "show"},
@@ -581,7 +581,7 @@ TEST_F(bmcsim_tool, usage_errors_exit_2_with_a_usage_line) {
     }
 }
 
-TEST_F(bmcsim_tool, failures_exit_1) {
+TEST_F(BmcsimTool, FailuresExit1) {
     use_unwritable_root();
     EXPECT_EQ(run({"state", "show"}), bmcsim::exit_failed);
     EXPECT_EQ(run({"eventlog", "add", "1", "x"}), bmcsim::exit_failed);

@@ -11,7 +11,7 @@
 
 namespace {
 
-using power_supply = sim_testing::hardware_root;
+using PowerSupply = sim_testing::hardware_root;
 
 St_PowerSupplyInfo bay(int number) {
     St_PowerSupplyInfo info{};
@@ -31,7 +31,7 @@ int redundancy_health() {
     return group.health;
 }
 
-TEST_F(power_supply, two_working_supplies_share_the_load) {
+TEST_F(PowerSupply, TwoWorkingSuppliesShareTheLoad) {
     ASSERT_EQ(PltPSU_GetBayCount(), 2);
     St_PowerControl figures = control();
     EXPECT_EQ(figures.consumed_watts, 285u);
@@ -57,7 +57,7 @@ TEST_F(power_supply, two_working_supplies_share_the_load) {
     EXPECT_EQ(group.member_count, 2);
 }
 
-TEST_F(power_supply, a_failed_supply_loses_redundancy) {
+TEST_F(PowerSupply, AFailedSupplyLosesRedundancy) {
     ASSERT_EQ(run({"power", "psu", "2", "failed"}), bmcsim::exit_ok);
     EXPECT_EQ(bay(2).health, SENSOR_HEALTH_CRITICAL);
     EXPECT_EQ(bay(2).last_output_watts, 0);
@@ -71,7 +71,7 @@ TEST_F(power_supply, a_failed_supply_loses_redundancy) {
     EXPECT_EQ(control().capacity_watts, 0u);
 }
 
-TEST_F(power_supply, an_empty_bay_has_no_details) {
+TEST_F(PowerSupply, AnEmptyBayHasNoDetails) {
     ASSERT_EQ(run({"power", "psu", "1", "absent"}), bmcsim::exit_ok);
     St_PowerSupplyInfo empty = bay(1);
     EXPECT_EQ(empty.present, 0);
@@ -81,7 +81,7 @@ TEST_F(power_supply, an_empty_bay_has_no_details) {
     EXPECT_EQ(redundancy_health(), SENSOR_HEALTH_WARNING);
 }
 
-TEST_F(power_supply, consumption_feeds_the_metrics_and_standby_while_off) {
+TEST_F(PowerSupply, ConsumptionFeedsTheMetricsAndStandbyWhileOff) {
     ASSERT_TRUE(platform::set_consumed_watts(500));
     ASSERT_TRUE(platform::set_consumed_watts(100));
     St_PowerControl figures = control();
@@ -95,7 +95,7 @@ TEST_F(power_supply, consumption_feeds_the_metrics_and_standby_while_off) {
     EXPECT_LT(control().consumed_watts, 100u);
 }
 
-TEST_F(power_supply, limit_and_bad_requests) {
+TEST_F(PowerSupply, LimitAndBadRequests) {
     ASSERT_EQ(run({"power", "limit", "900", "hard-power-off"}), bmcsim::exit_ok);
     EXPECT_EQ(control().limit_watts, 900u);
     EXPECT_EQ(control().limit_exception, POWER_LIMIT_HARD_POWER_OFF);

@@ -4,8 +4,8 @@
 #include <sstream>
 
 #include "frontend/exception_http.h"
-#include "frontend/pipeline.h"
 #include "frontend/request_context.h"
+#include "service/pipeline.h"
 #include "stdout_capture.h"
 
 using namespace odata::redfish;

@@ -40,7 +40,7 @@ int crossed(const char* name) {
 
 // ---------------------------------------------------------------- conversion
 
-TEST(sensor_conversion, linear_formula_with_both_exponents) {
+TEST(SensorConversion, LinearFormulaWithBothExponents) {
     EXPECT_DOUBLE_EQ(cal_val(45, 1, 0, 0, 0), 45);
     EXPECT_DOUBLE_EQ(cal_val(56, 100, 0, 0, 0), 5600);
     EXPECT_DOUBLE_EQ(cal_val(200, 6, 0, 0, -2), 12.0);
@@ -51,7 +51,7 @@ TEST(sensor_conversion, linear_formula_with_both_exponents) {
     EXPECT_DOUBLE_EQ(cal_val(10, 1, -5, 1, 0), -40);   // negative offset
 }
 
-TEST(sensor_conversion, raw_format_decides_the_sign) {
+TEST(SensorConversion, RawFormatDecidesTheSign) {
     St_SensorData record{};
     record.m = 1;
     record.analog_format = ANALOG_TWOS_COMPLEMENT;
@@ -65,7 +65,7 @@ TEST(sensor_conversion, raw_format_decides_the_sign) {
     EXPECT_EQ(platform::sim::nearest_raw(record, NAN), 0x00);
 }
 
-TEST(sensor_conversion, nearest_raw_is_within_half_a_step) {
+TEST(SensorConversion, NearestRawIsWithinHalfAStep) {
     const St_SensorData& rail = sensor("VDimmP1ABC");
     for (double volts = 0.6; volts < 1.5; volts += 0.0137) {
         double back = SensorRawToValue(&rail, platform::sim::nearest_raw(rail, volts));
@@ -75,7 +75,7 @@ TEST(sensor_conversion, nearest_raw_is_within_half_a_step) {
 
 // ---------------------------------------------------------------- repository
 
-TEST(sdr_repository, records_are_consistent) {
+TEST(SdrRepository, RecordsAreConsistent) {
     std::set<int> numbers;
     ASSERT_GT(platform::sdr_record_count(), 0u);
     for (std::size_t i = 0; i < platform::sdr_record_count(); ++i) {
@@ -91,7 +91,7 @@ TEST(sdr_repository, records_are_consistent) {
 }
 
 // Thresholds lie in order around the nominal reading, in units.
-TEST(sdr_repository, thresholds_surround_the_nominal_reading) {
+TEST(SdrRepository, ThresholdsSurroundTheNominalReading) {
     for (std::size_t i = 0; i < platform::sdr_record_count(); ++i) {
         const St_SensorData& record = at_St_SensorData[i];
         if (record.record_type != SDR_FULL_SENSOR) continue;
@@ -112,7 +112,7 @@ TEST(sdr_repository, thresholds_surround_the_nominal_reading) {
     }
 }
 
-TEST(sdr_repository, names_the_services_look_for_exist) {
+TEST(SdrRepository, NamesTheServicesLookForExist) {
     for (const char* name :
          {"Hardware Intrusion", "VBAT", "PS1 Status", "PS2 Status", "CPU1 Temp", "CPU2 Temp",
           "Vcpu1", "VDimmP1ABC", "FAN1", "FAN4", "System Temp", "Inlet Temp"})
@@ -122,9 +122,9 @@ TEST(sdr_repository, names_the_services_look_for_exist) {
 
 // ---------------------------------------------------------------- states and health
 
-using sensor_state = sim_testing::hardware_root;
+using SensorState = sim_testing::hardware_root;
 
-TEST_F(sensor_state, nominal_readings_are_healthy) {
+TEST_F(SensorState, NominalReadingsAreHealthy) {
     uint8_t raw = 0;
     ASSERT_EQ(UtilGetSensorReading(sensor("FAN1").sensor_number, &raw), PLT_OK);
     EXPECT_DOUBLE_EQ(SensorRawToValue(&sensor("FAN1"), raw), 5600);
@@ -134,7 +134,7 @@ TEST_F(sensor_state, nominal_readings_are_healthy) {
     EXPECT_EQ(crossed("CPU1 Temp"), 0);
 }
 
-TEST_F(sensor_state, upper_thresholds_raise_warning_then_critical) {
+TEST_F(SensorState, UpperThresholdsRaiseWarningThenCritical) {
     set_value("CPU1 Temp", 84);
     EXPECT_EQ(health("CPU1 Temp"), SENSOR_HEALTH_OK);
     set_value("CPU1 Temp", 85);
@@ -149,7 +149,7 @@ TEST_F(sensor_state, upper_thresholds_raise_warning_then_critical) {
     EXPECT_EQ(UtilGetSensorTotalStatus(), SENSOR_HEALTH_CRITICAL);
 }
 
-TEST_F(sensor_state, lower_thresholds_below_zero_and_fractional_volts) {
+TEST_F(SensorState, LowerThresholdsBelowZeroAndFractionalVolts) {
     set_value("Inlet Temp", 3);
     EXPECT_EQ(health("Inlet Temp"), SENSOR_HEALTH_WARNING);
     set_value("Inlet Temp", -6);
@@ -161,7 +161,7 @@ TEST_F(sensor_state, lower_thresholds_below_zero_and_fractional_volts) {
     EXPECT_EQ(health("FAN2"), SENSOR_HEALTH_CRITICAL);
 }
 
-TEST_F(sensor_state, memory_checks_see_dimm_temperatures_and_ecc) {
+TEST_F(SensorState, MemoryChecksSeeDimmTemperaturesAndEcc) {
     set_value("CPU2_DIMM_A1 Temp", 81);
     EXPECT_EQ(UtilCheckAllMemHealthAndTemp(), SENSOR_HEALTH_WARNING);
     EXPECT_EQ(UtilCheckAllMemHealth(), SENSOR_HEALTH_OK);
@@ -174,7 +174,7 @@ TEST_F(sensor_state, memory_checks_see_dimm_temperatures_and_ecc) {
     EXPECT_EQ(UtilCheckAllMemHealth(), SENSOR_HEALTH_WARNING);
 }
 
-TEST_F(sensor_state, discrete_states_map_to_health) {
+TEST_F(SensorState, DiscreteStatesMapToHealth) {
     uint8_t ps = sensor("PS1 Status").sensor_number;
     ASSERT_TRUE(platform::set_raw_reading(ps, PS_STATE_PRESENT | PS_STATE_FAILED));
     EXPECT_EQ(UtilGetSensorCurrStatus(ps, SENSOR_STATUS_HEALTH), SENSOR_HEALTH_CRITICAL);
@@ -193,7 +193,7 @@ TEST_F(sensor_state, discrete_states_map_to_health) {
     EXPECT_EQ(UtilRearmSensorEvents(sensor("VBAT").sensor_number), PLT_ERR_NOT_FOUND);
 }
 
-TEST_F(sensor_state, host_powered_sensors_have_no_reading_while_off) {
+TEST_F(SensorState, HostPoweredSensorsHaveNoReadingWhileOff) {
     set_value("CPU1 Temp", 99);
     ASSERT_EQ(PltCHASSIS_PowerDown(), PLT_OK);
     uint8_t raw = 0;
@@ -206,7 +206,7 @@ TEST_F(sensor_state, host_powered_sensors_have_no_reading_while_off) {
     EXPECT_EQ(health("CPU1 Temp"), SENSOR_HEALTH_CRITICAL);
 }
 
-TEST_F(sensor_state, bad_arguments) {
+TEST_F(SensorState, BadArguments) {
     uint8_t raw = 0;
     St_SensorThresholds thresholds{};
     EXPECT_EQ(UtilGetSensorReading(0xEE, &raw), PLT_ERR_NOT_FOUND);
@@ -219,7 +219,7 @@ TEST_F(sensor_state, bad_arguments) {
     EXPECT_EQ(thresholds.readable, 0x3F);
 }
 
-TEST_F(sensor_state, malformed_stored_readings_fall_back_to_nominal) {
+TEST_F(SensorState, MalformedStoredReadingsFallBackToNominal) {
     sim_testing::write_text(platform::sensor_readings_file(),
                             "[Readings]\n1=300\n2=x\n3=-1\n999=5\n4=50\n");
     auto stored = platform::stored_sensor_readings();
@@ -227,7 +227,7 @@ TEST_F(sensor_state, malformed_stored_readings_fall_back_to_nominal) {
     EXPECT_EQ(stored[4], 50);
 }
 
-TEST_F(sensor_state, tool_sets_readings_in_units_or_raw) {
+TEST_F(SensorState, ToolSetsReadingsInUnitsOrRaw) {
     EXPECT_EQ(run({"sensors", "set", "CPU1 Temp", "91"}), bmcsim::exit_ok);
     EXPECT_EQ(health("CPU1 Temp"), SENSOR_HEALTH_CRITICAL);
     EXPECT_EQ(run({"sensors", "set-raw", "0x30", "190"}), bmcsim::exit_ok);
@@ -244,7 +244,7 @@ TEST_F(sensor_state, tool_sets_readings_in_units_or_raw) {
     EXPECT_NE(out_.str().find("Hardware Intrusion"), std::string::npos);
 }
 
-TEST(pcie_cards, the_nic_sensor_belongs_to_the_first_adapter) {
+TEST(PcieCards, TheNicSensorBelongsToTheFirstAdapter) {
     int card = 0;
     ASSERT_EQ(PcieCardGetChip(sensor("OCP_NIC Temp").sensor_number, &card), PLT_OK);
     EXPECT_EQ(card, 1);

@@ -14,6 +14,7 @@
 #include <string>
 
 #include "platform/bmc_root.h"
+#include "platform/libipmi_users.h"
 #include "platform/sim/user_lockout.h"
 
 namespace sim_testing {
@@ -21,6 +22,18 @@ namespace sim_testing {
 // The lockout functions' clock while a sim_root test runs.
 inline long fake_now = 1000000;
 inline long fake_clock() { return fake_now; }
+
+// Creates or changes the user of a slot and commits it, as the service does.
+inline void add_user(int slot, const char* name, const char* password, int level,
+                     bool enabled = true) {
+    ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
+    ASSERT_EQ(UtilSetUserName(slot, name), 0) << name;
+    ASSERT_EQ(UtilSetUserPassword(slot, password), 0);
+    ASSERT_EQ(UtilSetLANPriv(slot, level), 0);
+    ASSERT_EQ(UtilSetUserEnable(slot, enabled ? 1 : 0), 0);
+    ASSERT_EQ(PSCommit(), 0);
+    ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
+}
 
 // Runs body in a forked child; its result is the child's exit status.
 inline pid_t start_child(const std::function<int()>& body) {

@@ -56,7 +56,7 @@ St_SMBiosType17 memory_device(uint16_t size, uint32_t extended, std::size_t leng
 
 // ---------------------------------------------------------------- table walk
 
-TEST(smbios_table, strings_are_numbered_from_one) {
+TEST(SmbiosTable, StringsAreNumberedFromOne) {
     std::string table =
         structure(1, bytes({1, 0, 3, 9}), std::string("maker\0product\0version\0", 22)) + table_end;
     auto structures = parsed(table);
@@ -69,7 +69,7 @@ TEST(smbios_table, strings_are_numbered_from_one) {
     EXPECT_EQ(structures[0].dword(0x06), 0u);      // partly past the area
 }
 
-TEST(smbios_table, damaged_tables_are_refused) {
+TEST(SmbiosTable, DamagedTablesAreRefused) {
     EXPECT_TRUE(parses(table_end));
     EXPECT_FALSE(parses(""));
     EXPECT_FALSE(parses(structure(1, "")));                       // no end structure
@@ -82,14 +82,14 @@ TEST(smbios_table, damaged_tables_are_refused) {
     EXPECT_FALSE(parses(bytes({1, 4, 1, 0, 0, 'x'}) + table_end));  // no strings needs two NULs
 }
 
-TEST(smbios_table, every_truncation_of_the_generated_table_is_refused) {
+TEST(SmbiosTable, EveryTruncationOfTheGeneratedTableIsRefused) {
     std::string table = platform::generated_smbios_table();
     ASSERT_TRUE(parses(table));
     for (std::size_t size = 0; size < table.size(); ++size)
         EXPECT_FALSE(parses(table.substr(0, size))) << size;
 }
 
-TEST(smbios_table, random_damage_is_survived) {
+TEST(SmbiosTable, RandomDamageIsSurvived) {
     std::string table = platform::generated_smbios_table();
     uint32_t state = 2463534242u;
     auto next = [&] {
@@ -114,7 +114,7 @@ TEST(smbios_table, random_damage_is_survived) {
 
 // ---------------------------------------------------------------- decoding
 
-TEST(smbios_records, memory_size_encodings) {
+TEST(SmbiosRecords, MemorySizeEncodings) {
     EXPECT_EQ(memory_device(16384, 0).size_mib, 16384u);
     EXPECT_EQ(memory_device(0x8000 | 2048, 0).size_mib, 2u);        // KiB granularity
     EXPECT_EQ(memory_device(0x7FFF, 0x80008000).size_mib, 32768u);  // extended, bit 31 reserved
@@ -124,7 +124,7 @@ TEST(smbios_records, memory_size_encodings) {
     EXPECT_EQ(memory_device(0, 0).size_mib, 0u);
 }
 
-TEST(smbios_records, processor_counts_beyond_255) {
+TEST(SmbiosRecords, ProcessorCountsBeyond255) {
     std::string fields(0x30 - 4, '\0');
     fields[0x23 - 4] = static_cast<char>(0xFF);
     fields[0x25 - 4] = static_cast<char>(0xFF);
@@ -138,7 +138,7 @@ TEST(smbios_records, processor_counts_beyond_255) {
     EXPECT_EQ(processor.thread_count, 576);
 }
 
-TEST(smbios_records, old_short_system_structure_and_unset_uuid) {
+TEST(SmbiosRecords, OldShortSystemStructureAndUnsetUuid) {
     std::string table = structure(1, bytes({1, 0, 0, 0}), std::string("m\0", 2)) + table_end;
     auto system = smbios::decode_system(parsed(table).front());
     EXPECT_STREQ(system.manufacturer, "m");
@@ -152,9 +152,9 @@ TEST(smbios_records, old_short_system_structure_and_unset_uuid) {
 
 // ---------------------------------------------------------------- lists
 
-using smbios_lists = sim_testing::hardware_root;
+using SmbiosLists = sim_testing::hardware_root;
 
-TEST_F(smbios_lists, generated_host_has_two_processors_and_256_gib) {
+TEST_F(SmbiosLists, GeneratedHostHasTwoProcessorsAnd256Gib) {
     St_SMBiosData data{};
     ASSERT_EQ(GetType1List(&data), PLT_OK);
     ASSERT_EQ(GetType4List(&data), PLT_OK);
@@ -191,7 +191,7 @@ TEST_F(smbios_lists, generated_host_has_two_processors_and_256_gib) {
     EXPECT_EQ(data.type4_count, 0);
 }
 
-TEST_F(smbios_lists, corrupt_table_fails_without_lists) {
+TEST_F(SmbiosLists, CorruptTableFailsWithoutLists) {
     ASSERT_EQ(run({"smbios", "corrupt"}), bmcsim::exit_ok);
     St_SMBiosData data{};
     EXPECT_EQ(GetType1List(&data), PLT_ERR_FORMAT);
@@ -207,7 +207,7 @@ TEST_F(smbios_lists, corrupt_table_fails_without_lists) {
     FreeSMBiosData(&data);
 }
 
-TEST_F(smbios_lists, bios_version_comes_from_the_table) {
+TEST_F(SmbiosLists, BiosVersionComesFromTheTable) {
     char version[16];
     ASSERT_EQ(UtilGetLatestBiosRev(version, sizeof version), PLT_OK);
     EXPECT_STREQ(version, "2.1.0");

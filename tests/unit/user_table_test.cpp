@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -18,25 +20,14 @@
 
 namespace {
 
+using sim_testing::add_user;
 using sim_testing::file_text;
 using sim_testing::run_in_child;
 using sim_testing::start_child;
 using sim_testing::wait_child;
 
-class user_table : public sim_testing::sim_root {
+class UserTable : public sim_testing::sim_root {
 protected:
-    // Creates a user in a slot and commits it, as the service does.
-    void add_user(int slot, const char* name, const char* password, int level,
-                  bool enabled = true) {
-        ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
-        ASSERT_EQ(UtilSetUserName(slot, name), 0) << name;
-        ASSERT_EQ(UtilSetUserPassword(slot, password), 0);
-        ASSERT_EQ(UtilSetLANPriv(slot, level), 0);
-        ASSERT_EQ(UtilSetUserEnable(slot, enabled ? 1 : 0), 0);
-        ASSERT_EQ(PSCommit(), 0);
-        ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
-    }
-
     void delete_user(int slot) {
         ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
         ASSERT_EQ(UtilDelUserName(slot), 0);
@@ -57,12 +48,14 @@ protected:
     }
 
     // A session record as the service writes it, /tmp/redfish_<token>.
-    void write_session(const std::string& token, const std::string& user,
-                       std::size_t size = SESSION_RECORD_SIZE) {
+    void write_session(const std::string& token, int slot, std::size_t size = SESSION_RECORD_SIZE) {
         St_RedfishSession record;
         std::memset(&record, 0, sizeof record);
         std::strcpy(record.last_use, "1000000");
-        std::memcpy(record.user_name, user.data(), std::min(user.size(), sizeof record.user_name));
+        const St_UserInfo user = info_of(slot);
+        std::memcpy(record.user_name, user.name, sizeof record.user_name);
+        record.account_slot = static_cast<int8_t>(slot);
+        record.account_key = user.key;
         std::strcpy(record.client_ip, "10.0.0.1");
         record.session_id = 1;
         record.privilege = PRIV_ADMINISTRATOR;
@@ -75,7 +68,7 @@ protected:
 
 // ---------------------------------------------------------------- slots
 
-TEST_F(user_table, an_empty_table_has_no_users) {
+TEST_F(UserTable, AnEmptyTableHasNoUsers) {
     for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) {
         EXPECT_EQ(UtilGetLANPriv(slot), PRIV_NO_ACCESS);
         St_UserInfo info = info_of(slot);
@@ -89,7 +82,7 @@ TEST_F(user_table, an_empty_table_has_no_users) {
     EXPECT_FALSE(std::filesystem::exists(platform::user_table_file()));
 }
 
-TEST_F(user_table, changes_are_in_memory_until_pscommit_and_then_survive_a_reload) {
+TEST_F(UserTable, ChangesAreInMemoryUntilPscommitAndThenSurviveAReload) {
     ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
     ASSERT_EQ(UtilSetUserName(3, "alice"), 0);
     ASSERT_EQ(UtilSetUserPassword(3, "Passw0rd!"), 0);
@@ -128,7 +121,7 @@ TEST_F(user_table, changes_are_in_memory_until_pscommit_and_then_survive_a_reloa
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(user_table, discarded_changes_are_gone) {
+TEST_F(UserTable, DiscardedChangesAreGone) {
     ASSERT_EQ(UtilSetUserName(4, "temp"), 0);
     EXPECT_EQ(UtilFindUser("temp"), -1);  // not enabled yet
     EXPECT_EQ(UtilIsValidUserName("temp", 5), 1);
@@ -136,7 +129,35 @@ TEST_F(user_table, discarded_changes_are_gone) {
     EXPECT_EQ(UtilIsValidUserName("temp", 5), 0);
 }
 
-TEST_F(user_table, the_file_is_private_and_holds_no_plain_password) {
+// A full disk, made by a file-size limit: the refused change leaves memory
+// and file as they were, and the next good commit does not carry it.
+TEST_F(UserTable, AFailedCommitForgetsItsChange) {
+    add_user(2, "alice", "Secret-Pass1", PRIV_USER);
+    int result = run_in_child([] {
+        signal(SIGXFSZ, SIG_IGN);
+        rlimit limit{};
+        getrlimit(RLIMIT_FSIZE, &limit);
+        rlimit tiny = limit;
+        tiny.rlim_cur = 16;
+        if (lx_mutex_get(USER_TABLE_MUTEX) != 0 || UtilSetUserName(3, "mallory") != 0 ||
+            UtilSetLANPriv(3, PRIV_ADMINISTRATOR) != 0 ||
+            UtilSetLANPriv(2, PRIV_ADMINISTRATOR) != 0 || setrlimit(RLIMIT_FSIZE, &tiny) != 0 ||
+            PSCommit() == 0)
+            return 1;
+        setrlimit(RLIMIT_FSIZE, &limit);
+        if (UtilIsValidUserName("mallory", 5) != 0 || UtilGetLANPriv(2) != PRIV_USER) return 2;
+        if (UtilSetUserName(4, "dave") != 0 || PSCommit() != 0) return 3;
+        lx_mutex_put(USER_TABLE_MUTEX);
+        return 0;
+    });
+    ASSERT_EQ(result, 0);
+    EXPECT_EQ(UtilIsValidUserName("mallory", 5), 0);
+    EXPECT_EQ(UtilGetLANPriv(2), PRIV_USER);
+    EXPECT_EQ(UtilIsValidUserName("dave", 5), 1);
+    EXPECT_EQ(file_text(platform::user_table_file()).find("mallory"), std::string::npos);
+}
+
+TEST_F(UserTable, TheFileIsPrivateAndHoldsNoPlainPassword) {
     add_user(2, "alice", "Secret-Pass1", PRIV_ADMINISTRATOR);
     add_user(3, "bob", "Secret-Pass1", PRIV_USER);
     struct stat status;
@@ -159,7 +180,7 @@ TEST_F(user_table, the_file_is_private_and_holds_no_plain_password) {
     EXPECT_EQ(files, 1);
 }
 
-TEST_F(user_table, a_wrong_password_or_an_empty_slot_fails_the_check) {
+TEST_F(UserTable, AWrongPasswordOrAnEmptySlotFailsTheCheck) {
     add_user(2, "alice", "Secret-Pass1", PRIV_ADMINISTRATOR);
     EXPECT_NE(UtilCheckUserPassword(2, "Secret-Pass2"), 0);
     EXPECT_NE(UtilCheckUserPassword(2, "Secret-Pass"), 0);
@@ -170,7 +191,7 @@ TEST_F(user_table, a_wrong_password_or_an_empty_slot_fails_the_check) {
     EXPECT_NE(UtilCheckUserPassword(MAX_USER_SLOTS, "Secret-Pass1"), 0);
 }
 
-TEST_F(user_table, names_match_on_their_first_16_characters) {
+TEST_F(UserTable, NamesMatchOnTheirFirst16Characters) {
     add_user(2, "abcdefghijklmnop", "Secret-Pass1", PRIV_OPERATOR);
     EXPECT_EQ(UtilFindUser("abcdefghijklmnop"), 2);
     EXPECT_EQ(UtilFindUser("abcdefghijklmnopXYZ"), 2);
@@ -187,7 +208,7 @@ TEST_F(user_table, names_match_on_their_first_16_characters) {
     EXPECT_EQ(UtilGetLANPriv(3), PRIV_NO_ACCESS);
 }
 
-TEST_F(user_table, only_enabled_users_are_found) {
+TEST_F(UserTable, OnlyEnabledUsersAreFound) {
     add_user(2, "alice", "Secret-Pass1", PRIV_OPERATOR, false);
     EXPECT_EQ(UtilFindUser("alice"), -1);
     EXPECT_EQ(UtilGetLANPriv(2), PRIV_OPERATOR);
@@ -198,7 +219,7 @@ TEST_F(user_table, only_enabled_users_are_found) {
     EXPECT_EQ(UtilFindUser("alice"), 2);
 }
 
-TEST_F(user_table, a_duplicate_is_a_name_of_another_slot) {
+TEST_F(UserTable, ADuplicateIsANameOfAnotherSlot) {
     add_user(2, "bob", "Secret-Pass1", PRIV_OPERATOR);
     add_user(4, "abcdefghijklmnop", "Secret-Pass1", PRIV_OPERATOR, false);
     EXPECT_EQ(UtilIsValidUserName("bob", 2), 0);  // its own name
@@ -217,7 +238,7 @@ TEST_F(user_table, a_duplicate_is_a_name_of_another_slot) {
     EXPECT_EQ(UtilSetUserName(2, "bob"), 0);
 }
 
-TEST_F(user_table, delete_clears_name_password_enabled_and_privilege) {
+TEST_F(UserTable, DeleteClearsNamePasswordEnabledAndPrivilege) {
     add_user(5, "carol", "Secret-Pass1", PRIV_ADMINISTRATOR);
     uint32_t old_key = info_of(5).key;
     ASSERT_NE(old_key, 0u);
@@ -240,7 +261,7 @@ TEST_F(user_table, delete_clears_name_password_enabled_and_privilege) {
     EXPECT_NE(info_of(5).key, old_key);
 }
 
-TEST_F(user_table, slot_0_is_reserved_and_bad_arguments_fail) {
+TEST_F(UserTable, Slot0IsReservedAndBadArgumentsFail) {
     EXPECT_NE(UtilSetUserName(0, "zero"), 0);
     EXPECT_NE(UtilSetUserPassword(0, "Secret-Pass1"), 0);
     EXPECT_NE(UtilSetLANPriv(0, PRIV_ADMINISTRATOR), 0);
@@ -263,7 +284,7 @@ TEST_F(user_table, slot_0_is_reserved_and_bad_arguments_fail) {
 
 // ---------------------------------------------------------------- lx_mutex
 
-TEST_F(user_table, lx_mutex_nests_and_a_put_without_a_get_is_harmless) {
+TEST_F(UserTable, LxMutexNestsAndAPutWithoutAGetIsHarmless) {
     EXPECT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
     EXPECT_NE(lx_mutex_get(99), 0);
     EXPECT_NE(lx_mutex_put(99), 0);
@@ -286,7 +307,7 @@ TEST_F(user_table, lx_mutex_nests_and_a_put_without_a_get_is_harmless) {
     EXPECT_EQ(platform::user_table_lock_file(), path("/var/bmc/user_table.lock"));
 }
 
-TEST_F(user_table, two_processes_under_lx_mutex_see_each_others_commits) {
+TEST_F(UserTable, TwoProcessesUnderLxMutexSeeEachOthersCommits) {
     int to_parent[2];
     ASSERT_EQ(pipe(to_parent), 0);
     ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
@@ -329,7 +350,7 @@ TEST_F(user_table, two_processes_under_lx_mutex_see_each_others_commits) {
     ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
 }
 
-TEST_F(user_table, concurrent_processes_lose_no_commit) {
+TEST_F(UserTable, ConcurrentProcessesLoseNoCommit) {
     std::vector<pid_t> children;
     for (int slot = 2; slot < MAX_USER_SLOTS; ++slot)
         children.push_back(start_child([slot] {
@@ -346,7 +367,7 @@ TEST_F(user_table, concurrent_processes_lose_no_commit) {
         EXPECT_EQ(UtilFindUser(("user" + std::to_string(slot)).c_str()), slot);
 }
 
-TEST_F(user_table, a_commit_without_the_lock_keeps_other_slots_of_other_processes) {
+TEST_F(UserTable, ACommitWithoutTheLockKeepsOtherSlotsOfOtherProcesses) {
     add_user(2, "first", "Secret-Pass1", PRIV_USER);
     // This process changes slot 4 without committing; another commits slot 3.
     ASSERT_EQ(UtilSetUserName(4, "mine"), 0);
@@ -362,7 +383,7 @@ TEST_F(user_table, a_commit_without_the_lock_keeps_other_slots_of_other_processe
     EXPECT_EQ(UtilFindUser("mine"), 4);
 }
 
-TEST_F(user_table, a_reader_sees_a_commit_of_another_process_without_the_lock) {
+TEST_F(UserTable, AReaderSeesACommitOfAnotherProcessWithoutTheLock) {
     add_user(2, "alice", "Secret-Pass1", PRIV_USER);
     EXPECT_EQ(UtilFindUser("alice"), 2);
     ASSERT_EQ(run_in_child([] { return UtilDelUserName(2) | PSCommit(); }), 0);
@@ -371,7 +392,7 @@ TEST_F(user_table, a_reader_sees_a_commit_of_another_process_without_the_lock) {
 
 // ---------------------------------------------------------------- seeding
 
-TEST_F(user_table, seed_fills_slot_1_on_first_boot_only) {
+TEST_F(UserTable, SeedFillsSlot1OnFirstBootOnly) {
     EXPECT_EQ(platform::seed_first_administrator("admin", "admin-pass1"),
               platform::seed_result::seeded);
     EXPECT_EQ(UtilFindUser("admin"), 1);
@@ -397,7 +418,7 @@ TEST_F(user_table, seed_fills_slot_1_on_first_boot_only) {
     EXPECT_EQ(UtilFindUser("other"), -1);
 }
 
-TEST_F(user_table, seed_leaves_an_existing_table_alone) {
+TEST_F(UserTable, SeedLeavesAnExistingTableAlone) {
     add_user(2, "alice", "Secret-Pass1", PRIV_USER);
     EXPECT_EQ(platform::seed_first_administrator("admin", "admin-pass1"),
               platform::seed_result::exists);
@@ -405,7 +426,7 @@ TEST_F(user_table, seed_leaves_an_existing_table_alone) {
     EXPECT_EQ(UtilGetLANPriv(1), PRIV_NO_ACCESS);
 }
 
-TEST_F(user_table, seed_refuses_bad_names_and_passwords) {
+TEST_F(UserTable, SeedRefusesBadNamesAndPasswords) {
     EXPECT_EQ(platform::seed_first_administrator("", "admin-pass1"), platform::seed_result::failed);
     EXPECT_EQ(platform::seed_first_administrator("admin", ""), platform::seed_result::failed);
     EXPECT_EQ(platform::seed_first_administrator("a b", "admin-pass1"),
@@ -415,33 +436,31 @@ TEST_F(user_table, seed_refuses_bad_names_and_passwords) {
 
 // ---------------------------------------------------------------- sessions
 
-TEST_F(user_table, an_open_session_is_a_record_naming_the_user) {
+TEST_F(UserTable, AnOpenSessionIsARecordOfTheSlotsCurrentUser) {
     add_user(2, "alice", "Secret-Pass1", PRIV_USER);
     add_user(3, "bob", "Secret-Pass1", PRIV_USER);
-    add_user(4, "abcdefghijklmnop", "Secret-Pass1", PRIV_USER);
     EXPECT_EQ(UtilIsUserActivateSession(2), 0);
-    EXPECT_EQ(UtilIsUserActivateSession(3), 0);
 
-    write_session("abcdefghijklmnopqrstuvwxyz123456", "alice");
+    write_session("abcdefghijklmnopqrstuvwxyz123456", 2);
     EXPECT_NE(UtilIsUserActivateSession(2), 0);
     EXPECT_EQ(UtilIsUserActivateSession(3), 0);
 
-    // The file name proves nothing: the record names alice, not bob.
-    write_session("bob", "alice");
+    // The file name proves nothing, nor does a record that is too short.
+    write_session("bob", 2);
+    write_session("short0000000000000000000000000000", 3, 100);
     EXPECT_EQ(UtilIsUserActivateSession(3), 0);
-    // A record that is too short is not a record.
-    write_session("short0000000000000000000000000000", "bob", 100);
-    EXPECT_EQ(UtilIsUserActivateSession(3), 0);
-    // A 16-character name fills its field without a terminating zero.
-    write_session("full0000000000000000000000000000", "abcdefghijklmnop");
-    EXPECT_NE(UtilIsUserActivateSession(4), 0);
     // Empty slots have no sessions.
     EXPECT_EQ(UtilIsUserActivateSession(5), 0);
     EXPECT_EQ(UtilIsUserActivateSession(-1), 0);
 
-    std::filesystem::remove(path("/tmp/redfish_abcdefghijklmnopqrstuvwxyz123456"));
-    EXPECT_NE(UtilIsUserActivateSession(2), 0);  // redfish_bob still names alice
-    std::filesystem::remove(path("/tmp/redfish_bob"));
+    // A rename keeps the sessions; a new user of the slot has none of the old one's.
+    ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
+    ASSERT_EQ(UtilSetUserName(2, "carol"), 0);
+    ASSERT_EQ(PSCommit(), 0);
+    ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
+    EXPECT_NE(UtilIsUserActivateSession(2), 0);
+    delete_user(2);
+    add_user(2, "alice", "Secret-Pass1", PRIV_USER);
     EXPECT_EQ(UtilIsUserActivateSession(2), 0);
 }
 

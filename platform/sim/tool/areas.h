@@ -35,6 +35,12 @@ extern const area bios_area;
 extern const area boot_area;
 extern const area storage_area;
 extern const area board_area;
+extern const area alerts_area;
+extern const area bmc_area;
+extern const area lan_area;
+extern const area vmedia_area;
+extern const area serial_area;
+extern const area nics_area;
 extern const area tasks_area;
 extern const area firmware_area;
 

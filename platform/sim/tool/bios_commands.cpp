@@ -4,6 +4,7 @@
 
 #include "platform/libbios.h"
 #include "platform/libipmi.h"
+#include "platform/sim/bios_attributes.h"
 #include "platform/sim/bios_config.h"
 #include "platform/sim/tool/areas.h"
 
@@ -45,9 +46,16 @@ int hii(bool on, std::ostream& err) {
     return exit_failed;
 }
 
+int post(std::ostream& err) {
+    if (platform::post_bios_settings()) return exit_ok;
+    err << "bmcsim: cannot write the BIOS attributes\n";
+    return exit_failed;
+}
+
 int run_bios(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
     if (command == "show" && words.size() == 1) return show(out, err);
+    if (command == "post" && words.size() == 1) return post(err);
     bool on = words.size() == 2 && words[1] == "on";
     bool off = words.size() == 2 && words[1] == "off";
     if (command == "update-mode" && (on || off)) return update_mode(on, err);
@@ -57,6 +65,6 @@ int run_bios(const area& self, const arguments& words, std::ostream& out, std::o
 
 }  // namespace
 
-const area bios_area = {"bios", "show | update-mode on|off | hii on|off", run_bios};
+const area bios_area = {"bios", "show | update-mode on|off | hii on|off | post", run_bios};
 
 }  // namespace bmcsim

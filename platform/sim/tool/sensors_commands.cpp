@@ -9,6 +9,7 @@
 #include "platform/libipmi_sensors.h"
 #include "platform/sim/sdr_repository.h"
 #include "platform/sim/sensor_conversion.h"
+#include "platform/sim/sensor_events.h"
 #include "platform/sim/sensor_readings.h"
 #include "platform/sim/tool/areas.h"
 #include "platform/sim/tool/health_names.h"
@@ -94,7 +95,7 @@ bool parse_reading(const St_SensorData& record, const std::string& text, bool ra
 }
 
 int store(uint8_t sensor_number, uint8_t raw, std::ostream& err) {
-    if (platform::set_raw_reading(sensor_number, raw)) return exit_ok;
+    if (platform::set_sensor_reading(sensor_number, raw)) return exit_ok;
     err << "bmcsim: cannot write " << platform::sensor_readings_file() << '\n';
     return exit_failed;
 }

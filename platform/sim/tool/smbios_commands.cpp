@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/libsmbios.h"
+#include "platform/sim/memory_modules.h"
 #include "platform/sim/smbios_store.h"
 #include "platform/sim/tool/areas.h"
 
@@ -69,8 +70,26 @@ int corrupt(std::ostream& err) {
     return write_table(table.substr(0, table.size() / 2), err);
 }
 
+int remove_dimm(const std::string& device_locator, std::ostream& err) {
+    switch (platform::remove_memory_module(device_locator)) {
+        case platform::module_removal::removed:
+            return exit_ok;
+        case platform::module_removal::no_such_module:
+            err << "bmcsim: no memory module in slot " << device_locator << '\n';
+            return exit_failed;
+        case platform::module_removal::table_unreadable:
+            err << "bmcsim: cannot parse " << platform::smbios_table_file() << '\n';
+            return exit_failed;
+        case platform::module_removal::not_stored:
+            break;
+    }
+    err << "bmcsim: cannot write " << platform::smbios_table_file() << '\n';
+    return exit_failed;
+}
+
 int run_smbios(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
+    if (command == "remove-dimm" && words.size() == 2) return remove_dimm(words[1], err);
     if (words.size() != 1) return usage(self, err);
     if (command == "show") return show(out, err);
     if (command == "regenerate") return write_table(platform::generated_smbios_table(), err);
@@ -80,6 +99,7 @@ int run_smbios(const area& self, const arguments& words, std::ostream& out, std:
 
 }  // namespace
 
-const area smbios_area = {"smbios", "show | regenerate | corrupt", run_smbios};
+const area smbios_area = {"smbios", "show | regenerate | corrupt | remove-dimm LOCATOR",
+                          run_smbios};
 
 }  // namespace bmcsim

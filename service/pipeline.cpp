@@ -1,10 +1,9 @@
-#include "frontend/pipeline.h"
+#include "service/pipeline.h"
 
 #include <boost/algorithm/string/split.hpp>
 #include <iostream>
 #include <string>
 
-#include "framework/handler_classes.h"
 #include "framework/redfish.h"
 #include "frontend/exception_http.h"
 #include "frontend/message_table.h"
@@ -16,7 +15,7 @@
 #include "platform/libweb.h"
 #include "security/caller_authentication.h"
 #include "security/privileges.h"
-#include "security/session_resources.h"
+#include "service/handler_classes.h"
 
 namespace odata::redfish {
 namespace {
@@ -42,14 +41,25 @@ void check_odata_version() {
         throw_http_error(412, "TWR.1.0.CertainConfigurationNotSet");
 }
 
-// Query options ("$select", "$expand", ...) are not supported by any
-// resource of the service.
+// Query options ("$select", "$expand", ..., also written "%24top") are not
+// supported by any resource of the service.
 void check_query_options(const std::string& query) {
     std::vector<std::string> options;
     boost::algorithm::split(options, query, [](char c) { return c == '&'; });
     for (const auto& option : options) {
-        if (!option.empty() && option[0] == '$') throw_query_not_supported();
+        if (option.rfind('$', 0) == 0 || option.rfind("%24", 0) == 0) throw_query_not_supported();
     }
+}
+
+// A POST to a collection's "Members" is a POST to the collection.
+void drop_members_segment(request_context& context) {
+    constexpr std::string_view members = "/Members";
+    const std::string_view uri = context.uri;
+    if (context.method != POST || uri.size() <= members.size() ||
+        uri.substr(uri.size() - members.size()) != members)
+        return;
+    context.uri.resize(uri.size() - members.size());
+    context.segments.pop_back();
 }
 
 // Conditional GET: If-None-Match answers 304 when the resource is unchanged.
@@ -106,8 +116,7 @@ void read_body_or_leave_upload(request_context& context, std::istream& input) {
 // The login authenticates itself; the open documents may be read without
 // credentials when the service is set so.
 void authorise(request_context& context, const webservice& handler) {
-    const bool login = context.method == POST && dynamic_cast<const sessionscollection*>(&handler);
-    if (login || reads_without_credentials(context)) return;
+    if (handler.authenticates_itself(context.method) || reads_without_credentials(context)) return;
     authenticate_caller(context);
     if (!caller_is_authorised(context)) throw_insufficient_privilege();
 }
@@ -121,6 +130,7 @@ void handle_request(request_context& context, std::istream& input) {
     InterfaceInfo->kind = interface_redfish;
     check_odata_version();
     check_path_form(context);
+    drop_members_segment(context);
     read_body_or_leave_upload(context, input);
 
     std::shared_ptr<webservice> handler = service_routes().resolve(context.uri, context);
@@ -131,7 +141,8 @@ void handle_request(request_context& context, std::istream& input) {
     handler->call(context.method);
     auto* resource = dynamic_cast<redfish*>(handler.get());
     if (resource && context.method == GET) check_conditional_headers(*resource);
-    handler->send_response();
+    // A handler that answered in full (a login, a 204) sends nothing more.
+    if (!response_headers_ended()) handler->send_response();
 }
 
 void answer_malformed_json() {

@@ -1,0 +1,24 @@
+// Reading and clearing the BMC event log (the BMC's libipmi.so); records
+// are added with LibSaveSysEvtLog (libipmi.h).
+#pragma once
+
+#include <cstdint>
+
+extern "C" {
+
+struct St_SelRecord {
+    int64_t time;  // seconds since the epoch
+    int code;
+    int argument;
+    const char* text;  // valid during the visit only
+};
+
+// Calls visit for each record, oldest first, until it returns non-zero;
+// returns the number of records visited (a missing log has none), or -1
+// without visit.
+int LibVisitSysEvtLog(int (*visit)(const St_SelRecord* record, void* context), void* context);
+
+// Empties the log; 0 on success.
+int LibClearSysEvtLog(void);
+
+}  // extern "C"

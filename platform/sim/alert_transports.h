@@ -1,0 +1,29 @@
+// One delivery attempt per transport; each is bounded by its own timeouts
+// and says why it failed in error.
+#pragma once
+
+#include <string>
+
+#include "platform/alert_settings.h"
+#include "platform/libalert.h"
+#include "platform/sim/alert_payload.h"
+
+namespace platform::sim {
+
+// Seconds one attempt may take at most.
+inline constexpr long alert_attempt_seconds = 10;
+
+// POSTs body to an http or https URL; true for a 2xx answer.
+bool post_redfish_event(const std::string& url, const std::string& body, std::string& error);
+
+// Sends message to one recipient through the SMTP server of settings.
+bool send_mail(const smtp_settings& settings, const std::string& recipient,
+               const std::string& message, std::string& error);
+
+// Sends an SNMPv2c or SNMPv3 trap to the entry's destination.
+bool send_snmp_trap(const St_AlertDest& entry, const alert_content& alert, std::string& error);
+
+// The engine ID that SNMPv3 traps come from, as hexadecimal digits.
+std::string snmp_engine_id_hex();
+
+}  // namespace platform::sim

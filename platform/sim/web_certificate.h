@@ -1,0 +1,12 @@
+// The simulated web server's certificate: <root>/etc/ssl/server.pem, key
+// first, as lighttpd's ssl.pemfile. A reload is lighttpd's graceful restart,
+// SIGUSR1 to the process named in <root>/run/lighttpd.pid.
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+std::string web_certificate_file();
+
+}  // namespace platform

@@ -1,0 +1,26 @@
+#include "resources/managers/action_parameters.h"
+
+#include "framework/property_checks.h"
+#include "frontend/exception_http.h"
+
+namespace odata::redfish {
+
+void check_no_parameters(const request_context& context, const std::string& action) {
+    const char* body = context.body();
+    if (!body || !*body) return;
+    const boost::json::value parameters = context.body_json();
+    const boost::json::object* object = parameters.if_object();
+    if (!object) throw_http_error(400, "Base.1.10.UnrecognizedRequestBody");
+    result_record result = general_error();
+    for (const auto& member : *object)
+        unknown_property::in_post(action).report(result, std::string(member.key()));
+    if (!result.entries.empty()) throw_http_result(400, result);
+}
+
+void add_parameter_message(result_record& result, const std::string& message_id,
+                           const std::string& value, const std::string& parameter,
+                           const std::string& action) {
+    add_message(result, message_id, {value, parameter, action}, {"/" + parameter});
+}
+
+}  // namespace odata::redfish

@@ -1,0 +1,33 @@
+// The certificate service and the one certificate it manages: the HTTPS
+// certificate that the web server serves.
+#pragma once
+
+#include "framework/redfish.h"
+
+namespace odata::redfish {
+
+class certificateservice : public redfish {
+public:
+    explicit certificateservice(request_context& context);
+    int get(request_context& context) override;
+};
+
+class certificatelocations : public redfish {
+public:
+    explicit certificatelocations(request_context& context);
+    int get(request_context& context) override;
+};
+
+class certificatecollection : public redfish {
+public:
+    explicit certificatecollection(request_context& context);
+    int get(request_context& context) override;
+};
+
+class certificate : public redfish {
+public:
+    explicit certificate(request_context& context);
+    int get(request_context& context) override;
+};
+
+}  // namespace odata::redfish

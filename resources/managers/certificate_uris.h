@@ -1,0 +1,18 @@
+// The URIs of the certificate service and of the HTTPS certificate.
+#pragma once
+
+namespace odata::redfish {
+
+inline constexpr const char* certificate_service_uri = "/redfish/v1/CertificateService";
+inline constexpr const char* certificate_locations_uri =
+    "/redfish/v1/CertificateService/CertificateLocations";
+inline constexpr const char* replace_certificate_target_uri =
+    "/redfish/v1/CertificateService/Actions/CertificateService.ReplaceCertificate";
+inline constexpr const char* replace_certificate_actioninfo_uri =
+    "/redfish/v1/CertificateService/ReplaceCertificateActionInfo";
+inline constexpr const char* https_certificates_uri =
+    "/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates";
+inline constexpr const char* https_certificate_uri =
+    "/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates/1";
+
+}  // namespace odata::redfish

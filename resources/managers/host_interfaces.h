@@ -1,0 +1,28 @@
+// The Redfish host interface through which the host reaches the BMC: the
+// collection, the interface, and its (empty) collection of host-side
+// network interfaces.
+#pragma once
+
+#include "framework/redfish.h"
+
+namespace odata::redfish {
+
+class managers_hostinterfacecollection : public redfish {
+public:
+    explicit managers_hostinterfacecollection(request_context& context);
+    int get(request_context& context) override;
+};
+
+class hostinterface : public redfish {
+public:
+    explicit hostinterface(request_context& context);
+    int get(request_context& context) override;
+};
+
+class managers_hostinterfaces_hostethernetinterfacecollection : public redfish {
+public:
+    explicit managers_hostinterfaces_hostethernetinterfacecollection(request_context& context);
+    int get(request_context& context) override;
+};
+
+}  // namespace odata::redfish

@@ -1,0 +1,74 @@
+#include "resources/managers/manager.h"
+
+#include "framework/device_uuid.h"
+#include "framework/schema_files.h"
+#include "framework/status_object.h"
+#include "platform/libbmc.h"
+#include "platform/libipmi.h"
+#include "platform/libipmi_sensors.h"
+#include "platform/libweb.h"
+#include "resources/managers/manager_reset.h"
+#include "resources/managers/manager_uris.h"
+#include "resources/managers/redfish_date_time.h"
+
+namespace odata::redfish {
+namespace {
+
+constexpr int firmware_version_size = 64;
+
+constexpr const char* service_links[][2] = {
+    {"NetworkProtocol", manager_network_protocol_uri},
+    {"EthernetInterfaces", manager_ethernet_interfaces_uri},
+    {"SerialInterfaces", manager_serial_interfaces_uri},
+    {"HostInterfaces", manager_host_interfaces_uri},
+    {"LogServices", manager_log_services_uri},
+    {"VirtualMedia", manager_virtual_media_uri},
+};
+
+boost::json::object links() {
+    return {{"ManagerForServers", boost::json::array{link("/redfish/v1/Systems/1")}},
+            {"ManagerForChassis", boost::json::array{link("/redfish/v1/Chassis/1")}},
+            {"ManagerInChassis", link("/redfish/v1/Chassis/1")}};
+}
+
+// The allowable values also stand in the action: clients such as sushy
+// read them there.
+boost::json::object actions() {
+    boost::json::array reset_types;
+    for (std::string_view name : manager_reset_type_names()) reset_types.emplace_back(name);
+    return {{"#Manager.Reset",
+             {{"target", manager_reset_target_uri},
+              {"ResetType@Redfish.AllowableValues", std::move(reset_types)},
+              {"@Redfish.ActionInfo", manager_reset_actioninfo_uri}}}};
+}
+
+}  // namespace
+
+manager::manager(request_context& context)
+    : redfish(context, "Manager", std::string(schema_file_of("Manager").version), "Manager",
+              manager_uri) {}
+
+int manager::get(request_context&) {
+    set_common_properties();
+    set("Description", "Baseboard Management Controller");
+    set("ManagerType", "BMC");
+    if (const std::string uuid = device_uuid_text(); !uuid.empty()) {
+        set("UUID", uuid);
+        set("ServiceEntryPointUUID", uuid);
+    }
+    set("Status", status_object(SENSOR_HEALTH_OK));
+    set("PowerState", "On");
+    char version[firmware_version_size] = "";
+    if (UtilGetBmcFwVersion(version, sizeof version) == PLT_OK)
+        set("FirmwareVersion", version);
+    else
+        console_log("[ERROR] Manager: no firmware version\n");
+    set("DateTime", redfish_date_time(lx_time_get()));
+    set("DateTimeLocalOffset", "+00:00");
+    for (const auto& [name, uri] : service_links) set(name, link(uri));
+    set("Links", links());
+    set("Actions", actions());
+    return 0;
+}
+
+}  // namespace odata::redfish

@@ -1,0 +1,48 @@
+#include "resources/managers/sel_entries.h"
+
+#include "framework/redfish.h"
+#include "framework/schema_files.h"
+#include "platform/libsel.h"
+#include "platform/libweb.h"
+#include "resources/managers/manager_uris.h"
+#include "resources/managers/redfish_date_time.h"
+
+namespace odata::redfish {
+namespace {
+
+// A failed login is the one record that asks an administrator to look.
+constexpr int event_failed_login = 137;
+
+int collect(const St_SelRecord* record, void* context) {
+    auto& entries = *static_cast<std::vector<sel_entry>*>(context);
+    entries.push_back({static_cast<int>(entries.size()) + 1, record->time, record->code,
+                       record->text ? record->text : ""});
+    return 0;
+}
+
+}  // namespace
+
+std::vector<sel_entry> read_sel_entries() {
+    std::vector<sel_entry> entries;
+    if (LibVisitSysEvtLog(collect, &entries) < 0) console_log("[ERROR] SEL unreadable\n");
+    return entries;
+}
+
+std::string sel_entry_uri(int id) {
+    return std::string(manager_sel_entries_uri) + "/" + std::to_string(id);
+}
+
+boost::json::object sel_log_entry(const sel_entry& entry) {
+    const std::string id = std::to_string(entry.id);
+    return {{"@odata.id", sel_entry_uri(entry.id)},
+            {"@odata.type", schema_type(schema_file_of("LogEntry"))},
+            {"Id", id},
+            {"Name", "Log Entry " + id},
+            {"EntryType", "SEL"},
+            {"Severity", entry.code == event_failed_login ? "Warning" : "OK"},
+            {"Created", redfish_date_time(entry.time)},
+            {"Message", entry.text},
+            {"Links", {{"OriginOfCondition", link(manager_uri)}}}};
+}
+
+}  // namespace odata::redfish

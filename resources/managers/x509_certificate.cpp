@@ -1,0 +1,156 @@
+#include "resources/managers/x509_certificate.h"
+
+#include <openssl/bio.h>
+#include <openssl/err.h>
+#include <openssl/evp.h>
+#include <openssl/pem.h>
+#include <openssl/x509.h>
+#include <openssl/x509v3.h>
+
+#include <memory>
+
+#include "resources/managers/redfish_date_time.h"
+
+namespace odata::redfish {
+namespace {
+
+using bio_ptr = std::unique_ptr<BIO, decltype(&BIO_free)>;
+using x509_ptr = std::unique_ptr<X509, decltype(&X509_free)>;
+using key_ptr = std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)>;
+
+// Keys protected by a passphrase are refused, never prompted for.
+int no_passphrase(char*, int, int, void*) { return 0; }
+
+bio_ptr memory_bio(std::string_view text) {
+    return bio_ptr(BIO_new_mem_buf(text.data(), static_cast<int>(text.size())), BIO_free);
+}
+
+x509_ptr first_certificate(std::string_view pem) {
+    bio_ptr bio = memory_bio(pem);
+    return x509_ptr(bio ? PEM_read_bio_X509(bio.get(), nullptr, no_passphrase, nullptr) : nullptr,
+                    X509_free);
+}
+
+struct name_field {
+    int nid;
+    const char* property;
+};
+
+constexpr name_field name_fields[] = {
+    {NID_commonName, "CommonName"},
+    {NID_organizationName, "Organization"},
+    {NID_organizationalUnitName, "OrganizationalUnit"},
+    {NID_localityName, "City"},
+    {NID_stateOrProvinceName, "State"},
+    {NID_countryName, "Country"},
+};
+
+boost::json::object identifier(const X509_NAME* name) {
+    boost::json::object object;
+    for (const name_field& field : name_fields) {
+        const int index = X509_NAME_get_index_by_NID(name, field.nid, -1);
+        if (index < 0) continue;
+        const ASN1_STRING* data = X509_NAME_ENTRY_get_data(X509_NAME_get_entry(name, index));
+        unsigned char* utf8 = nullptr;
+        const int length = ASN1_STRING_to_UTF8(&utf8, data);
+        if (length >= 0)
+            object[field.property] = std::string(reinterpret_cast<char*>(utf8), length);
+        OPENSSL_free(utf8);
+    }
+    return object;
+}
+
+long long seconds_since_epoch(const ASN1_TIME* time) {
+    std::tm parts{};
+    if (ASN1_TIME_to_tm(time, &parts) != 1) return 0;
+    return static_cast<long long>(timegm(&parts));
+}
+
+std::string hex(const unsigned char* bytes, std::size_t size, const char* separator) {
+    static const char digits[] = "0123456789ABCDEF";
+    std::string text;
+    for (std::size_t i = 0; i < size; ++i) {
+        if (i > 0) text += separator;
+        text += digits[bytes[i] >> 4];
+        text += digits[bytes[i] & 0x0f];
+    }
+    return text;
+}
+
+std::string serial_number(const X509* certificate) {
+    const ASN1_INTEGER* serial = X509_get0_serialNumber(certificate);
+    return hex(serial->data, static_cast<std::size_t>(serial->length), ":");
+}
+
+std::string sha256_fingerprint(const X509* certificate) {
+    unsigned char digest[EVP_MAX_MD_SIZE];
+    unsigned int length = 0;
+    if (X509_digest(certificate, EVP_sha256(), digest, &length) != 1) return {};
+    return hex(digest, length, ":");
+}
+
+// Every certificate block in order, re-encoded: nothing but certificates
+// reaches the chain.
+std::string certificate_chain(std::string_view pem) {
+    bio_ptr in = memory_bio(pem);
+    bio_ptr out(BIO_new(BIO_s_mem()), BIO_free);
+    if (!in || !out) return {};
+    while (X509* next = PEM_read_bio_X509(in.get(), nullptr, no_passphrase, nullptr)) {
+        PEM_write_bio_X509(out.get(), next);
+        X509_free(next);
+    }
+    char* data = nullptr;
+    const long length = BIO_get_mem_data(out.get(), &data);
+    return length > 0 ? std::string(data, static_cast<std::size_t>(length)) : std::string();
+}
+
+// The private key, re-encoded as PKCS#8.
+std::string key_text(EVP_PKEY* key) {
+    bio_ptr out(BIO_new(BIO_s_mem()), BIO_free);
+    if (!out ||
+        PEM_write_bio_PrivateKey(out.get(), key, nullptr, nullptr, 0, nullptr, nullptr) != 1)
+        return {};
+    char* data = nullptr;
+    const long length = BIO_get_mem_data(out.get(), &data);
+    return std::string(data, static_cast<std::size_t>(length));
+}
+
+}  // namespace
+
+std::optional<boost::json::object> certificate_properties(std::string_view pem) {
+    const x509_ptr certificate = first_certificate(pem);
+    if (!certificate) return std::nullopt;
+    return boost::json::object{
+        {"Issuer", identifier(X509_get_issuer_name(certificate.get()))},
+        {"Subject", identifier(X509_get_subject_name(certificate.get()))},
+        {"ValidNotBefore",
+         redfish_date_time(seconds_since_epoch(X509_get0_notBefore(certificate.get())))},
+        {"ValidNotAfter",
+         redfish_date_time(seconds_since_epoch(X509_get0_notAfter(certificate.get())))},
+        {"SerialNumber", serial_number(certificate.get())},
+        {"Fingerprint", sha256_fingerprint(certificate.get())},
+        {"FingerprintHashAlgorithm", "TPM_ALG_SHA256"},
+    };
+}
+
+pair_problem read_certificate_pair(std::string_view pem, long long now, certificate_pair& pair) {
+    bio_ptr bio = memory_bio(pem);
+    if (!bio) return pair_problem::unreadable;
+    const key_ptr key(PEM_read_bio_PrivateKey(bio.get(), nullptr, no_passphrase, nullptr),
+                      EVP_PKEY_free);
+    const x509_ptr certificate = first_certificate(pem);
+    ERR_clear_error();
+    if (!certificate) return pair_problem::no_certificate;
+    if (!key) return pair_problem::no_key;
+    const bool matches = X509_check_private_key(certificate.get(), key.get()) == 1;
+    ERR_clear_error();
+    if (!matches) return pair_problem::key_mismatch;
+    time_t moment = static_cast<time_t>(now);
+    if (X509_cmp_time(X509_get0_notBefore(certificate.get()), &moment) > 0 ||
+        X509_cmp_time(X509_get0_notAfter(certificate.get()), &moment) < 0)
+        return pair_problem::expired;
+    pair = {certificate_chain(pem), key_text(key.get())};
+    return pair.chain.empty() || pair.key.empty() ? pair_problem::unreadable : pair_problem::none;
+}
+
+}  // namespace odata::redfish

@@ -1,0 +1,149 @@
+"""The host's BIOS settings, their pending settings object and the BIOS attribute registry."""
+
+import json
+import os
+
+import pytest
+
+from schema_validation import validate_messages
+
+BIOS = "/redfish/v1/Systems/1/Bios"
+SETTINGS = BIOS + "/SD"
+REGISTRY_FILE = "/redfish/v1/Registries/BiosAttributeRegistry.v1_0_0"
+
+
+@pytest.fixture
+def admin(bmc):
+    session = bmc.admin()
+    bmc.bmcsim("bios", "post")
+    yield session
+    for name in ("tmp/user_save_to_bios.json", "tmp/attributes.json"):
+        try:
+            os.remove(os.path.join(bmc.root, name))
+        except FileNotFoundError:
+            pass
+
+
+def get(session, bmc, path):
+    answer = session.get(bmc.url(path), timeout=10)
+    assert answer.status_code == 200, answer.text
+    return answer.json()
+
+
+def registry(session, bmc):
+    location = get(session, bmc, REGISTRY_FILE)["Location"][0]["Uri"]
+    return {entry["AttributeName"]: entry for entry in get(session, bmc, location)["RegistryEntries"]["Attributes"]}
+
+
+def pending_file(bmc):
+    try:
+        with open(os.path.join(bmc.root, "tmp", "user_save_to_bios.json")) as pending:
+            return pending.read()
+    except FileNotFoundError:
+        return None
+
+
+def test_bios_shows_what_the_bios_reported_with_registry_defaults(bmc, admin):
+    bios = get(admin, bmc, BIOS)
+    assert bios["AttributeRegistry"] == "BiosAttributeRegistry.1.0.0"
+    assert bios["@Redfish.Settings"]["SettingsObject"] == {"@odata.id": SETTINGS}
+    entries = registry(admin, bmc)
+    assert bios["Attributes"] == {name: entry["DefaultValue"] for name, entry in entries.items()}
+    assert entries["HyperThreading"]["Type"] == "Enumeration"
+    assert [value["ValueName"] for value in entries["HyperThreading"]["Value"]] == ["Enabled", "Disabled"]
+    assert (entries["BootTimeout"]["LowerBound"], entries["BootTimeout"]["UpperBound"]) == (0, 65535)
+
+
+def test_a_change_waits_in_the_settings_object_until_the_next_boot(bmc, admin):
+    answer = admin.patch(bmc.url(SETTINGS), json={"Attributes": {"HyperThreading": "Disabled", "BootTimeout": 10,
+                                                                  "QuietBoot": False}}, timeout=10)
+    assert answer.status_code == 204, answer.text
+    admin.patch(bmc.url(SETTINGS), json={"Attributes": {"BootTimeout": 12}}, timeout=10)
+    assert get(admin, bmc, SETTINGS)["Attributes"] == {"HyperThreading": "Disabled", "BootTimeout": 12,
+                                                      "QuietBoot": False}
+    assert get(admin, bmc, BIOS)["Attributes"]["HyperThreading"] == "Enabled"
+    bmc.bmcsim("bios", "post")
+    attributes = get(admin, bmc, BIOS)["Attributes"]
+    assert (attributes["HyperThreading"], attributes["BootTimeout"], attributes["QuietBoot"]) == ("Disabled", 12, False)
+    assert get(admin, bmc, SETTINGS)["Attributes"] == {}
+
+
+@pytest.mark.parametrize("attributes, message", [
+    ({"NoSuchSetting": "x"}, "PropertyUnknown"),
+    ({"BiosRevision": "9.9"}, "PropertyNotWritable"),
+    ({"HyperThreading": "enabled"}, "PropertyValueNotInList"),
+    ({"HyperThreading": 1}, "PropertyValueTypeError"),
+    ({"BootTimeout": 65536}, "PropertyValueOutOfRange"),
+    ({"BootTimeout": -1}, "PropertyValueOutOfRange"),
+    ({"BootTimeout": 18446744073709551615}, "PropertyValueOutOfRange"),
+    ({"BootTimeout": "5"}, "PropertyValueTypeError"),
+    ({"BootTimeout": 5.5}, "PropertyValueTypeError"),
+    ({"QuietBoot": "true"}, "PropertyValueTypeError"),
+    ({"BootURI": "http://" + "a" * 250}, "PropertyValueFormatError"),
+    ({"BootDescription": "line\nbreak"}, "PropertyValueFormatError"),
+])
+def test_a_bad_attribute_is_refused_and_nothing_is_pending(bmc, admin, attributes, message):
+    answer = admin.patch(bmc.url(SETTINGS), json={"Attributes": dict(attributes, VTd="Disabled")}, timeout=10)
+    assert answer.status_code == 400, answer.text
+    validate_messages(answer.json())
+    entries = answer.json()["error"]["@Message.ExtendedInfo"]
+    assert [entry["MessageId"] for entry in entries] == ["Base.1.10." + message]
+    assert entries[0]["RelatedProperties"] == ["/Attributes/" + next(iter(attributes))]
+    assert pending_file(bmc) is None
+
+
+@pytest.mark.parametrize("body", [{"Attributes": "x"}, {"Attributes": {}, "Name": "x"}, {}, []])
+def test_a_malformed_settings_body_is_refused(bmc, admin, body):
+    answer = admin.patch(bmc.url(SETTINGS), data=json.dumps(body), timeout=10)
+    assert answer.status_code == 400, answer.text
+    assert pending_file(bmc) is None
+
+
+def test_bios_itself_is_read_only(bmc, admin):
+    answer = admin.patch(bmc.url(BIOS), json={"Attributes": {"VTd": "Disabled"}}, timeout=10)
+    assert answer.status_code == 405
+    assert bmc.request("PATCH", SETTINGS, json={"Attributes": {"VTd": "Disabled"}}).status_code == 401
+    assert pending_file(bmc) is None
+
+
+SECURE_BOOT = "/redfish/v1/Systems/1/SecureBoot"
+
+
+def test_secure_boot_changes_at_the_next_boot(bmc, admin):
+    assert get(admin, bmc, SECURE_BOOT)["SecureBootCurrentBoot"] == "Disabled"
+    answer = admin.patch(bmc.url(SECURE_BOOT), json={"SecureBootEnable": True}, timeout=10)
+    assert answer.status_code == 204, answer.text
+    secure_boot = get(admin, bmc, SECURE_BOOT)
+    assert (secure_boot["SecureBootEnable"], secure_boot["SecureBootCurrentBoot"]) == (True, "Disabled")
+    assert get(admin, bmc, SETTINGS)["Attributes"] == {"SecureBoot": "Enabled"}
+    bmc.bmcsim("bios", "post")
+    secure_boot = get(admin, bmc, SECURE_BOOT)
+    assert (secure_boot["SecureBootEnable"], secure_boot["SecureBootCurrentBoot"]) == (True, "Enabled")
+
+
+@pytest.mark.parametrize("body, message", [
+    ({"SecureBootEnable": "true"}, "PropertyValueTypeError"),
+    ({"SecureBootEnable": None}, "PropertyValueTypeError"),
+    ({"SecureBootCurrentBoot": "Enabled"}, "PropertyUnknown"),
+])
+def test_a_bad_secure_boot_change_is_refused(bmc, admin, body, message):
+    answer = admin.patch(bmc.url(SECURE_BOOT), json=body, timeout=10)
+    assert answer.status_code == 400, answer.text
+    assert [entry["MessageId"] for entry in answer.json()["error"]["@Message.ExtendedInfo"]] == [
+        "Base.1.10." + message]
+    assert pending_file(bmc) is None
+
+
+def test_secure_boot_is_unknown_before_the_bios_reports(bmc, admin):
+    os.remove(os.path.join(bmc.root, "tmp", "attributes.json"))
+    secure_boot = get(admin, bmc, SECURE_BOOT)
+    assert "SecureBootCurrentBoot" not in secure_boot and "SecureBootEnable" not in secure_boot
+
+
+def test_an_http_boot_uri_joins_the_pending_bios_changes(bmc, admin):
+    admin.patch(bmc.url(SETTINGS), json={"Attributes": {"VTd": "Disabled"}}, timeout=10)
+    answer = admin.patch(bmc.url("/redfish/v1/Systems/1"), json={"Boot": {"HttpBootUri": "http://10.0.0.9/a.efi"}},
+                         timeout=10)
+    assert answer.status_code == 200, answer.text
+    pending = get(admin, bmc, SETTINGS)["Attributes"]
+    assert (pending["VTd"], pending["BootURI"]) == ("Disabled", "http://10.0.0.9/a.efi")

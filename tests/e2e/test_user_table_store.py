@@ -1,0 +1,64 @@
+"""The user table on a full disk: a refused account write changes nothing,
+now or with a later commit of the same process."""
+
+import os
+import shutil
+import subprocess
+
+import pytest
+
+from bmc_instance import BmcInstance
+
+ACCOUNTS = "/redfish/v1/AccountService/Accounts"
+PASSWORD = "Passw0rd-1"
+
+
+@pytest.fixture
+def full_disk_bmc():
+    """A BMC whose user table lives on a small tmpfs that can be filled."""
+    bmc = BmcInstance()
+    table_directory = os.path.join(bmc.root, "nv", "bmc")
+    saved = os.path.join(bmc.root, "users.saved")
+    shutil.copy2(os.path.join(table_directory, "users"), saved)
+    mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "tmpfs", table_directory],
+                             capture_output=True).returncode == 0
+    if not mounted:
+        bmc.stop()
+        pytest.skip("no tmpfs can be mounted here")
+    shutil.copy2(saved, os.path.join(table_directory, "users"))
+    filler = os.path.join(table_directory, "filler")
+    yield bmc, filler
+    subprocess.run(["umount", "--lazy", table_directory], check=True)
+    bmc.stop()
+
+
+def fill(path):
+    descriptor = os.open(path, os.O_WRONLY | os.O_CREAT, 0o600)
+    try:
+        for _ in range(1000):
+            try:
+                os.write(descriptor, b"\0" * 1024)
+            except OSError:
+                return
+    finally:
+        os.close(descriptor)
+    pytest.fail("the tmpfs did not fill")
+
+
+def test_a_write_refused_on_a_full_disk_never_appears(full_disk_bmc):
+    bmc, filler = full_disk_bmc
+    admin = bmc.admin()
+    bmc.bmcsim("users", "add", "3", "bystander", PASSWORD, "2")
+    fill(filler)
+    for _ in range(4):  # reach both service processes
+        refused = admin.post(bmc.url(ACCOUNTS), timeout=10,
+                             json={"UserName": "sneaky", "Password": PASSWORD, "RoleId": "Administrator"})
+        assert refused.status_code >= 400
+        promoted = admin.patch(bmc.url(ACCOUNTS + "/4"), json={"RoleId": "Administrator"}, timeout=10)
+        assert promoted.status_code >= 400
+    os.remove(filler)
+    for role in ("Operator", "ReadOnly", "Operator", "ReadOnly"):
+        assert admin.patch(bmc.url(ACCOUNTS + "/4"), json={"RoleId": role}, timeout=10).status_code == 204
+    listing = bmc.bmcsim("users", "list")
+    assert "sneaky" not in listing
+    assert admin.get(bmc.url(ACCOUNTS + "/4"), timeout=10).json()["RoleId"] == "ReadOnly"
