@@ -32,8 +32,8 @@ enum { TASK_EVENT_CANCELLED = 19 };
 struct TaskMessage {
     char message_id[64];
     char message[256];
-    char argument[64];  // the one message argument; "" when none
-    char related[64];   // the one related property; "" when none
+    char argument[256];  // the one message argument; "" when none
+    char related[64];    // the one related property; "" when none
     char severity[16];
 };
 
@@ -79,6 +79,9 @@ int TaskServiceUpdateTaskETime(int task_id);
 // Adds the message of an event of the platform's event registry.
 int TaskServiceUpdateTaskMsgFromEvt(int task_id, int event, const char* argument,
                                     const char* origin);
+// Fills message with the message key of the platform's event registry,
+// argument standing for its "%1"; negative for an unknown key.
+int TaskServiceEventMessage(const char* key, const char* argument, TaskMessage* message);
 // Adds a message given in full (the worker's outcome).
 int TaskServiceAddTaskMessage(int task_id, const TaskMessage* message);
 

@@ -42,14 +42,14 @@ bool update(const update_job& job, std::string& reason) {
 }
 
 void end_task(const update_job& job, bool succeeded, const std::string& reason) {
-    TaskMessage message{};
-    std::snprintf(message.message, sizeof message.message, "%s, %s, %s, %s",
+    char outcome[256];
+    std::snprintf(outcome, sizeof outcome, "%s, %s, %s, %s",
                   job.device == FW_DEVICE_BIOS ? "BIOS" : "BMC", job.action_uri,
                   succeeded ? "the new firmware is running" : reason.c_str(),
                   succeeded ? "successfully" : "unsuccessfully");
-    std::snprintf(message.message_id, sizeof message.message_id, "%s",
-                  succeeded ? "TaskEvent.1.0.TaskCompletedOK" : "TaskEvent.1.0.TaskAborted");
-    std::snprintf(message.severity, sizeof message.severity, "%s", succeeded ? "OK" : "Critical");
+    TaskMessage message{};
+    TaskServiceEventMessage(succeeded ? "FirmwareUpdateCompleted" : "FirmwareUpdateFailed", outcome,
+                            &message);
     if (succeeded) TaskServiceUpdateTaskPercentage(job.task_id, 100);
     TaskServiceAddTaskMessage(job.task_id, &message);
     TaskServiceUpdateTaskETime(job.task_id);

@@ -8,7 +8,10 @@
 #include <cstring>
 
 #include "platform/bmc_root.h"
+#include "platform/libbmc.h"
 #include "platform/libfwupdate.h"
+#include "platform/plt_result.h"
+#include "platform/sim/bmc_firmware.h"
 #include "platform/sim/firmware_image.h"
 #include "platform/sim/process_identity.h"
 #include "platform/sim/sim_file.h"
@@ -70,12 +73,17 @@ int firmware_device(const std::string& name) {
 std::string firmware_version(int device) {
     const component* found = find_component(device);
     if (!found) return {};
+    // The BMC's running version is the one its manager reports.
+    char bmc_version[64] = {};
+    if (device == FW_DEVICE_BMC && UtilGetBmcFwVersion(bmc_version, sizeof bmc_version) == PLT_OK)
+        return bmc_version;
     return read_state_ini(versions_file())
         .get<std::string>(std::string(found->name) + ".Version", found->first_version);
 }
 
 bool store_firmware_version(int device, const std::string& version) {
     const component* found = find_component(device);
+    if (device == FW_DEVICE_BMC) return platform::set_bmc_firmware_version(version);
     return found && update_state_ini(versions_file(), [&](boost::property_tree::ptree& tree) {
                tree.put(std::string(found->name) + ".Version", version);
                return true;

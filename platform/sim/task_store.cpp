@@ -8,8 +8,10 @@
 #include <cstring>
 #include <ctime>
 #include <functional>
+#include <string_view>
 
 #include "platform/bmc_root.h"
+#include "platform/event_messages.h"
 #include "platform/libtask.h"
 #include "platform/sim/process_identity.h"
 #include "platform/sim/sim_file.h"
@@ -19,8 +21,6 @@ namespace json = boost::json;
 using platform::sim::process_identity;
 
 namespace {
-
-constexpr const char* worker_gone_text = "The process working on the task ended unexpectedly.";
 
 std::string store_file() { return platform::bmc_path("/nv/task_store.json"); }
 
@@ -86,15 +86,27 @@ void copy_text(char (&target)[size], const std::string& source) {
     target[size - 1] = '\0';
 }
 
-TaskMessage make_message(const char* id, const std::string& message, const std::string& argument,
-                         const std::string& related, const char* severity) {
-    TaskMessage entry{};
-    copy_text(entry.message_id, id);
-    copy_text(entry.message, message);
-    copy_text(entry.argument, argument);
+const platform::event_message* find_event_message(std::string_view key) {
+    for (const platform::event_message& row : platform::event_messages())
+        if (row.key == key) return &row;
+    return nullptr;
+}
+
+// The registry's message of key, argument standing for its "%1".
+bool event_task_message(std::string_view key, const std::string& argument,
+                        const std::string& related, TaskMessage& entry) {
+    const platform::event_message* row = find_event_message(key);
+    if (!row) return false;
+    std::string text(row->message);
+    const size_t placeholder = text.find("%1");
+    if (placeholder != std::string::npos) text.replace(placeholder, 2, argument);
+    entry = TaskMessage{};
+    copy_text(entry.message_id, std::string(platform::event_registry_prefix) + std::string(key));
+    copy_text(entry.message, text);
+    copy_text(entry.argument, placeholder != std::string::npos ? argument : std::string());
     copy_text(entry.related, related);
-    copy_text(entry.severity, severity);
-    return entry;
+    copy_text(entry.severity, std::string(row->severity));
+    return true;
 }
 
 // A task whose worker is gone ends as Exception, as of its last change.
@@ -107,8 +119,8 @@ void settle(json::object& task) {
     task["EndTime"] = number(task, "Updated");
     task["Health"] = "Critical";
     task["Worker"] = "";
-    add_message(task,
-                make_message("TaskEvent.1.0.TaskAborted", worker_gone_text, "", "", "Critical"));
+    TaskMessage ended{};
+    if (event_task_message("TaskWorkerEnded", "", "", ended)) add_message(task, ended);
 }
 
 json::object* task_at(json::object& store, int task_id) {
@@ -308,11 +320,16 @@ int TaskServiceUpdateTaskETime(int task_id) {
 int TaskServiceUpdateTaskMsgFromEvt(int task_id, int event, const char* argument,
                                     const char* origin) {
     if (event != TASK_EVENT_CANCELLED) return -1;
-    const std::string shown = argument ? argument : "";
-    const TaskMessage message = make_message("TaskEvent.1.0.TaskCancelled",
-                                             "The task with Id '" + shown + "' has been cancelled.",
-                                             shown, origin ? origin : "", "Warning");
+    TaskMessage message{};
+    if (!event_task_message("TaskCancelled", argument ? argument : "", origin ? origin : "",
+                            message))
+        return -1;
     return change_task(task_id, [&](json::object& task) { add_message(task, message); });
+}
+
+int TaskServiceEventMessage(const char* key, const char* argument, TaskMessage* message) {
+    if (!key || !message) return -1;
+    return event_task_message(key, argument ? argument : "", "", *message) ? 0 : -1;
 }
 
 int TaskServiceAddTaskMessage(int task_id, const TaskMessage* message) {

@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <cstring>
+#include <string>
 
 #include "platform/libtask.h"
 #include "sim_root_fixture.h"
@@ -73,12 +74,30 @@ TEST_F(task_store, CancelMessageAndDisabledService) {
     ASSERT_EQ(info.message_count, 1);
     EXPECT_STREQ(info.messages[0].argument, "1");
     EXPECT_STREQ(info.messages[0].related, "redfish/v1/TaskService/Tasks");
+    EXPECT_STREQ(info.messages[0].message_id, "Event.1.0.TaskCancelled");
+    EXPECT_STREQ(info.messages[0].message, "The task with Id '1' has been cancelled.");
     ASSERT_EQ(TaskServiceSetStartStop(0), 0);
     int refused = 0;
     EXPECT_LT(TaskServiceAddTask("Simple Update", &refused), 0);
     TaskServiceConfig config{};
     ASSERT_EQ(TaskServiceGetConfig(&config), 0);
     EXPECT_EQ(config.enabled, 0);
+}
+
+// Worker outcomes are messages of the event registry; an overlong outcome
+// is cut, never overrun.
+TEST(TaskEventMessages, RegistryMessagesWithTheirArgument) {
+    TaskMessage message{};
+    EXPECT_LT(TaskServiceEventMessage("NoSuchEvent", "x", &message), 0);
+    EXPECT_LT(TaskServiceEventMessage(nullptr, "x", &message), 0);
+    const std::string outcome(1000, 'o');
+    ASSERT_EQ(TaskServiceEventMessage("FirmwareUpdateFailed", outcome.c_str(), &message), 0);
+    EXPECT_STREQ(message.message_id, "Event.1.0.FirmwareUpdateFailed");
+    EXPECT_STREQ(message.severity, "Critical");
+    EXPECT_EQ(std::strlen(message.message), sizeof message.message - 1);
+    EXPECT_EQ(std::strlen(message.argument), sizeof message.argument - 1);
+    ASSERT_EQ(TaskServiceEventMessage("TaskWorkerEnded", "ignored", &message), 0);
+    EXPECT_STREQ(message.argument, "");
 }
 
 TEST_F(task_store, AFullStoreReusesTheOldestFinishedPlaceOnly) {
@@ -122,7 +141,7 @@ TEST_F(task_store, ATaskWhoseWorkerDiedEndsAsException) {
     EXPECT_EQ(ended.state, TASK_STATE_EXCEPTION);
     EXPECT_NE(ended.end_time, 0);
     ASSERT_EQ(ended.message_count, 1);
-    EXPECT_STREQ(ended.messages[0].message_id, "TaskEvent.1.0.TaskAborted");
+    EXPECT_STREQ(ended.messages[0].message_id, "Event.1.0.TaskWorkerEnded");
 }
 
 TEST_F(task_store, AMalformedStoreReadsAsEmpty) {
