@@ -68,8 +68,10 @@
 #include "tasks/taskservice.h"
 #include "update/firmwareinventory.h"
 #include "update/simpleupdateactioninfo.h"
+#include "update/twrupdateservice_install.h"
 #include "update/updateservice.h"
 #include "update/updateservice_simpleupdate.h"
+#include "update/updateservice_startupdate.h"
 #include "update/upload.h"
 
 namespace odata::redfish {
@@ -169,6 +171,8 @@ const handler_factories& handler_classes() {
         {"simpleupdateactioninfo", make_handler<simpleupdateactioninfo>},
         {"twrfirmwareinventory", make_handler<twrfirmwareinventory>},
         {"twrfirmwareinventorycollection", make_handler<twrfirmwareinventorycollection>},
+        {"updateservice_startupdate", make_handler<updateservice_startupdate>},
+        {"twrupdateservice_install", make_handler<twrupdateservice_install>},
         {"virtualmedia", make_handler<virtualmedia>},
         {"virtualmedia_ejectmedia", make_handler<virtualmedia_ejectmedia>},
         {"virtualmedia_insertmedia", make_handler<virtualmedia_insertmedia>},

@@ -3,14 +3,26 @@
 
 #include <string>
 
+#include <boost/json.hpp>
+
 #include "frontend/message.h"
 
 namespace odata::redfish {
 
-struct push_parameters {
-    int device = 0;         // FW_DEVICE_BMC or FW_DEVICE_BIOS
-    bool on_reset = false;  // staged for the next host reset (BIOS only)
+// @Redfish.OperationApplyTime of the push.
+enum class push_apply_time {
+    immediate,        // flashed at once
+    on_reset,         // staged for the next host reset (BIOS only)
+    on_start_update,  // staged until UpdateService.StartUpdate
 };
+
+struct push_parameters {
+    int device = 0;  // FW_DEVICE_BMC or FW_DEVICE_BIOS
+    push_apply_time apply_time = push_apply_time::immediate;
+};
+
+// The device of a push target URI; 0 for another.
+int push_target_device(const boost::json::value& target);
 
 // Reads the JSON text of the part; each failure adds one message to result
 // and logs its console line.

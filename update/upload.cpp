@@ -16,8 +16,9 @@
 #include "update/multipart_reader.h"
 #include "update/push_parameters.h"
 #include "update/small_file.h"
-#include "update/update_job.h"
+#include "update/staged_components.h"
 #include "update/update_uris.h"
+#include "update/waiting_push.h"
 
 namespace odata::redfish {
 namespace {
@@ -27,25 +28,6 @@ constexpr long long max_content_length = max_image_bytes + (1LL << 20);
 constexpr size_t max_boundary_length = 128;
 constexpr size_t max_parameters_length = 65536;
 constexpr const char* parsing_content_text = "Please check the parsing content.";
-
-struct staged_component {
-    int device;
-    const char* name;
-    const char* staging_file;
-    const char* inventory_entry;
-    const char* task_name;
-};
-
-constexpr staged_component staged_components[] = {
-    {FW_DEVICE_BMC, "BMC", "/tmp/fwimgbuff", "Staging_BMC", "BMC Update"},
-    {FW_DEVICE_BIOS, "BIOS", "/tmp/bios_rom", "Staging_BIOS", "BIOS Update"},
-};
-
-const staged_component& component_of(int device) {
-    for (const staged_component& each : staged_components)
-        if (each.device == device) return each;
-    return staged_components[0];
-}
 
 [[noreturn]] void throw_push_error(const char* console_line, const char* text) {
     console_log("%s", console_line);
@@ -144,14 +126,22 @@ void record_staged_version(const staged_component& component) {
     throw_http_error(400, "TWR.1.0.OemBiosUploadFail");
 }
 
+// An image that waits for UpdateService.StartUpdate: a Pending task, and
+// the lock free meanwhile.
+void stage_for_start_request(const staged_component& component) {
+    const std::optional<TaskInfo> task = create_task(component.task_name, "HttpPushUri");
+    if (!task || TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0 ||
+        !store_waiting_push({task->id, component.device}))
+        throw_not_staged("", "Upload file error.");
+    release_fw_updating_lock();
+    answer_accepted(*task);
+}
+
 // Flashes the staged image in a task.
 void start_flash(const staged_component& component) {
     const std::optional<TaskInfo> task = create_task(component.task_name, "HttpPushUri");
     if (!task) throw_not_staged("", "Create task service error.");
-    const update_job job{task->id, component.device, http_push_uri,
-                         platform::bmc_path(component.staging_file),
-                         [](std::string&) { return true; }};
-    if (!start_update_worker(job)) {
+    if (!start_staged_flash(task->id, component, http_push_uri)) {
         TaskServiceUpdateTaskState(task->id, TASK_STATE_EXCEPTION);
         throw_not_staged("", "Create task service error.");
     }
@@ -167,15 +157,20 @@ int upload::post(request_context& context) {
     if (!context.upload) throw_http_error(500, "Base.1.10.InternalError");
     multipart_reader reader(*context.upload, boundary, length);
     const push_parameters parameters = read_parameters(reader);
-    const staged_component& component = component_of(parameters.device);
-    if (component.device == FW_DEVICE_BIOS && !parameters.on_reset)
+    const staged_component& component = staged_component_of(parameters.device);
+    // An image that waits is written, and checked, later.
+    if (component.device == FW_DEVICE_BIOS && parameters.apply_time == push_apply_time::immediate)
         check_bios_host_off("TWR.1.0.OemHttppushuriErrorMessage", "OemHttpPushUriErrors");
     take_firmware_update_lock(component.name);
+    drop_waiting_push(component.device);
     if (!stage_image(reader, component))
         throw_not_staged("[ERROR] HttpPushUri upload file\n", "Upload file error.");
     record_staged_version(component);
-    if (parameters.on_reset) stage_for_reset();
-    start_flash(component);
+    if (parameters.apply_time == push_apply_time::on_reset) stage_for_reset();
+    if (parameters.apply_time == push_apply_time::on_start_update)
+        stage_for_start_request(component);
+    else
+        start_flash(component);
     return 0;
 }
 
