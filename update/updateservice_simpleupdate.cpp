@@ -71,11 +71,11 @@ int updateservice_simpleupdate::post(request_context& context) {
     const bool bios = request.device == FW_DEVICE_BIOS;
     if (bios) check_bios_host_off(error_message, result.code.c_str());
     take_firmware_update_lock(bios ? "BIOS" : "BMC");
-    // The download takes the place of any pushed image.
-    drop_waiting_push(0);
 
     const std::optional<TaskInfo> task = create_task("Simple Update", "SimpleUpdate");
     if (!task) throw_not_started("Create task service error.");
+    // The download takes the place of any pushed image.
+    drop_waiting_push(0);
     if (!start_update_worker(download_job(task->id, request))) {
         TaskServiceUpdateTaskState(task->id, TASK_STATE_EXCEPTION);
         throw_not_started("Create task service error.");
