@@ -35,6 +35,8 @@ int updateservice::get(request_context&) {
     set("Status", {{"State", "Enabled"}, {"Health", "OK"}});
     set("ServiceEnabled", true);
     set("HttpPushUri", http_push_uri);
+    // The push URI takes the multipart form of DSP0266.
+    set("MultipartHttpPushUri", http_push_uri);
     set("FirmwareInventory", link(firmware_inventory_uri));
     set("Actions", actions());
     set("Oem", oem());

@@ -89,6 +89,7 @@ def test_update_service_links_resolve(bmc):
     admin = bmc.admin()
     service = admin.get(bmc.url(UPDATE_SERVICE)).json()
     validate(service)
+    assert service["MultipartHttpPushUri"] == service["HttpPushUri"] == PUSH_URI
     links = [service["FirmwareInventory"]["@odata.id"],
              service["Oem"]["Tarnwright"]["TwrFirmwareInventory"]["@odata.id"]]
     for inventory_uri in links:
