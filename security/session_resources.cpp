@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "framework/property_checks.h"
 #include "frontend/exception_http.h"
 #include "frontend/message_table.h"
 #include "security/auth.h"
@@ -18,8 +19,10 @@ constexpr const char* collection_uri = "/redfish/v1/SessionService/Sessions";
 // headers, and the web server sends no body with a 204.
 void answer_no_content() { std::cout << "Status: 204 No Content\r\n"; }
 
-// Collects the messages of one SessionService property.
+// Collects the messages of one SessionService property; the settings stay
+// locked from their read to the store.
 struct session_service_patch {
+    const platform::record_lock hold = sessionserviceconfig::lock();
     long timeout = sessionserviceconfig::session_timeout();
     bool enabled = sessionserviceconfig::service_enabled();
     result_record result = general_error();
@@ -27,15 +30,9 @@ struct session_service_patch {
     void apply(const std::string& name, const boost::json::value& value) {
         const std::string text = boost::json::serialize(value);
         if (name == "SessionTimeout") {
-            if (!value.is_int64() && !value.is_uint64()) {
-                add_message(result, "Base.1.10.PropertyValueTypeError", {text, name}, {"/" + name});
-            } else if (value.to_number<long>() < min_session_timeout ||
-                       value.to_number<long>() > max_session_timeout) {
-                add_message(result, "Base.1.10.PropertyValueFormatError", {text, name},
-                            {"/" + name});
-            } else {
-                timeout = value.to_number<long>();
-            }
+            std::optional<long> accepted = require_integer_in_range(
+                value, min_session_timeout, max_session_timeout, name, result);
+            if (accepted) timeout = *accepted;
         } else if (name == "ServiceEnabled") {
             if (!value.is_bool())
                 add_message(result, "Base.1.10.PropertyValueTypeError", {text, name}, {"/" + name});

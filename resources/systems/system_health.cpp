@@ -8,6 +8,7 @@
 
 #include "platform/libipmi.h"
 #include "platform/libipmi_sensors.h"
+#include "resources/chassis/sdr_sensors.h"
 
 namespace odata::redfish {
 
@@ -19,7 +20,7 @@ int system_health_code() {
 int processor_health_code() {
     static const std::regex processor_temperature("CPU.*Temp");
     int worst = SENSOR_HEALTH_OK;
-    for (int i = 0; i < at_p_St_GlobalVar->sensor_count; ++i) {
+    for (size_t i = 0; i < sensor_record_count(); ++i) {
         const St_SensorData& record = at_St_SensorData[i];
         if (!std::regex_match(record.id_string, processor_temperature)) continue;
         worst =
