@@ -14,8 +14,8 @@ namespace {
 // The action has no required parameter: an empty body asks for the pushed
 // image as it waits.
 boost::json::object start_update_body(const request_context& context) {
-    const char* body = context.body();
-    if (!body || !*body) return {};
+    const std::optional<std::string_view> body = context.body();
+    if (!body || body->empty()) return {};
     const boost::json::value parsed = context.body_json();
     if (!parsed.is_object()) throw_http_error(400, "Base.1.10.UnrecognizedRequestBody");
     return parsed.as_object();
