@@ -4,9 +4,9 @@
 
 #include <fstream>
 
+#include "platform/atomic_file.h"
 #include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
-#include "update/small_file.h"
 
 namespace odata::redfish {
 namespace {
@@ -63,7 +63,7 @@ std::optional<firmware_component> find_firmware_component(const std::string& id)
 bool store_staged_version(const std::string& id, const std::string& version) {
     const std::string directory = platform::bmc_path("/tmp/fwinventory");
     ::mkdir(directory.c_str(), 0755);
-    return replace_small_file(staged_file(id), version + "\n");
+    return platform::write_file_atomically(staged_file(id), version + "\n", 0600);
 }
 
 }  // namespace odata::redfish

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "frontend/exception_http.h"
+#include "platform/atomic_file.h"
 #include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/libtask.h"
@@ -15,7 +16,6 @@
 #include "update/image_file.h"
 #include "update/multipart_reader.h"
 #include "update/push_parameters.h"
-#include "update/small_file.h"
 #include "update/staged_components.h"
 #include "update/update_uris.h"
 #include "update/waiting_push.h"
@@ -118,9 +118,10 @@ void record_staged_version(const staged_component& component) {
     const std::optional<TaskInfo> task = create_task("BIOS Update", "BiosUpdate");
     const std::string pending =
         "[PendingTask]\nTaskId=" + std::to_string(task ? task->id : 0) + "\n";
+    platform::staged_files markers;
     if (!task || TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0 ||
-        !replace_small_file(platform::bmc_path("/nv/pending_task.ini"), pending) ||
-        !replace_small_file(platform::bmc_path("/nv/OnReset_Update"), "") ||
+        !markers.stage(platform::bmc_path("/nv/pending_task.ini"), pending, 0600) ||
+        !markers.stage(platform::bmc_path("/nv/OnReset_Update"), "", 0600) || !markers.commit() ||
         set_fw_updating_lock_holder(0) != 0)
         throw_not_staged("", "Upload file error.");
     throw_http_error(400, "TWR.1.0.OemBiosUploadFail");

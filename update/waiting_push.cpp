@@ -6,9 +6,9 @@
 #include <fstream>
 #include <string>
 
+#include "platform/atomic_file.h"
 #include "platform/bmc_root.h"
 #include "platform/libtask.h"
-#include "update/small_file.h"
 #include "update/staged_components.h"
 
 namespace odata::redfish {
@@ -37,9 +37,10 @@ std::optional<waiting_push> read_record() {
 
 bool store_waiting_push(const waiting_push& push) {
     drop_waiting_push(0);
-    return replace_small_file(record_file(),
-                              "[WaitingPush]\nTaskId=" + std::to_string(push.task_id) +
-                                  "\nDevice=" + std::to_string(push.device) + "\n");
+    return platform::write_file_atomically(record_file(),
+                                           "[WaitingPush]\nTaskId=" + std::to_string(push.task_id) +
+                                               "\nDevice=" + std::to_string(push.device) + "\n",
+                                           0600);
 }
 
 void drop_waiting_push(int device) {
