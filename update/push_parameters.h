@@ -21,7 +21,8 @@ struct push_parameters {
     push_apply_time apply_time = push_apply_time::immediate;
 };
 
-// The device of a push target URI; 0 for another.
+// The device of a firmware target URI (the BMC or the BIOS, for a push
+// or a pull); 0 for another.
 int push_target_device(const boost::json::value& target);
 
 // Reads the JSON text of the part; each failure adds one message to result

@@ -5,7 +5,7 @@
 
 #include "platform/libfwupdate.h"
 #include "platform/libweb.h"
-#include "update/update_uris.h"
+#include "update/push_parameters.h"
 
 namespace odata::redfish {
 namespace {
@@ -20,16 +20,6 @@ struct transfer_protocol {
 
 constexpr transfer_protocol transfer_protocols[] = {
     {"HTTP", "http"}, {"HTTPS", "https"}, {"FTP", "ftp"}};
-
-struct update_target {
-    const char* uri;
-    int device;
-};
-
-constexpr update_target update_targets[] = {
-    {bmc_target_uri, FW_DEVICE_BMC},
-    {bios_target_uri, FW_DEVICE_BIOS},
-};
 
 void add_error(result_record& result, const char* text) {
     add_message(result, "TWR.1.0.OemSimpleupdateErrorMessage", {text});
@@ -137,12 +127,6 @@ void read_protocol(const boost::json::object& body, const std::string& scheme,
     request.protocol = protocol->name;
 }
 
-int target_device(const boost::json::value& target) {
-    for (const update_target& each : update_targets)
-        if (target.is_string() && target.as_string() == each.uri) return each.device;
-    return 0;
-}
-
 // Without Targets the BMC is updated.
 void read_targets(const boost::json::object& body, simple_update_request& request,
                   result_record& result) {
@@ -154,8 +138,9 @@ void read_targets(const boost::json::object& body, simple_update_request& reques
     const boost::json::array* list = targets->if_array();
     const bool known =
         list && !list->empty() &&
-        std::all_of(list->begin(), list->end(),
-                    [](const boost::json::value& target) { return target_device(target) != 0; });
+        std::all_of(list->begin(), list->end(), [](const boost::json::value& target) {
+            return push_target_device(target) != 0;
+        });
     if (!known) {
         console_log("[ERROR] SimpleUpdate.Targets\n");
         add_error(result, "Input Targets format error.");
@@ -163,7 +148,7 @@ void read_targets(const boost::json::object& body, simple_update_request& reques
         console_log("[ERROR] SimpleUpdate.Targets\n");
         add_error(result, "Input Targets parameter error, only support one target each time.");
     } else {
-        request.device = target_device(list->front());
+        request.device = push_target_device(list->front());
     }
 }
 
