@@ -2,7 +2,10 @@
 
 #include <unistd.h>
 
+#include <cstdio>
+#include <fstream>
 #include <iostream>
+#include <string>
 
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
@@ -39,8 +42,20 @@ TaskInfo requested_task(const request_context& context) {
     return info;
 }
 
-// A BIOS image staged for the next host reset is dropped with its task.
-void drop_staged_bios() {
+// The task that /nv/pending_task.ini names; 0 when none.
+int staged_bios_task() {
+    std::ifstream file(platform::bmc_path("/nv/pending_task.ini"));
+    std::string line;
+    int task_id = 0;
+    while (std::getline(file, line)) std::sscanf(line.c_str(), "TaskId=%d", &task_id);
+    return task_id;
+}
+
+// A BIOS image staged for the next host reset is dropped with its task, and
+// the lock it held freed. Another BIOS task leaves the lock alone: its
+// worker, or another update, holds it.
+void drop_staged_bios(int task_id) {
+    if (staged_bios_task() != task_id) return;
     release_fw_updating_lock();
     ::unlink(platform::bmc_path("/nv/OnReset_Update").c_str());
     ::unlink(platform::bmc_path("/nv/pending_task.ini").c_str());
@@ -76,7 +91,7 @@ int task::del(request_context& context) {
         TaskServiceUpdateTaskMsgFromEvt(info.id, TASK_EVENT_CANCELLED, id_text.c_str(),
                                         cancel_origin) < 0)
         throw_http_error(500, "Base.1.10.InternalError");
-    if (std::string_view(info.name) == bios_update_task) drop_staged_bios();
+    if (std::string_view(info.name) == bios_update_task) drop_staged_bios(info.id);
     std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n"
               << "Location: " << task_monitor_uri(info.monitor_id) << "\r\n";
     set_body(render_result({"Success", "Successfully Completed Request.", {}}));

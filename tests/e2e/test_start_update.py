@@ -153,3 +153,23 @@ def test_task_messages_come_from_the_event_registry(bmc):
     assert cancelled["Message"] == registry["TaskCancelled"]["Message"].replace("%1", task["Id"])
     assert admin.post(bmc.url(START_UPDATE)).status_code == 400
     assert TASKS in task["@odata.id"]
+
+
+def test_cancelling_a_waiting_bios_push_leaves_a_running_update_its_lock(bmc):
+    admin = bmc.admin()
+    task = push_waiting(bmc, "BIOS", "7.1.0", BIOS_TARGET)
+    silent = SilentServer()
+    try:
+        running = simple_update(bmc, admin, ImageURI=silent.host + "/a.img",
+                                TransferProtocol="HTTP")
+        assert running.status_code == 202
+        # The download has dropped the waiting image; cancelling its task
+        # must not free the lock that the download holds.
+        assert admin.delete(bmc.url(task["@odata.id"])).status_code == 200
+        assert firmware(bmc)["updating"] == "1"
+        second = simple_update(bmc, admin, ImageURI=silent.host + "/b.img",
+                               TransferProtocol="HTTP")
+        assert second.status_code == 400
+        wait_for_end(bmc, admin, running.headers["Location"])
+    finally:
+        silent.stop()
