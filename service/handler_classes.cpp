@@ -15,6 +15,7 @@
 #include "resources/chassis/pciedevicescollection.h"
 #include "resources/chassis/pcieslots.h"
 #include "resources/chassis/power.h"
+#include "resources/chassis/sata_backplane.h"
 #include "resources/chassis/sensor.h"
 #include "resources/chassis/sensorcollection.h"
 #include "resources/chassis/thermal.h"
@@ -49,6 +50,7 @@
 #include "resources/systems/secureboot.h"
 #include "resources/systems/simplestorage.h"
 #include "resources/systems/simplestoragecollection.h"
+#include "resources/systems/storage.h"
 #include "resources/systems/system.h"
 #include "resources/systems/systemcollection.h"
 #include "resources/systems/systems_ethernetinterfacecollection.h"
@@ -144,9 +146,18 @@ const handler_factories& handler_classes() {
         {"submittesteventactioninfo", make_handler<submittesteventactioninfo>},
         {"simplestorage", make_handler<simplestorage>},
         {"simplestoragecollection", make_handler<simplestoragecollection>},
+        {"storage", make_handler<storage>},
+        {"storagecollection", make_handler<storagecollection>},
+        {"storagepod", make_handler<storagepod>},
+        {"diskdrive", make_handler<diskdrive>},
         {"system", make_handler<system>},
         {"systemcollection", make_handler<systemcollection>},
         {"systems_ethernetinterfacecollection", make_handler<systems_ethernetinterfacecollection>},
+        {"systems_logentry", make_handler<systems_logentry>},
+        {"systems_logentrycollection", make_handler<systems_logentrycollection>},
+        {"systems_logservice_clearlog", make_handler<systems_logservice_clearlog>},
+        {"systems_logservicecollection", make_handler<systems_logservicecollection>},
+        {"systems_logservices", make_handler<systems_logservices>},
         {"thermal", make_handler<thermal>},
         {"virtualmedia", make_handler<virtualmedia>},
         {"virtualmedia_ejectmedia", make_handler<virtualmedia_ejectmedia>},

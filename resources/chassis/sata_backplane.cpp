@@ -1,0 +1,107 @@
+#include "resources/chassis/sata_backplane.h"
+
+#include "framework/schema_files.h"
+#include "framework/status_object.h"
+#include "frontend/exception_http.h"
+#include "platform/libipmi_sensors.h"
+#include "resources/chassis/chassis_uris.h"
+
+namespace odata::redfish {
+namespace {
+
+// The one enclosure with drives the simulated host has; the controller
+// families' enclosures carry no drive data.
+constexpr const char* sata_backplane_id = "StorageBackplane";
+constexpr const char* sata_storage_uri = "/redfish/v1/Systems/1/Storage/SATAEmbedded";
+
+std::string drive_uri(int bay) {
+    return std::string(sata_backplane_uri) + "/Drives/" + sata_bay_name(bay);
+}
+
+// The enclosure segment comes first among the captures, the bay number last.
+std::string enclosure_captured(const request_context& context) {
+    return context.captures.empty() ? std::string() : context.captures.front();
+}
+
+bool names_sata_backplane(const request_context& context) {
+    return enclosure_captured(context) == sata_backplane_id;
+}
+
+std::string captured_text(const request_context& context) {
+    return context.captures.empty() ? std::string() : context.captures.back();
+}
+
+boost::json::array links_to(const std::vector<std::string>& uris) {
+    boost::json::array links;
+    for (const std::string& uri : uris) links.push_back(link(uri));
+    return links;
+}
+
+}  // namespace
+
+std::vector<St_SataDrive> sata_bays() {
+    std::vector<St_SataDrive> bays;
+    for (int bay = 0; bay < UtilGetSataBayCount(); ++bay) {
+        St_SataDrive drive{};
+        if (UtilGetSataDrive(bay, &drive) == PLT_OK) bays.push_back(drive);
+    }
+    return bays;
+}
+
+std::string sata_bay_name(int bay) { return "Disk.Bay." + std::to_string(bay); }
+
+std::vector<std::string> sata_drive_uris() {
+    std::vector<std::string> uris;
+    for (const St_SataDrive& drive : sata_bays())
+        if (drive.present) uris.push_back(drive_uri(drive.bay));
+    return uris;
+}
+
+storagepod::storagepod(request_context& context)
+    : redfish(context, "Chassis", std::string(schema_file_of("Chassis").version),
+              "SATA Storage Backplane", context.uri) {}
+
+int storagepod::get(request_context& context) {
+    if (!names_sata_backplane(context))
+        throw_http_error(404, "Base.1.10.ResourceNotFound",
+                         {"Chassis", enclosure_captured(context)});
+    uri_ = sata_backplane_uri;
+    set_common_properties();
+    set("Description", "The backplane of the host's onboard SATA bays");
+    set("ChassisType", "StorageEnclosure");
+    set("Status", status_object(SENSOR_HEALTH_OK));
+    const std::vector<std::string> drives = sata_drive_uris();
+    set("Links", boost::json::object{{"ContainedBy", link(chassis_uri)},
+                                     {"Drives", links_to(drives)},
+                                     {"Drives@odata.count", drives.size()},
+                                     {"Storage", boost::json::array{link(sata_storage_uri)}}});
+    return 0;
+}
+
+diskdrive::diskdrive(request_context& context)
+    : redfish(context, "Drive", std::string(schema_file_of("Drive").version), "", context.uri) {}
+
+// Bays are written without leading zeros: "Disk.Bay.01" names no drive.
+int diskdrive::get(request_context& context) {
+    const int bay = context.capture_number(context.captures.size() - 1);
+    const std::vector<St_SataDrive> bays = sata_bays();
+    if (!names_sata_backplane(context) || bay < 0 ||
+        captured_text(context) != std::to_string(bay) ||
+        static_cast<std::size_t>(bay) >= bays.size() || !bays[bay].present)
+        throw_http_error(404, "Base.1.10.ResourceNotFound", {"Drive", captured_text(context)});
+    const St_SataDrive& drive = bays[bay];
+    name_ = sata_bay_name(bay);
+    set_common_properties();
+    set("Status", status_object(SENSOR_HEALTH_OK));
+    set("Manufacturer", drive.manufacturer);
+    set("Model", drive.model);
+    set("SerialNumber", drive.serial_number);
+    set("Revision", drive.revision);
+    set("CapacityBytes", drive.capacity_bytes);
+    set("MediaType", drive.solid_state ? "SSD" : "HDD");
+    set("Protocol", "SATA");
+    set("Links", boost::json::object{{"Chassis", link(sata_backplane_uri)}});
+    return 0;
+}
+
+}  // namespace odata::redfish

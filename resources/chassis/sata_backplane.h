@@ -1,0 +1,37 @@
+// The backplane of the host's onboard SATA bays, the chassis member
+// /redfish/v1/Chassis/StorageBackplane, and the drives in its bays,
+// .../StorageBackplane/Drives/Disk.Bay.<bay> (bays numbered from 0).
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "framework/redfish.h"
+#include "platform/libstorage.h"
+
+namespace odata::redfish {
+
+inline constexpr const char* sata_backplane_uri = "/redfish/v1/Chassis/StorageBackplane";
+
+// Every bay of the onboard SATA controller, empty ones included.
+std::vector<St_SataDrive> sata_bays();
+
+// "Disk.Bay.<bay>"
+std::string sata_bay_name(int bay);
+
+// The Drive resource of each bay that holds a drive.
+std::vector<std::string> sata_drive_uris();
+
+class storagepod : public redfish {
+public:
+    explicit storagepod(request_context& context);
+    int get(request_context& context) override;
+};
+
+class diskdrive : public redfish {
+public:
+    explicit diskdrive(request_context& context);
+    int get(request_context& context) override;
+};
+
+}  // namespace odata::redfish
