@@ -71,7 +71,8 @@ int storagepod::get(request_context& context) {
     set("ChassisType", "StorageEnclosure");
     set("Status", status_object(SENSOR_HEALTH_OK));
     const std::vector<std::string> drives = sata_drive_uris();
-    set("Links", boost::json::object{{"ContainedBy", link(chassis_uri)},
+    set("Links", boost::json::object{{"ComputerSystems", boost::json::array{link(host_system_uri)}},
+                                     {"ContainedBy", link(chassis_uri)},
                                      {"Drives", links_to(drives)},
                                      {"Drives@odata.count", drives.size()},
                                      {"Storage", boost::json::array{link(sata_storage_uri)}}});

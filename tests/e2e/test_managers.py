@@ -137,8 +137,27 @@ def test_network_protocol_follows_the_services(bmc, admin):
     body = admin.get(bmc.url(MANAGER + "/NetworkProtocol"), timeout=10).json()
     assert body["SSH"] == {"ProtocolEnabled": False, "Port": 2222}
     assert body["IPMI"] == {"ProtocolEnabled": True, "Port": 623}
-    assert [name for name in body if name.isupper()] == ["HTTP", "HTTPS", "IPMI", "SSH", "NTP", "SNMP"]
+    assert [name for name, value in body.items() if isinstance(value, dict) and "Port" in value] == [
+        "HTTP", "HTTPS", "IPMI", "SSH", "NTP", "SNMP"]
     bmc.bmcsim("lan", "service", "SSH", "on", "22")
+
+
+def test_dns_names_follow_the_lease(bmc, admin):
+    lan = shown(bmc, "lan", "show")
+    body = admin.get(bmc.url(LAN), timeout=10).json()
+    assert (body["FQDN"], body["NameServers"]) == (lan["hostname"] + "." + lan["domain"], lan["dns"].split())
+    bmc.bmcsim("lan", "dns", "lab.example", "10.0.0.53", "10.0.0.54")
+    body = admin.get(bmc.url(LAN), timeout=10).json()
+    fqdn = lan["hostname"] + ".lab.example"
+    assert (body["FQDN"], body["NameServers"]) == (fqdn, ["10.0.0.53", "10.0.0.54"])
+    assert admin.get(bmc.url(MANAGER + "/NetworkProtocol"), timeout=10).json()["FQDN"] == fqdn
+    # Without a domain the host name is all there is; NameServers is read only.
+    bmc.bmcsim("lan", "dns", "")
+    assert admin.get(bmc.url(LAN), timeout=10).json()["FQDN"] == lan["hostname"]
+    answer = admin.patch(bmc.url(LAN), json={"NameServers": ["10.9.9.9"]}, timeout=10)
+    assert answer.status_code == 400
+    assert shown(bmc, "lan", "show")["dns"] == ""
+    bmc.bmcsim("lan", "dns", "localdomain", "192.168.0.1")
 
 
 def test_the_lan_interface_shows_and_takes_its_settings(bmc, admin):

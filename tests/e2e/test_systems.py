@@ -14,7 +14,7 @@ RESET = SYSTEM + "/Actions/ComputerSystem.Reset"
 RESET_INFO = SYSTEM + "/ResetActionInfo"
 
 GET_ORDER = [
-    "@odata.id", "@odata.type", "Id", "Name", "Description", "Status", "SerialNumber", "PartNumber",
+    "@odata.id", "@odata.type", "Id", "Name", "Description", "Status", "SerialNumber", "PartNumber", "AssetTag",
     "SystemType", "BiosVersion", "Manufacturer", "Model", "SKU", "UUID", "ProcessorSummary",
     "MemorySummary", "IndicatorLED", "PowerState", "Boot", "SerialConsole", "Processors", "Memory", "EthernetInterfaces",
     "NetworkInterfaces", "SimpleStorage", "Storage", "LogServices", "SecureBoot", "Bios", "Links",
@@ -144,7 +144,8 @@ def test_system_reads_the_simulated_host_in_order(bmc, system):
 
     processors = [line for line in smbios if line.startswith("processor: ")]
     assert body["ProcessorSummary"] == {
-        "Count": len(processors), "Status": {"State": "Enabled", "Health": "OK", "HealthRollup": "OK"},
+        "Count": len(processors), "Model": processors[0].split(" | ")[1],
+        "Status": {"State": "Enabled", "Health": "OK", "HealthRollup": "OK"},
         "Metrics": {"@odata.id": SYSTEM + "/ProcessorSummary/ProcessorMetrics"}}
     mebibytes = sum(int(line.split(" | ")[1].split()[0]) for line in smbios if line.startswith("memory: "))
     assert body["MemorySummary"]["TotalSystemMemoryGiB"] == mebibytes >> 10
