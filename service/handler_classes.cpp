@@ -8,6 +8,7 @@
 #include "framework/servicedocument.h"
 #include "framework/version_documents.h"
 #include "resources/chassis/chassis.h"
+#include "resources/chassis/chassis_subsystems.h"
 #include "resources/chassis/chassiscollection.h"
 #include "resources/chassis/networkadapter.h"
 #include "resources/chassis/networkadaptercollection.h"
@@ -159,6 +160,9 @@ const handler_factories& handler_classes() {
         {"systems_logservicecollection", make_handler<systems_logservicecollection>},
         {"systems_logservices", make_handler<systems_logservices>},
         {"thermal", make_handler<thermal>},
+        {"thermalsubsystem", make_handler<thermalsubsystem>},
+        {"powersubsystem", make_handler<powersubsystem>},
+        {"environmentmetrics", make_handler<environmentmetrics>},
         {"virtualmedia", make_handler<virtualmedia>},
         {"virtualmedia_ejectmedia", make_handler<virtualmedia_ejectmedia>},
         {"virtualmedia_insertmedia", make_handler<virtualmedia_insertmedia>},

@@ -77,9 +77,8 @@ def _model():
     return _Model()
 
 
-def _required(prop):
-    return any(annotation.get("Term") == "Redfish.Required"
-               for annotation in prop.iter(EDM + "Annotation"))
+def _annotated(prop, term):
+    return any(annotation.get("Term") == term for annotation in prop.iter(EDM + "Annotation"))
 
 
 class _Checker:
@@ -90,13 +89,13 @@ class _Checker:
     def fault(self, path, text):
         self.faults.append("%s: %s" % (path or "/", text))
 
-    def check_object(self, value, type_name, path, exact):
+    def check_object(self, value, type_name, path, exact, excerpt=False):
         if not isinstance(value, dict):
             self.fault(path, "not an object")
             return
         props = self.model.properties(type_name, exact)
         for name, prop in props.items():
-            if _required(prop) and name not in value:
+            if not excerpt and _annotated(prop, "Redfish.Required") and name not in value:
                 self.fault(path, "required property %s is missing" % name)
         for name, item in value.items():
             if "@" in name or name.startswith("#"):
@@ -123,7 +122,9 @@ class _Checker:
 
     def check_single(self, value, type_name, prop, path):
         if prop.tag == EDM + "NavigationProperty":
-            if not isinstance(value, dict) or not isinstance(value.get("@odata.id"), str):
+            if _annotated(prop, "Redfish.ExcerptCopy"):
+                self.check_object(value, type_name, path, exact=False, excerpt=True)
+            elif not isinstance(value, dict) or not isinstance(value.get("@odata.id"), str):
                 self.fault(path, "not a link")
             return
         kind = self.model.kind(type_name)
