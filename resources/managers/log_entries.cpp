@@ -23,9 +23,10 @@ sel_entry_resource::sel_entry_resource(request_context& context, const sel_log_p
 // Ids are written without leading zeros: "01" names no entry.
 int sel_entry_resource::get(request_context& context) {
     const int id = context.capture_number(0);
-    if (id < 1 || context.captures[0] != std::to_string(id)) throw_http(404);
     const std::vector<sel_entry> entries = read_sel_entries();
-    if (static_cast<std::size_t>(id) > entries.size()) throw_http(404);
+    if (id < 1 || context.captures[0] != std::to_string(id) ||
+        static_cast<std::size_t>(id) > entries.size())
+        throw_http_error(404, "Base.1.10.ResourceNotFound", {"LogEntry", context.captures[0]});
     for (const auto& [name, value] : sel_log_entry(place_, entries[id - 1])) set(name, value);
     return 0;
 }

@@ -6,7 +6,8 @@ import os
 import pytest
 import requests
 
-from schema_validation import validate, validate_messages
+from redfish_answers import assert_success, error_entries, message_of, shown
+from schema_validation import validate
 
 MANAGERS = "/redfish/v1/Managers"
 MANAGER = MANAGERS + "/1"
@@ -21,40 +22,12 @@ EJECT = CD + "/Actions/VirtualMedia.EjectMedia"
 IMAGE = "http://127.0.0.1:9/images/boot.iso"
 
 
-def shown(bmc, *command):
-    """The key=value lines of a bmcsim show command."""
-    return dict(line.split("=", 1) for line in bmc.bmcsim(*command).splitlines() if "=" in line)
-
-
-def error_entries(answer):
-    body = answer.json()
-    validate_messages(body)
-    return body["error"]["@Message.ExtendedInfo"]
-
-
-def message_of(answer):
-    entries = error_entries(answer)
-    assert len(entries) == 1, entries
-    return entries[0]["MessageId"], entries[0].get("MessageArgs")
-
-
-def assert_success(answer):
-    assert answer.status_code == 200, answer.text
-    assert answer.json() == {
-        "Success": {"code": "Base.v1_10_3.Success", "Message": "Successfully Completed Request."}}
-
-
 def lan_file(bmc):
     try:
         with open(os.path.join(bmc.root, "nv", "bmc", "lan.ini")) as settings:
             return settings.read()
     except OSError:
         return None
-
-
-@pytest.fixture
-def admin(bmc):
-    return bmc.admin()
 
 
 @pytest.fixture(autouse=True)
@@ -125,7 +98,7 @@ def test_a_bad_reset_is_refused_and_nothing_restarts(bmc, admin, body, message_i
     answer = admin.post(bmc.url(RESET), json=body, timeout=10)
     assert answer.status_code == 400
     if message_id:
-        assert message_of(answer) == (message_id, args)
+        assert message_of(answer)[:2] == (message_id, args)
     else:
         assert [entry["MessageId"] for entry in error_entries(answer)] == [
             "Base.1.10.ActionParameterUnknown", "Base.1.10.ActionParameterMissing"]
@@ -178,7 +151,7 @@ def test_the_lan_interface_shows_and_takes_its_settings(bmc, admin):
     assert body["IPv4Addresses"][0]["AddressOrigin"] == "DHCP" and body["IPv4StaticAddresses"] == []
     # A static address while DHCP stays on conflicts; turning it off in the same request does not.
     answer = admin.patch(bmc.url(LAN), json={"IPv4StaticAddresses": [{"Address": "10.1.2.4"}]}, timeout=10)
-    assert message_of(answer) == ("Base.1.10.PropertyValueConflict",
+    assert message_of(answer)[:2] == ("Base.1.10.PropertyValueConflict",
                                   ["IPv4StaticAddresses", "DHCPv4/DHCPEnabled"])
     answer = admin.patch(bmc.url(LAN), json={"DHCPv4": {"DHCPEnabled": False},
                                              "IPv4StaticAddresses": [{"Address": "10.1.2.4"}]}, timeout=10)
@@ -218,7 +191,7 @@ def test_a_bad_lan_patch_is_refused_and_changes_nothing(bmc, admin, body, messag
     answer = admin.patch(bmc.url(LAN), json={"HostName": "ride-along", **body}
                          if "HostName" not in body else body, timeout=10)
     assert answer.status_code == 400
-    assert message_of(answer) == (message_id, args)
+    assert message_of(answer)[:2] == (message_id, args)
     assert lan_file(bmc) == before
 
 
@@ -237,7 +210,7 @@ def test_sel_entries_come_and_go_with_the_event_log(bmc, admin):
     assert admin.get(bmc.url(ENTRIES + "/2"), timeout=10).json()["Severity"] == "Warning"
     assert admin.get(bmc.url(ENTRIES + "/3"), timeout=10).status_code == 404
     answer = admin.post(bmc.url(CLEAR_LOG), json={"Force": True}, timeout=10)
-    assert message_of(answer) == ("Base.1.10.ActionParameterUnknown", ["LogService.ClearLog", "Force"])
+    assert message_of(answer)[:2] == ("Base.1.10.ActionParameterUnknown", ["LogService.ClearLog", "Force"])
     assert len(bmc.events()) == 2
     assert_success(admin.post(bmc.url(CLEAR_LOG), timeout=10))
     assert admin.get(bmc.url(ENTRIES), timeout=10).json()["Members"] == []
@@ -302,7 +275,7 @@ def test_virtual_media_insert_and_eject_reach_the_simulator(bmc, admin):
 def test_a_bad_insert_is_refused_and_mounts_nothing(bmc, admin, body, message_id, args):
     answer = admin.post(bmc.url(INSERT), json=body, timeout=10)
     assert answer.status_code == 400
-    assert message_of(answer) == (message_id, args)
+    assert message_of(answer)[:2] == (message_id, args)
     assert shown(bmc, "vmedia", "show")["CD1"] == ""
 
 
