@@ -91,6 +91,7 @@ int diskdrive::get(request_context& context) {
         static_cast<std::size_t>(bay) >= bays.size() || !bays[bay].present)
         throw_http_error(404, "Base.1.10.ResourceNotFound", {"Drive", captured_text(context)});
     const St_SataDrive& drive = bays[bay];
+    uri_ = drive_uri(bay);
     name_ = sata_bay_name(bay);
     set_common_properties();
     set("Status", status_object(SENSOR_HEALTH_OK));
