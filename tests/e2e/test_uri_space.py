@@ -8,7 +8,7 @@ import pytest
 
 import csdl_validation
 import schema_validation
-from uri_crawler import METADATA, ROOT, bodies, crawl, is_absent_subtree
+from uri_crawler import METADATA, ROOT, bodies, crawl, is_absent_subtree, named_values
 
 EDMX = "{http://docs.oasis-open.org/odata/ns/edmx}"
 
@@ -59,25 +59,13 @@ def test_every_body_satisfies_its_schema(crawled):
     assert not unvalidated, "no DMTF schema describes these types"
 
 
-def odata_types(value):
-    if isinstance(value, dict):
-        for name, item in value.items():
-            if name == "@odata.type":
-                yield item
-            else:
-                yield from odata_types(item)
-    elif isinstance(value, list):
-        for item in value:
-            yield from odata_types(item)
-
-
 def test_metadata_names_every_type_served(bmc, crawled):
     status, kind, _ = crawled[METADATA]
     assert status == 200 and kind.startswith("application/xml")
     document = ElementTree.fromstring(bmc.admin().get(bmc.url(METADATA), timeout=10).content)
     included = {include.get("Namespace") for include in document.iter(EDMX + "Include")}
-    served = {odata_type.lstrip("#").rsplit(".", 1)[0]
-              for _, body in bodies(crawled) for odata_type in odata_types(body)}
+    served = {value.lstrip("#").rsplit(".", 1)[0] for _, body in bodies(crawled)
+              for name, value in named_values(body) if name == "@odata.type"}
     served = {name for name in served if not name.startswith(("MessageRegistry.", "AttributeRegistry."))}
     assert served - included == set()
     session = bmc.admin()

@@ -11,20 +11,25 @@ MAX_URIS = 3000
 ABSENT_SUBTREES = ("/redfish/v1/TaskService", "/redfish/v1/UpdateService")
 
 
-def published_links(value):
-    """Every "@odata.id" and "@Redfish.ActionInfo" in a body, and every file
-    "Uri" of a registry or schema file resource."""
+def named_values(value):
+    """Every (name, value) of every object in a document, depth first."""
     if isinstance(value, dict):
         for name, item in value.items():
-            if name in ("@odata.id", "@Redfish.ActionInfo") and isinstance(item, str):
-                yield item.split("#", 1)[0]
-            elif name == "Uri" and isinstance(item, str) and item.startswith("/"):
-                yield item
-            else:
-                yield from published_links(item)
+            yield name, item
+            yield from named_values(item)
     elif isinstance(value, list):
         for item in value:
-            yield from published_links(item)
+            yield from named_values(item)
+
+
+def published_links(body):
+    """Every "@odata.id" and "@Redfish.ActionInfo" in a body, and every file
+    "Uri" of a registry or schema file resource."""
+    for name, item in named_values(body):
+        if name in ("@odata.id", "@Redfish.ActionInfo") and isinstance(item, str):
+            yield item.split("#", 1)[0]
+        elif name == "Uri" and isinstance(item, str) and item.startswith("/"):
+            yield item
 
 
 def is_absent_subtree(uri, status):
