@@ -1,5 +1,7 @@
 #include "resources/chassis/sata_backplane.h"
 
+#include <algorithm>
+
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
 #include "frontend/exception_http.h"
@@ -31,12 +33,6 @@ std::string captured_text(const request_context& context) {
     return context.captures.empty() ? std::string() : context.captures.back();
 }
 
-boost::json::array links_to(const std::vector<std::string>& uris) {
-    boost::json::array links;
-    for (const std::string& uri : uris) links.push_back(link(uri));
-    return links;
-}
-
 }  // namespace
 
 std::vector<St_SataDrive> sata_bays() {
@@ -57,6 +53,12 @@ std::vector<std::string> sata_drive_uris() {
     return uris;
 }
 
+boost::json::array sata_drive_links() {
+    boost::json::array links;
+    for (const std::string& uri : sata_drive_uris()) links.push_back(link(uri));
+    return links;
+}
+
 storagepod::storagepod(request_context& context)
     : redfish(context, "Chassis", std::string(schema_file_of("Chassis").version),
               "SATA Storage Backplane", context.uri) {}
@@ -70,11 +72,12 @@ int storagepod::get(request_context& context) {
     set("Description", "The backplane of the host's onboard SATA bays");
     set("ChassisType", "StorageEnclosure");
     set("Status", status_object(SENSOR_HEALTH_OK));
-    const std::vector<std::string> drives = sata_drive_uris();
+    boost::json::array drives = sata_drive_links();
+    const std::size_t count = drives.size();
     set("Links", boost::json::object{{"ComputerSystems", boost::json::array{link(host_system_uri)}},
                                      {"ContainedBy", link(chassis_uri)},
-                                     {"Drives", links_to(drives)},
-                                     {"Drives@odata.count", drives.size()},
+                                     {"Drives", std::move(drives)},
+                                     {"Drives@odata.count", count},
                                      {"Storage", boost::json::array{link(sata_storage_uri)}}});
     return 0;
 }
@@ -86,21 +89,22 @@ diskdrive::diskdrive(request_context& context)
 int diskdrive::get(request_context& context) {
     const int bay = context.capture_number(context.captures.size() - 1);
     const std::vector<St_SataDrive> bays = sata_bays();
-    if (!names_sata_backplane(context) || bay < 0 ||
-        captured_text(context) != std::to_string(bay) ||
-        static_cast<std::size_t>(bay) >= bays.size() || !bays[bay].present)
+    const auto drive = std::find_if(bays.begin(), bays.end(), [&](const St_SataDrive& candidate) {
+        return candidate.present && candidate.bay == bay;
+    });
+    if (!names_sata_backplane(context) || captured_text(context) != std::to_string(bay) ||
+        drive == bays.end())
         throw_http_error(404, "Base.1.10.ResourceNotFound", {"Drive", captured_text(context)});
-    const St_SataDrive& drive = bays[bay];
     uri_ = drive_uri(bay);
     name_ = sata_bay_name(bay);
     set_common_properties();
     set("Status", status_object(SENSOR_HEALTH_OK));
-    set("Manufacturer", drive.manufacturer);
-    set("Model", drive.model);
-    set("SerialNumber", drive.serial_number);
-    set("Revision", drive.revision);
-    set("CapacityBytes", drive.capacity_bytes);
-    set("MediaType", drive.solid_state ? "SSD" : "HDD");
+    set("Manufacturer", drive->manufacturer);
+    set("Model", drive->model);
+    set("SerialNumber", drive->serial_number);
+    set("Revision", drive->revision);
+    set("CapacityBytes", drive->capacity_bytes);
+    set("MediaType", drive->solid_state ? "SSD" : "HDD");
     set("Protocol", "SATA");
     set("Links", boost::json::object{{"Chassis", link(sata_backplane_uri)}});
     return 0;

@@ -19,8 +19,9 @@ std::vector<St_SataDrive> sata_bays();
 // "Disk.Bay.<bay>"
 std::string sata_bay_name(int bay);
 
-// The Drive resource of each bay that holds a drive.
+// The Drive resource of each bay that holds a drive, and links to them.
 std::vector<std::string> sata_drive_uris();
+boost::json::array sata_drive_links();
 
 class storagepod : public redfish {
 public:

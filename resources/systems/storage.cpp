@@ -47,8 +47,7 @@ int storage::get(request_context& context) {
     set("Description", "The drives of the host's onboard SATA controller");
     set("Status", status_object(SENSOR_HEALTH_OK));
     set("StorageControllers", boost::json::array{sata_controller()});
-    boost::json::array drives;
-    for (const std::string& uri : sata_drive_uris()) drives.push_back(link(uri));
+    boost::json::array drives = sata_drive_links();
     const std::size_t count = drives.size();
     set("Drives", std::move(drives));
     set("Drives@odata.count", count);
