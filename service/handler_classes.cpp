@@ -19,6 +19,7 @@
 #include "resources/chassis/sata_backplane.h"
 #include "resources/chassis/sensor.h"
 #include "resources/chassis/sensorcollection.h"
+#include "resources/chassis/storage_enclosures.h"
 #include "resources/chassis/thermal.h"
 #include "resources/managers/certificate_resources.h"
 #include "resources/managers/common_ethernetinterface.h"

@@ -11,29 +11,20 @@
 namespace odata::redfish {
 namespace {
 
-// The one enclosure with drives the simulated host has; the controller
-// families' enclosures carry no drive data.
-constexpr const char* sata_backplane_id = "StorageBackplane";
-constexpr const char* sata_storage_uri = "/redfish/v1/Systems/1/Storage/SATAEmbedded";
-
 std::string drive_uri(int bay) {
     return std::string(sata_backplane_uri) + "/Drives/" + sata_bay_name(bay);
 }
 
-// The enclosure segment comes first among the captures, the bay number last.
-std::string enclosure_captured(const request_context& context) {
-    return context.captures.empty() ? std::string() : context.captures.front();
-}
-
-bool names_sata_backplane(const request_context& context) {
-    return enclosure_captured(context) == sata_backplane_id;
-}
-
+// The bay number is the last capture.
 std::string captured_text(const request_context& context) {
     return context.captures.empty() ? std::string() : context.captures.back();
 }
 
 }  // namespace
+
+std::string enclosure_captured(const request_context& context) {
+    return context.captures.empty() ? std::string() : context.captures.front();
+}
 
 std::vector<St_SataDrive> sata_bays() {
     std::vector<St_SataDrive> bays;
@@ -59,29 +50,6 @@ boost::json::array sata_drive_links() {
     return links;
 }
 
-storagepod::storagepod(request_context& context)
-    : redfish(context, "Chassis", std::string(schema_file_of("Chassis").version),
-              "SATA Storage Backplane", context.uri) {}
-
-int storagepod::get(request_context& context) {
-    if (!names_sata_backplane(context))
-        throw_http_error(404, "Base.1.10.ResourceNotFound",
-                         {"Chassis", enclosure_captured(context)});
-    uri_ = sata_backplane_uri;
-    set_common_properties();
-    set("Description", "The backplane of the host's onboard SATA bays");
-    set("ChassisType", "StorageEnclosure");
-    set("Status", status_object(SENSOR_HEALTH_OK));
-    boost::json::array drives = sata_drive_links();
-    const std::size_t count = drives.size();
-    set("Links", boost::json::object{{"ComputerSystems", boost::json::array{link(host_system_uri)}},
-                                     {"ContainedBy", link(chassis_uri)},
-                                     {"Drives", std::move(drives)},
-                                     {"Drives@odata.count", count},
-                                     {"Storage", boost::json::array{link(sata_storage_uri)}}});
-    return 0;
-}
-
 diskdrive::diskdrive(request_context& context)
     : redfish(context, "Drive", std::string(schema_file_of("Drive").version), "", context.uri) {}
 
@@ -92,8 +60,8 @@ int diskdrive::get(request_context& context) {
     const auto drive = std::find_if(bays.begin(), bays.end(), [&](const St_SataDrive& candidate) {
         return candidate.present && candidate.bay == bay;
     });
-    if (!names_sata_backplane(context) || captured_text(context) != std::to_string(bay) ||
-        drive == bays.end())
+    if (enclosure_captured(context) != sata_backplane_id ||
+        captured_text(context) != std::to_string(bay) || drive == bays.end())
         throw_http_error(404, "Base.1.10.ResourceNotFound", {"Drive", captured_text(context)});
     uri_ = drive_uri(bay);
     name_ = sata_bay_name(bay);

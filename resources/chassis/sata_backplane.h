@@ -1,6 +1,6 @@
-// The backplane of the host's onboard SATA bays, the chassis member
-// /redfish/v1/Chassis/StorageBackplane, and the drives in its bays,
-// .../StorageBackplane/Drives/Disk.Bay.<bay> (bays numbered from 0).
+// The drives in the bays of the host's onboard SATA backplane (the chassis
+// member /redfish/v1/Chassis/StorageBackplane),
+// .../StorageBackplane/Drives/Disk.Bay.<bay>, bays numbered from 0.
 #pragma once
 
 #include <string>
@@ -11,7 +11,12 @@
 
 namespace odata::redfish {
 
+inline constexpr const char* sata_backplane_id = "StorageBackplane";
 inline constexpr const char* sata_backplane_uri = "/redfish/v1/Chassis/StorageBackplane";
+inline constexpr const char* sata_storage_uri = "/redfish/v1/Systems/1/Storage/SATAEmbedded";
+
+// The enclosure a drive or enclosure route names: its first capture.
+std::string enclosure_captured(const request_context& context);
 
 // Every bay of the onboard SATA controller, empty ones included.
 std::vector<St_SataDrive> sata_bays();
@@ -22,12 +27,6 @@ std::string sata_bay_name(int bay);
 // The Drive resource of each bay that holds a drive, and links to them.
 std::vector<std::string> sata_drive_uris();
 boost::json::array sata_drive_links();
-
-class storagepod : public redfish {
-public:
-    explicit storagepod(request_context& context);
-    int get(request_context& context) override;
-};
 
 class diskdrive : public redfish {
 public:

@@ -78,6 +78,22 @@ def test_unknown_members_are_not_found(bmc, path):
     validate_messages(answer.json())
 
 
+def test_every_enclosure_the_chassis_lists_is_served(bmc, read):
+    bmc.bmcsim("storage", "set", "broadcom", "1")
+    bmc.bmcsim("storage", "set", "nvme", "4")
+    try:
+        enclosures = links(read("/redfish/v1/Chassis"), "Members")[1:]
+        assert enclosures[0] == BACKPLANE and len(enclosures) == 3
+        for uri in enclosures[1:]:
+            enclosure = read(uri)
+            assert (enclosure["ChassisType"], enclosure["Links"]["ContainedBy"]) == (
+                "StorageEnclosure", {"@odata.id": "/redfish/v1/Chassis/1"})
+    finally:
+        bmc.bmcsim("storage", "set", "broadcom", "0")
+        bmc.bmcsim("storage", "set", "nvme", "0")
+    assert admin_get(bmc, enclosures[1]).status_code == 404
+
+
 def test_storage_is_read_only(bmc, admin):
     for path in (STORAGE, SATA, BACKPLANE, DRIVES + "Disk.Bay.0"):
         for method in ("PATCH", "POST", "DELETE"):

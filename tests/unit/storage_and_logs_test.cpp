@@ -7,6 +7,7 @@
 #include "platform/libipmi.h"
 #include "platform/sim/sata_drives.h"
 #include "resources/chassis/sata_backplane.h"
+#include "resources/chassis/storage_enclosures.h"
 #include "resources/managers/lan_dns.h"
 #include "resources/managers/log_entries.h"
 #include "resources/managers/log_services.h"
