@@ -7,7 +7,8 @@ property of a later version is reported. Complex types named without a
 version accept the properties of every version. Checked: unknown
 properties, primitive types, enumeration members, null where the schema
 forbids it, links, arrays, and the properties annotated as required.
-Annotations ("@...") and the contents of "Oem" are not checked.
+Annotations ("@...") are not checked; an "Oem" object is checked against
+the service's own CSDL when it names its type.
 """
 
 import glob
@@ -19,6 +20,7 @@ from bmc_instance import SOURCE_DIR
 
 CSDL_DIR = os.environ.get(
     "REDFISH_CSDL_DIR", os.path.join(SOURCE_DIR, "..", "shared", "redfish", "csdl"))
+OEM_CSDL_DIR = os.path.join(SOURCE_DIR, "deploy", "schemas")
 EDM = "{http://docs.oasis-open.org/odata/ns/edm}"
 STRINGS = {"Edm.String", "Edm.DateTimeOffset", "Edm.Duration", "Edm.Guid", "Edm.TimeOfDay",
            "Edm.Date"}
@@ -34,7 +36,8 @@ class _Model:
     def __init__(self):
         self.types = {}
         self.derived = {}
-        for path in sorted(glob.glob(os.path.join(CSDL_DIR, "*.xml"))):
+        for path in sorted(glob.glob(os.path.join(CSDL_DIR, "*.xml")) +
+                           glob.glob(os.path.join(OEM_CSDL_DIR, "*.xml"))):
             for schema in ElementTree.parse(path).getroot().iter(EDM + "Schema"):
                 namespace = schema.get("Namespace")
                 for element in schema:
@@ -102,8 +105,19 @@ class _Checker:
                 continue
             if name not in props:
                 self.fault(path, "property %s is not in %s" % (name, type_name))
-            elif name != "Oem":
+            elif name == "Oem":
+                self.check_oem(item, path + "/Oem")
+            else:
                 self.check_value(item, props[name], path + "/" + name)
+
+    def check_oem(self, value, path):
+        for vendor, extension in (value.items() if isinstance(value, dict) else []):
+            type_name = extension.get("@odata.type", "").lstrip("#") if isinstance(extension, dict) else ""
+            if type_name:
+                if self.model.kind(type_name) is None:
+                    self.fault(path, "no CSDL for %s" % type_name)
+                else:
+                    self.check_object(extension, type_name, path + "/" + vendor, exact=True)
 
     def check_value(self, value, prop, path):
         type_name = prop.get("Type")
@@ -168,3 +182,12 @@ def validate(body):
     if checker.faults:
         raise AssertionError("%s %s:\n  %s" % (type_name, body.get("@odata.id"),
                                                "\n  ".join(checker.faults)))
+
+
+def validate_oem(body):
+    """Raises AssertionError listing every fault of the "Oem" object of a
+    body against the service's own CSDL."""
+    checker = _Checker(_model())
+    checker.check_oem(body.get("Oem"), "")
+    if checker.faults:
+        raise AssertionError("%s:\n  %s" % (body.get("@odata.id"), "\n  ".join(checker.faults)))

@@ -53,6 +53,7 @@ def test_every_body_satisfies_its_schema(crawled):
         try:
             if not validate(body):
                 unvalidated.add(body["@odata.type"])
+            csdl_validation.validate_oem(body)
         except AssertionError as fault:
             faults.append("%s: %s" % (uri, str(fault)[:2000]))
     assert not faults, "\n".join(faults)
