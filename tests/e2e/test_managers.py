@@ -127,9 +127,11 @@ def test_dns_names_follow_the_lease(bmc, admin):
     # Without a domain the host name is all there is; NameServers is read only.
     bmc.bmcsim("lan", "dns", "")
     assert admin.get(bmc.url(LAN), timeout=10).json()["FQDN"] == lan["hostname"]
-    answer = admin.patch(bmc.url(LAN), json={"NameServers": ["10.9.9.9"]}, timeout=10)
-    assert answer.status_code == 400
-    assert shown(bmc, "lan", "show")["dns"] == ""
+    for name, value in (("NameServers", ["10.9.9.9"]), ("FQDN", "bmc.other.example")):
+        answer = admin.patch(bmc.url(LAN), json={name: value}, timeout=10)
+        assert answer.status_code == 400
+        assert message_of(answer)[:2] == ("Base.1.10.PropertyNotWritable", [name])
+    assert (shown(bmc, "lan", "show")["dns"], shown(bmc, "lan", "show")["domain"]) == ("", "")
     bmc.bmcsim("lan", "dns", "localdomain", "192.168.0.1")
 
 
