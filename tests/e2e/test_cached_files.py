@@ -1,0 +1,46 @@
+"""Each service process keeps what it parsed of the BMC's files; a change by
+bmcsim or by another process must reach the very next request of every
+process. The service re-reads any file changed within the last second, so
+the cases wait for the files to settle first: only then is the cache used."""
+
+import time
+
+import pytest
+
+from bmc_instance import BmcInstance
+
+SYSTEM = "/redfish/v1/Systems/1"
+# Enough requests that lighttpd gives each of the two processes some.
+ROUNDS = 8
+
+
+@pytest.fixture(scope="module")
+def bmc():
+    instance = BmcInstance(processes=2)
+    yield instance
+    instance.stop()
+
+
+def settle():
+    time.sleep(1.5)
+
+
+def every_answer(session, bmc, path, pick):
+    answers = []
+    for _ in range(ROUNDS):
+        reply = session.get(bmc.url(path), timeout=10)
+        assert reply.status_code == 200, reply.text
+        answers.append(pick(reply.json()))
+    return answers
+
+
+def test_a_module_removed_by_bmcsim_is_gone_from_the_next_answer(bmc):
+    admin = bmc.admin()
+    total = lambda body: body["MemorySummary"]["TotalSystemMemoryGiB"]
+    settle()
+    before = every_answer(admin, bmc, SYSTEM, total)
+    assert len(set(before)) == 1
+    bmc.bmcsim("smbios", "remove-dimm", "CPU1_DIMM_A1")
+    assert every_answer(admin, bmc, SYSTEM, total) == [before[0] - 32] * ROUNDS
+    settle()
+    assert every_answer(admin, bmc, SYSTEM, total) == [before[0] - 32] * ROUNDS
