@@ -188,13 +188,17 @@ def start_up_ms(site, binary, path, headers):
 
 
 def resident_mib(pids):
-    sizes = []
+    """The largest proportional set size (private pages, plus an equal share
+    of the pages shared with other processes) and the largest resident set
+    size (shared library pages counted whole) of the processes."""
+    sizes = {"Pss:": [], "Rss:": []}
     for pid in pids:
-        with open("/proc/%d/status" % pid) as status:
-            for line in status:
-                if line.startswith("VmRSS:"):
-                    sizes.append(int(line.split()[1]) / 1024)
-    return max(sizes)
+        with open("/proc/%d/smaps_rollup" % pid) as rollup:
+            for line in rollup:
+                fields = line.split()
+                if fields[0] in sizes:
+                    sizes[fields[0]].append(int(fields[1]) / 1024)
+    return max(sizes["Pss:"]), max(sizes["Rss:"])
 
 
 def responder_pids(server):
@@ -285,10 +289,12 @@ def print_table(keys, rps, instructions, memory, start_up):
                       "%.0f" % rps[(auth, path, 16)], "%.2f" % ratios["rps"][1],
                       "%.0f" % instructions[(auth, path)], "%.2f" % ratios["instructions"],
                       "ok" if ok else "MISSED"))
-    memory_ok = memory["service"] <= MEMORY_LIMIT_MIB
+    memory_ok = memory["service"][0] <= MEMORY_LIMIT_MIB
+    print("resident memory per service process: %.1f MiB proportional, %.1f MiB with whole "
+          "shared libraries (floor %.1f and %.1f; at most %g proportional): %s"
+          % (*memory["service"], *memory["floor"], MEMORY_LIMIT_MIB,
+             "ok" if memory_ok else "MISSED"))
     start_ok = start_up["service"] <= START_UP_LIMIT_MS
-    print("resident memory per service process: %.1f MiB (floor %.1f MiB, at most %g): %s"
-          % (memory["service"], memory["floor"], MEMORY_LIMIT_MIB, "ok" if memory_ok else "MISSED"))
     print("process start to first answer: %.1f ms (floor %.1f ms, at most %g): %s"
           % (start_up["service"], start_up["floor"], START_UP_LIMIT_MS,
              "ok" if start_ok else "MISSED"))
