@@ -25,7 +25,8 @@ import time
 import requests
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "tests", "e2e"))
-from bmc_instance import BUILD_DIR, SOURCE_DIR, BmcInstance, free_port  # noqa: E402
+from bmc_instance import (BUILD_DIR, SOURCE_DIR, BmcInstance, free_port,  # noqa: E402
+                          wait_until_listening)
 
 PATHS = ["/redfish/v1/", "/redfish/v1/Systems/1", "/redfish/v1/Chassis/1/Thermal",
          "/redfish/v1/Chassis/1/Sensors/1", "/redfish/v1/AccountService/Accounts"]
@@ -78,15 +79,10 @@ class Site:
         config = os.path.join(root, "etc", "lighttpd-%s.conf" % ("external" if external else "bench"))
         with open(config, "w") as out:
             out.write(site_config(root, self.port, free_port(), processes, external))
-        with open(os.path.join(root, "log", "lighttpd-error.log"), "ab") as log:
+        error_log = os.path.join(root, "log", "lighttpd-error.log")
+        with open(error_log, "ab") as log:
             self.server = subprocess.Popen(["lighttpd", "-D", "-f", config], stderr=log)
-        for _ in range(100):
-            try:
-                with socket.create_connection(("127.0.0.1", self.port), timeout=0.2):
-                    return
-            except OSError:
-                time.sleep(0.05)
-        raise RuntimeError("lighttpd did not listen on port %d" % self.port)
+        wait_until_listening(self.server, self.port, lambda: open(error_log).read())
 
     def start_responder(self, command):
         """Starts command on a listening socket of its own, as lighttpd would."""
@@ -107,7 +103,9 @@ class Site:
 
 
 def stop_process(process):
-    process.terminate()
+    # libfcgi takes SIGTERM only at the next request; every dump that counts
+    # is on disk by now.
+    process.kill()
     process.wait(timeout=60)
 
 

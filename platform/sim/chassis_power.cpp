@@ -9,6 +9,7 @@
 #include "platform/libipmi_chassis.h"
 #include "platform/sim/chassis_events.h"
 #include "platform/sim/chassis_state.h"
+#include "platform/sim/file_cache.h"
 #include "platform/sim/state_ini.h"
 
 namespace pt = boost::property_tree;
@@ -85,7 +86,16 @@ int run(const operation& change) {
 // A read needs no lock, as writers rename whole files into place; only a
 // scheduled step that has come due takes the locked path, which applies it.
 int look(const operation& read) {
-    chassis_state state = load(sim::read_state_ini(chassis_state_file()));
+    static sim::file_cache<chassis_state> cache;
+    std::shared_ptr<const chassis_state> parsed;
+    cache.get(
+        chassis_state_file(),
+        [](chassis_state& state) {
+            state = load(sim::read_state_ini(chassis_state_file()));
+            return PLT_OK;
+        },
+        parsed);
+    chassis_state state = *parsed;
     const chassis_state stored = state;
     const long long now = clock_now();
     event_list events;

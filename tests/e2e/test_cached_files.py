@@ -44,3 +44,27 @@ def test_a_module_removed_by_bmcsim_is_gone_from_the_next_answer(bmc):
     assert every_answer(admin, bmc, SYSTEM, total) == [before[0] - 32] * ROUNDS
     settle()
     assert every_answer(admin, bmc, SYSTEM, total) == [before[0] - 32] * ROUNDS
+
+
+def temperature(name):
+    def pick(thermal):
+        return [each["ReadingCelsius"] for each in thermal["Temperatures"]
+                if each["Name"] == name]
+    return pick
+
+
+def test_power_and_readings_set_by_bmcsim_reach_every_process(bmc):
+    admin = bmc.admin()
+    power = lambda body: body["PowerState"]
+    cpu = temperature("CPU1 Temp")
+    bmc.bmcsim("sensors", "set", "CPU1 Temp", "40")
+    settle()
+    assert set(every_answer(admin, bmc, SYSTEM, power)) == {"On"}
+    assert every_answer(admin, bmc, "/redfish/v1/Chassis/1/Thermal", cpu) == [[40]] * ROUNDS
+    bmc.bmcsim("sensors", "set", "CPU1 Temp", "41")
+    assert every_answer(admin, bmc, "/redfish/v1/Chassis/1/Thermal", cpu) == [[41]] * ROUNDS
+    bmc.bmcsim("power", "off")
+    assert set(every_answer(admin, bmc, SYSTEM, power)) == {"Off"}
+    settle()
+    bmc.bmcsim("power", "on")
+    assert set(every_answer(admin, bmc, SYSTEM, power)) == {"On"}
