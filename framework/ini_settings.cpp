@@ -1,20 +1,25 @@
 #include "framework/ini_settings.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <boost/filesystem.hpp>
 #include <boost/property_tree/ini_parser.hpp>
 #include <fstream>
+#include <sstream>
 
 #include "platform/bmc_root.h"
 
 namespace odata::redfish {
+namespace {
+
+// Settings may hold secrets (directory bind passwords).
+constexpr mode_t settings_mode = 0600;
+
+}  // namespace
+
+std::string ini_settings::file_path() const { return platform::bmc_path(path_); }
 
 boost::property_tree::ptree ini_settings::read() const {
     std::lock_guard<std::mutex> hold(mutex_);
     boost::property_tree::ptree settings;
-    std::ifstream file(platform::bmc_path(path_));
+    std::ifstream file(file_path());
     if (!file) return settings;
     try {
         boost::property_tree::read_ini(file, settings);
@@ -24,34 +29,42 @@ boost::property_tree::ptree ini_settings::read() const {
     return settings;
 }
 
-bool ini_settings::write(const boost::property_tree::ptree& settings) const {
-    std::lock_guard<std::mutex> hold(mutex_);
-    const std::string path = platform::bmc_path(path_);
-    const std::string temporary = path + ".tmp." + std::to_string(getpid());
-    boost::system::error_code ignored;
-    boost::filesystem::create_directories(boost::filesystem::path(path).parent_path(), ignored);
-    {
-        std::ofstream file(temporary, std::ios::trunc);
-        if (!file) return false;
-        chmod(temporary.c_str(), S_IRUSR | S_IWUSR);
-        try {
-            boost::property_tree::write_ini(file, settings);
-        } catch (const boost::property_tree::ini_parser_error&) {
-            file.close();
-            unlink(temporary.c_str());
-            return false;
-        }
-        file.flush();
-        if (!file) {
-            unlink(temporary.c_str());
-            return false;
-        }
-    }
-    if (std::rename(temporary.c_str(), path.c_str()) != 0) {
-        unlink(temporary.c_str());
-        return false;
-    }
+platform::record_lock ini_settings::lock() const {
+    return platform::record_lock(file_path() + ".lock");
+}
+
+bool ini_settings::update(const std::function<void(boost::property_tree::ptree&)>& change) const {
+    const platform::record_lock hold = lock();
+    if (!hold.held()) return false;
+    boost::property_tree::ptree settings = read();
+    change(settings);
+    settings_batch batch;
+    return batch.put(*this, settings) && batch.commit();
+}
+
+settings_lock::settings_lock(std::initializer_list<const ini_settings*> files) {
+    for (const ini_settings* file : files) locks_.push_back(file->lock());
+}
+
+bool settings_lock::held() const {
+    for (const platform::record_lock& lock : locks_)
+        if (!lock.held()) return false;
     return true;
 }
+
+bool settings_batch::put(const ini_settings& file, const boost::property_tree::ptree& settings) {
+    std::ostringstream text;
+    try {
+        boost::property_tree::write_ini(text, settings);
+    } catch (const boost::property_tree::ini_parser_error&) {
+        complete_ = false;
+        return false;
+    }
+    std::lock_guard<std::mutex> hold(file.mutex_);
+    complete_ = files_.stage(file.file_path(), text.str(), settings_mode) && complete_;
+    return complete_;
+}
+
+bool settings_batch::commit() { return complete_ && files_.commit(); }
 
 }  // namespace odata::redfish

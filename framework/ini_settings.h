@@ -1,10 +1,17 @@
-// A settings file in INI form: read whole, written whole through a
-// temporary file and a rename, each file guarded by its own mutex.
+// A settings file in INI form, readable by its owner only: read whole
+// without a lock (every write replaces the file in one rename), changed by
+// read-modify-write under the file's cross-process lock, "<file>.lock".
 #pragma once
 
 #include <boost/property_tree/ptree.hpp>
+#include <functional>
+#include <initializer_list>
 #include <mutex>
 #include <string>
+#include <vector>
+
+#include "platform/atomic_file.h"
+#include "platform/record_lock.h"
 
 namespace odata::redfish {
 
@@ -15,8 +22,6 @@ public:
 
     // The file's settings; empty when the file is missing or unreadable.
     boost::property_tree::ptree read() const;
-    // Replaces the file; false when it could not be written.
-    bool write(const boost::property_tree::ptree& settings) const;
 
     // One value, or fallback when the key is missing or not of type T.
     template <class T>
@@ -24,9 +29,43 @@ public:
         return read().get<T>(key, fallback);
     }
 
+    // The file's cross-process lock; hold it from the read of a change to
+    // its write so that no other process's change is lost in between.
+    platform::record_lock lock() const;
+
+    // Reads the file under its lock, lets change edit the settings and
+    // writes them; false when the lock or the write fails.
+    bool update(const std::function<void(boost::property_tree::ptree&)>& change) const;
+
 private:
+    friend class settings_batch;
+    std::string file_path() const;
+
     std::string path_;
     mutable std::mutex mutex_;
+};
+
+// Holds the locks of several settings files, taken in the order given
+// (callers list files in one fixed order, so that no two wait on each other).
+class settings_lock {
+public:
+    explicit settings_lock(std::initializer_list<const ini_settings*> files);
+    bool held() const;
+
+private:
+    std::vector<platform::record_lock> locks_;
+};
+
+// New settings for several files, written together or not at all. The
+// caller holds their locks.
+class settings_batch {
+public:
+    bool put(const ini_settings& file, const boost::property_tree::ptree& settings);
+    bool commit();
+
+private:
+    platform::staged_files files_;
+    bool complete_ = true;
 };
 
 }  // namespace odata::redfish

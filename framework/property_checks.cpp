@@ -1,5 +1,7 @@
 #include "framework/property_checks.h"
 
+#include <cmath>
+
 #include "frontend/exception_http.h"
 
 namespace odata::redfish {
@@ -49,13 +51,20 @@ std::optional<bool> require_boolean(const boost::json::value& value, const std::
     return std::nullopt;
 }
 
-std::optional<long> require_integer_up_to(const boost::json::value& value, long max,
-                                          const std::string& path, result_record& result) {
-    if (!value.is_int64() && !value.is_uint64()) {
+// Integers beyond 64 bits arrive as doubles: whole numbers are still
+// integers, just out of range.
+bool is_whole_double(const boost::json::value& value) {
+    return value.is_double() && std::isfinite(value.get_double()) &&
+           std::trunc(value.get_double()) == value.get_double();
+}
+
+std::optional<long> require_integer_in_range(const boost::json::value& value, long min, long max,
+                                             const std::string& path, result_record& result) {
+    if (!value.is_int64() && !value.is_uint64() && !is_whole_double(value)) {
         add_value_message(result, "Base.1.10.PropertyValueTypeError", shown_value(value), path);
         return std::nullopt;
     }
-    if (value.is_uint64() || value.get_int64() < 0 || value.get_int64() > max) {
+    if (!value.is_int64() || value.get_int64() < min || value.get_int64() > max) {
         add_value_message(result, "Base.1.10.PropertyValueFormatError", shown_value(value), path);
         return std::nullopt;
     }

@@ -59,10 +59,14 @@ const boost::json::string* require_text(const boost::json::value& value, const s
 std::optional<bool> require_boolean(const boost::json::value& value, const std::string& path,
                                     result_record& result);
 
-// An integer from 0 to max; PropertyValueTypeError for a value that is not
-// an integer, PropertyValueFormatError outside the range.
-std::optional<long> require_integer_up_to(const boost::json::value& value, long max,
-                                          const std::string& path, result_record& result);
+// An integer from min to max; PropertyValueTypeError for a value that is
+// not an integer, PropertyValueFormatError outside the range (however large).
+std::optional<long> require_integer_in_range(const boost::json::value& value, long min, long max,
+                                             const std::string& path, result_record& result);
+inline std::optional<long> require_integer_up_to(const boost::json::value& value, long max,
+                                                 const std::string& path, result_record& result) {
+    return require_integer_in_range(value, 0, max, path, result);
+}
 
 // A text that a settings file can hold unchanged: no control characters,
 // no blank at either end. PropertyValueFormatError otherwise.

@@ -90,6 +90,9 @@ constexpr message_text table[] = {
      "A timeout internal to the service occured as part of the request.  Partial results may have "
      "been returned.",
      "Resubmit the request.  If the problem persists, consider resetting the service or provider."},
+    {"Base.1.10.PreconditionFailed", "Critical",
+     "The ETag supplied did not match the ETag required to change this resource.",
+     "Try the operation again using the appropriate ETag."},
     {"Base.1.10.PropertyDuplicate", "Warning", "The property %1 was duplicated in the request.",
      "Remove the duplicate property from the request body and resubmit the request if the "
      "operation failed."},

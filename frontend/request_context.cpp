@@ -7,13 +7,15 @@
 #include <new>
 
 #include "frontend/exception_http.h"
+#include "frontend/message.h"
 #include "platform/libweb.h"
 
 namespace odata::redfish {
 namespace {
 
-// The raw body of the current request, NUL-terminated; null when none.
+// The raw body of the current request and its length; null when none.
 char* request_body = nullptr;
+std::size_t request_body_length = 0;
 // Raised to end the service loop after the current request.
 unsigned char stop_flag = 0;
 
@@ -31,14 +33,50 @@ void drain(std::istream& input) {
     }
 }
 
+// Shown in messages instead of a secret's value.
+bool names_secret(std::string_view name) {
+    for (std::string_view secret : {"Password", "Key", "Token"})
+        if (name.find(secret) != std::string_view::npos) return true;
+    return false;
+}
+
+// A NUL cannot reach the C strings of the platform intact: every string
+// (name or value) holding one is reported under its property path.
+void report_nul_strings(const boost::json::value& value, const std::string& path,
+                        result_record& result) {
+    if (const boost::json::string* text = value.if_string()) {
+        if (text->find('\0') == boost::json::string::npos) return;
+        const std::string shown = names_secret(path) ? "******" : boost::json::serialize(value);
+        add_message(result, "Base.1.10.PropertyValueFormatError", {shown, path}, {"/" + path});
+    } else if (const boost::json::object* object = value.if_object()) {
+        for (const auto& [name, member] : *object) {
+            const std::string member_path =
+                path.empty() ? std::string(name) : path + "/" + std::string(name);
+            if (name.find('\0') != boost::json::string_view::npos)
+                add_message(result, "Base.1.10.PropertyUnknown", {member_path},
+                            {"/" + member_path});
+            report_nul_strings(member, member_path, result);
+        }
+    } else if (const boost::json::array* array = value.if_array()) {
+        for (std::size_t index = 0; index < array->size(); ++index)
+            report_nul_strings((*array)[index], path + "/" + std::to_string(index), result);
+    }
+}
+
 }  // namespace
 
-const char* request_context::body() const { return request_body; }
+std::optional<std::string_view> request_context::body() const {
+    if (!request_body) return std::nullopt;
+    return std::string_view(request_body, request_body_length);
+}
 
 boost::json::value request_context::body_json() const {
     boost::system::error_code error;
-    boost::json::value parsed = boost::json::parse(request_body ? request_body : "", error);
+    boost::json::value parsed = boost::json::parse(body().value_or(""), error);
     if (error) throw malformed_json();
+    result_record result = general_error();
+    report_nul_strings(parsed, "", result);
+    if (!result.entries.empty()) throw_http_result(400, result);
     return parsed;
 }
 
@@ -78,7 +116,8 @@ void read_request_input(std::istream& input) {
         return;
     }
     input.read(request_body, length);
-    request_body[input.gcount()] = '\0';
+    request_body_length = static_cast<std::size_t>(input.gcount());
+    request_body[request_body_length] = '\0';
     input.clear();
     drain(input);
 }
@@ -93,6 +132,7 @@ void release_request_input() {
         free_cgi_vars();
     }
     request_body = nullptr;
+    request_body_length = 0;
 }
 
 bool script_name_is(const std::string& name) {

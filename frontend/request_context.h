@@ -5,8 +5,10 @@
 #include <boost/json.hpp>
 #include <istream>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace odata::redfish {
@@ -28,9 +30,11 @@ struct request_context {
     int session_id = 0;     // the caller's session, 0 for Basic
     int account_slot = -1;  // the caller's user-table slot, -1 for other users
 
-    // The request body read by read_request_input; null when there is none.
-    const char* body() const;
-    // The body parsed as JSON; throws malformed_json when it is not JSON.
+    // The request body read by read_request_input, by its length (it may
+    // hold NUL bytes); none when there is no body.
+    std::optional<std::string_view> body() const;
+    // The body parsed as JSON; throws malformed_json when it is not JSON,
+    // and 400 with PropertyValueFormatError for each string holding a NUL.
     boost::json::value body_json() const;
     // Route capture index as a number; -1 when absent, not a number or too large.
     int capture_number(size_t index) const;

@@ -60,6 +60,8 @@ int run_service(request_server serve_request) {
             GlobalParaFin();
             return 0;
         }
+        // The flag is this process's own: a re-initialised block lost it.
+        if (GlobalParaCheck() != 0) at_p_St_GlobalVar->fcgi_mode = 1;
         serve(request, serve_request);
         if (stop_requested()) {
             GlobalParaFin();

@@ -38,6 +38,11 @@ extern St_InterfaceInfo* InterfaceInfo;
 // Attach the shared block; non-zero on success.
 int GlobalParaInit(void);
 void GlobalParaFin(void);
+// Checks the attached block's backing before it is touched again: a block
+// emptied or truncated by someone is initialised afresh (and logged), so
+// that no access faults. Non-zero when it had to be; its flags then hold
+// their defaults.
+int GlobalParaCheck(void);
 
 // Fill buffer (of length bytes) with the client's address; 0 on success.
 int GetClientIP(char* buffer, int length);

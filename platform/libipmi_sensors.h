@@ -111,6 +111,9 @@ struct St_SensorData {
 };
 
 extern const St_SensorData at_St_SensorData[];
+// The rows at_St_SensorData holds: a sensor_count above it is damaged
+// shared state, never an index.
+extern const uint16_t at_St_SensorDataRows;
 
 // Health codes of sensors and of groups of sensors, worst last.
 enum {

@@ -1,19 +1,14 @@
 #include "security/account_policy.h"
 
-#include "framework/ini_settings.h"
-
 namespace odata::redfish {
-namespace {
 
-const ini_settings& policy_file() {
+const ini_settings& account_policy_file() {
     static const ini_settings file("/nv/redfish/accountservice.ini");
     return file;
 }
 
-}  // namespace
-
 account_policy read_account_policy() {
-    const boost::property_tree::ptree settings = policy_file().read();
+    const boost::property_tree::ptree settings = account_policy_file().read();
     const account_policy defaults;
     account_policy policy;
     policy.lockout_threshold =
@@ -27,13 +22,13 @@ account_policy read_account_policy() {
     return policy;
 }
 
-bool store_account_policy(const account_policy& policy) {
-    boost::property_tree::ptree settings = policy_file().read();
+bool stage_account_policy(const account_policy& policy, settings_batch& batch) {
+    boost::property_tree::ptree settings = account_policy_file().read();
     settings.put("AccountService.AccountLockoutThreshold", policy.lockout_threshold);
     settings.put("AccountService.AccountLockoutDuration", policy.lockout_duration);
     settings.put("AccountService.AccountLockoutCounterResetAfter", policy.counter_reset_after);
     settings.put("AccountService.AccountLockoutEnabled", policy.lockout_threshold > 0 ? 1 : 0);
-    return policy_file().write(settings);
+    return batch.put(account_policy_file(), settings);
 }
 
 }  // namespace odata::redfish

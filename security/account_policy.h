@@ -3,6 +3,8 @@
 // platform's lockout functions read as well, and the fixed password limits.
 #pragma once
 
+#include "framework/ini_settings.h"
+
 namespace odata::redfish {
 
 constexpr int min_password_length = 8;
@@ -23,8 +25,12 @@ struct account_policy {
 // The stored policy; defaults for what the file does not hold.
 account_policy read_account_policy();
 
-// Stores the policy (and the lockout switch that follows from the
-// threshold), keeping the file's other keys; false when it cannot be written.
-bool store_account_policy(const account_policy& policy);
+// The file that holds the policy, for its lock.
+const ini_settings& account_policy_file();
+
+// Puts the policy (and the lockout switch that follows from the threshold)
+// into batch, keeping the file's other keys; the caller holds the file's
+// lock. False when the settings cannot be written.
+bool stage_account_policy(const account_policy& policy, settings_batch& batch);
 
 }  // namespace odata::redfish

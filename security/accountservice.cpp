@@ -46,7 +46,11 @@ const lockout_property* lockout_property_named(std::string_view name) {
 }
 
 // What a PATCH changes, read from the stored settings and then the request.
+// The settings files stay locked from that read to the write, in one order.
 struct account_service_patch {
+    const settings_lock hold{&account_policy_file(),
+                             &directory_settings_file(directory_service::ldap),
+                             &directory_settings_file(directory_service::active_directory)};
     account_policy policy = read_account_policy();
     bool policy_changed = false;
     external_account_provider ldap{directory_service::ldap};
@@ -70,12 +74,13 @@ struct account_service_patch {
         }
     }
 
+    // Every file is written or none.
     bool store() const {
-        bool stored =
-            !policy_changed || (store_account_policy(policy) && LoadUserLockFromFile() == 0);
+        settings_batch batch;
+        bool staged = hold.held() && (!policy_changed || stage_account_policy(policy, batch));
         for (const external_account_provider* provider : {&ldap, &active_directory})
-            stored = stored && (!provider->requested() || provider->store());
-        return stored;
+            staged = staged && (!provider->requested() || provider->stage(batch));
+        return staged && batch.commit() && (!policy_changed || LoadUserLockFromFile() == 0);
     }
 };
 

@@ -2,20 +2,12 @@
 
 #include <boost/json.hpp>
 
-#include "framework/ini_settings.h"
-
 namespace odata::redfish {
 namespace {
 
 using boost::property_tree::ptree;
 
 constexpr const char* mapping_section = "RemoteRoleMapping";
-
-const ini_settings& settings_file(directory_service service) {
-    static const ini_settings ldap("/nv/redfish/ldap.ini");
-    static const ini_settings active_directory("/nv/redfish/ad.ini");
-    return service == directory_service::ldap ? ldap : active_directory;
-}
 
 std::vector<std::string> list_of(const ptree& section, const char* key) {
     std::vector<std::string> list;
@@ -62,12 +54,18 @@ void put_mappings(ptree& file, const std::vector<role_mapping>& mappings) {
 
 }  // namespace
 
+const ini_settings& directory_settings_file(directory_service service) {
+    static const ini_settings ldap("/nv/redfish/ldap.ini");
+    static const ini_settings active_directory("/nv/redfish/ad.ini");
+    return service == directory_service::ldap ? ldap : active_directory;
+}
+
 std::string_view directory_name(directory_service service) {
     return service == directory_service::ldap ? "LDAP" : "ActiveDirectory";
 }
 
 directory_settings read_directory_settings(directory_service service) {
-    const ptree file = settings_file(service).read();
+    const ptree file = directory_settings_file(service).read();
     const ptree section = file.get_child(std::string(directory_name(service)), ptree());
     directory_settings settings;
     settings.enabled = section.get<int>("ServiceEnabled", 0) != 0;
@@ -84,8 +82,9 @@ directory_settings read_directory_settings(directory_service service) {
     return settings;
 }
 
-bool store_directory_settings(directory_service service, const directory_settings& settings) {
-    ptree file = settings_file(service).read();
+bool stage_directory_settings(directory_service service, const directory_settings& settings,
+                              settings_batch& batch) {
+    ptree file = directory_settings_file(service).read();
     const std::string name(directory_name(service));
     if (!file.get_child_optional(name)) file.put_child(name, ptree());
     ptree& section = file.get_child(name);
@@ -100,7 +99,7 @@ bool store_directory_settings(directory_service service, const directory_setting
         section.put("GroupsAttribute", settings.groups_attribute);
     }
     put_mappings(file, settings.role_mappings);
-    return settings_file(service).write(file);
+    return batch.put(directory_settings_file(service), file);
 }
 
 }  // namespace odata::redfish

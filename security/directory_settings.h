@@ -20,6 +20,8 @@
 #include <string_view>
 #include <vector>
 
+#include "framework/ini_settings.h"
+
 namespace odata::redfish {
 
 enum class directory_service { ldap, active_directory };
@@ -50,8 +52,13 @@ std::string_view directory_name(directory_service service);
 
 directory_settings read_directory_settings(directory_service service);
 
-// Replaces the service's settings, keeping other sections and keys of the
-// file; false when it cannot be written.
-bool store_directory_settings(directory_service service, const directory_settings& settings);
+// The file that holds the service's settings, for its lock.
+const ini_settings& directory_settings_file(directory_service service);
+
+// Puts the service's settings into batch, keeping other sections and keys
+// of the file; the caller holds the file's lock. False when the settings
+// cannot be written.
+bool stage_directory_settings(directory_service service, const directory_settings& settings,
+                              settings_batch& batch);
 
 }  // namespace odata::redfish

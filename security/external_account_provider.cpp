@@ -162,8 +162,8 @@ bool external_account_provider::stays_enabled() const {
     return enabled_now(service_) && requested_enabled_ != false;
 }
 
-bool external_account_provider::store() const {
-    return store_directory_settings(service_, settings_);
+bool external_account_provider::stage(settings_batch& batch) const {
+    return stage_directory_settings(service_, settings_, batch);
 }
 
 void check_provider_switches(const external_account_provider& ldap,

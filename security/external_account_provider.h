@@ -30,8 +30,8 @@ public:
     // Enabled now, and the request does not disable it.
     bool stays_enabled() const;
 
-    // Stores the settings held here; false when the file cannot be written.
-    bool store() const;
+    // Puts the settings held here into batch; false when they cannot be written.
+    bool stage(settings_batch& batch) const;
 
 private:
     void read_member(const request_member& member, result_record& result);

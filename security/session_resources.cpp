@@ -20,8 +20,10 @@ constexpr const char* collection_uri = "/redfish/v1/SessionService/Sessions";
 // headers, and the web server sends no body with a 204.
 void answer_no_content() { std::cout << "Status: 204 No Content\r\n"; }
 
-// What a PATCH stores: the settings as they are, changed by the request.
+// What a PATCH stores: the settings as they are, changed by the request. They
+// stay locked from their read to the store.
 struct session_service_changes {
+    const platform::record_lock hold = sessionserviceconfig::lock();
     long timeout = sessionserviceconfig::session_timeout();
     bool enabled = sessionserviceconfig::service_enabled();
 };

@@ -20,11 +20,13 @@ bool sessionserviceconfig::service_enabled() {
     return settings_file().get<int>("SessionService.ServiceEnabled", 1) != 0;
 }
 
+platform::record_lock sessionserviceconfig::lock() { return settings_file().lock(); }
+
 bool sessionserviceconfig::store(long session_timeout, bool service_enabled) {
-    boost::property_tree::ptree settings = settings_file().read();
-    settings.put("SessionService.SessionTimeout", session_timeout);
-    settings.put("SessionService.ServiceEnabled", service_enabled ? 1 : 0);
-    return settings_file().write(settings);
+    return settings_file().update([&](boost::property_tree::ptree& settings) {
+        settings.put("SessionService.SessionTimeout", session_timeout);
+        settings.put("SessionService.ServiceEnabled", service_enabled ? 1 : 0);
+    });
 }
 
 }  // namespace odata::redfish

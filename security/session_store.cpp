@@ -12,6 +12,7 @@
 #include <boost/random/uniform_int_distribution.hpp>
 #include <cstring>
 
+#include "platform/atomic_file.h"
 #include "platform/bmc_root.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
@@ -26,7 +27,9 @@ constexpr char token_alphabet[] = "abcdefghijklmnopqrstuvwxyz1234567890";
 constexpr char record_prefix[] = "redfish_";
 constexpr const char* sessions_uri = "/redfish/v1/SessionService/Sessions/";
 constexpr const char* scratch_prefix = ".scratch-";
-constexpr const char* temporary_suffix = ".tmp";
+// Beginning of the atomic writer's temporary names; under the store lock
+// every one of a record is a killed writer's.
+constexpr const char* temporary_marker = ".tmp.";
 constexpr int event_login = 146;
 constexpr int event_logout = 147;
 
@@ -94,21 +97,10 @@ std::optional<St_RedfishSession> read_record(const std::string& path) {
     return record;
 }
 
-// Replaces the record through a private temporary file; the caller holds
-// the store lock, so the temporary's name is free unless a killed process
-// left it, and then it is stale.
 bool write_record(const St_RedfishSession& record) {
-    const std::string path = record_path(record.token);
-    const std::string temporary = path + temporary_suffix;
-    unlink(temporary.c_str());
-    int fd = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (fd < 0) return false;
-    bool written =
-        write(fd, &record, sizeof record) == static_cast<ssize_t>(sizeof record) && fsync(fd) == 0;
-    written = close(fd) == 0 && written;
-    if (written && rename(temporary.c_str(), path.c_str()) == 0) return true;
-    unlink(temporary.c_str());
-    return false;
+    return platform::write_file_atomically(
+        record_path(record.token),
+        std::string_view(reinterpret_cast<const char*>(&record), sizeof record), 0600);
 }
 
 void set_last_use(St_RedfishSession& record, long now) {
@@ -174,10 +166,9 @@ void remove_litter() {
     const std::string tmp = platform::bmc_path("/tmp");
     const size_t token_end = 8 + SESSION_TOKEN_LEN;
     for_each_entry(tmp, [&](const std::string& name) {
-        if (name.size() == token_end + std::strlen(temporary_suffix) &&
-            name.compare(0, 8, record_prefix) == 0 &&
+        if (name.size() > token_end && name.compare(0, 8, record_prefix) == 0 &&
             well_formed_token(name.substr(8, SESSION_TOKEN_LEN)) &&
-            name.compare(token_end, std::string::npos, temporary_suffix) == 0)
+            name.compare(token_end, std::strlen(temporary_marker), temporary_marker) == 0)
             unlink((tmp + "/" + name).c_str());
     });
     for_each_entry(sessions_directory().string(), [](const std::string& name) {

@@ -1,6 +1,7 @@
 #include "service/pipeline.h"
 
 #include <boost/algorithm/string/split.hpp>
+#include <boost/algorithm/string/trim.hpp>
 #include <cstring>
 #include <iostream>
 #include <string>
@@ -76,6 +77,32 @@ void check_conditional_headers(redfish& resource) {
         throw_http(304);
 }
 
+// Whether a list of entity tags ("a", "b" or *) names etag; weak tags
+// never match a change.
+bool if_match_names(const std::string& list, const std::string& etag) {
+    std::vector<std::string> tags;
+    boost::algorithm::split(tags, list, [](char c) { return c == ','; });
+    return std::any_of(tags.begin(), tags.end(), [&](std::string& tag) {
+        boost::algorithm::trim(tag);
+        return tag == "*" || tag == etag;
+    });
+}
+
+// A change with If-Match goes ahead only while the resource's ETag, as a GET
+// of it gives now, is one of those named.
+void check_if_match(const request_context& context) {
+    if ((context.method != PATCH && context.method != DELETE) || !cgi_variable_set("HTTP_IF_MATCH"))
+        return;
+    request_context reading = context;
+    reading.method = GET;
+    std::shared_ptr<webservice> current = service_routes().resolve(reading.uri, reading);
+    auto* resource = dynamic_cast<redfish*>(current.get());
+    if (!resource) return;
+    resource->call(GET);
+    if (!if_match_names(cgi_variable("HTTP_IF_MATCH"), resource->etag()))
+        throw_http_error(412, "Base.1.10.PreconditionFailed");
+}
+
 // Paths are plain: no "." or ".." segment and no percent-encoding.
 void check_path_form(const request_context& context) {
     bool dot_segment = std::any_of(context.segments.begin(), context.segments.end(),
@@ -132,6 +159,7 @@ void handle_request(request_context& context, std::istream& input) {
     if (!handler) throw_http(404);
     authorise(context, *handler);
     check_query_options(context.query);
+    check_if_match(context);
 
     handler->call(context.method);
     auto* resource = dynamic_cast<redfish*>(handler.get());

@@ -84,15 +84,31 @@ const text_slot* writable_slot(int field) {
     return nullptr;
 }
 
-int replace_field(uint8_t fru_id, const text_slot& slot, const std::string& latin1) {
+// A one-byte 8-bit field would have the type/length byte of the end mark;
+// a trailing blank, which reading drops, makes it two.
+std::string field_bytes(const std::string& latin1) {
+    return latin1.size() == 1 ? latin1 + ' ' : latin1;
+}
+
+// Whether the image reads back with text in the slot.
+bool reads_back(const std::string& bytes, const text_slot& slot, const char* text) {
+    platform::fru::image image;
+    St_FRUInfo info{};
+    return platform::fru::parse_image(bytes, image) && fill_text(image, slot, info) &&
+           std::strcmp(info.*slot.target, text) == 0;
+}
+
+int replace_field(uint8_t fru_id, const text_slot& slot, const char* text,
+                  const std::string& latin1) {
     platform::fru::image image;
     int loaded = load_image(fru_id, image);
     if (loaded != PLT_OK) return loaded;
     auto& area = image.area(slot.area);
-    if (!area) return PLT_ERR_NOT_FOUND;
-    area->fields[slot.index] = {platform::fru::eight_bit, latin1};
+    if (!area || slot.index >= area->fields.size()) return PLT_ERR_NOT_FOUND;
+    area->fields[slot.index] = {platform::fru::eight_bit, field_bytes(latin1)};
     std::string bytes;
-    if (!platform::fru::encode_image(image, bytes)) return PLT_ERR_ARGUMENT;
+    if (!platform::fru::encode_image(image, bytes) || !reads_back(bytes, slot, text))
+        return PLT_ERR_ARGUMENT;
     return platform::write_fru_image(fru_id, bytes) ? PLT_OK : PLT_ERR_IO;
 }
 
@@ -121,7 +137,7 @@ extern "C" int SetFRUData(uint8_t fru_id, int field, const char* value) {
         return PLT_ERR_ARGUMENT;
     int result = PLT_ERR_IO;
     platform::sim::with_file_lock(platform::fru_image_file(fru_id), [&] {
-        result = replace_field(fru_id, *slot, latin1);
+        result = replace_field(fru_id, *slot, value, latin1);
         return true;
     });
     return result;

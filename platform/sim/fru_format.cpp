@@ -119,7 +119,9 @@ bool encode_area(area_kind kind, const info_area& area, std::string& out) {
             bytes += static_cast<char>((area.mfg_minutes >> shift) & 0xFF);
     for (const field& each : area.fields) {
         if (each.data.size() > max_field_length) return false;
-        bytes += static_cast<char>(((each.type & 0x03) << 6) | each.data.size());
+        const auto type_length = static_cast<uint8_t>(((each.type & 0x03) << 6) | each.data.size());
+        if (type_length == end_of_fields) return false;
+        bytes += static_cast<char>(type_length);
         bytes += each.data;
     }
     bytes += static_cast<char>(end_of_fields);

@@ -187,9 +187,12 @@ extern "C" const St_SensorData at_St_SensorData[] = {
     state_sensor({0xAB, "Memory ECC", SENSOR_TYPE_MEMORY, ENTITY_MEMORY_DEVICE, 1, host}, 0),
 };
 
+extern "C" const uint16_t at_St_SensorDataRows =
+    sizeof at_St_SensorData / sizeof at_St_SensorData[0];
+
 namespace platform {
 
-std::size_t sdr_record_count() { return sizeof at_St_SensorData / sizeof at_St_SensorData[0]; }
+std::size_t sdr_record_count() { return at_St_SensorDataRows; }
 
 const St_SensorData* find_sensor_by_name(std::string_view name) {
     for (std::size_t i = 0; i < sdr_record_count(); ++i)

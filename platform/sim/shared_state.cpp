@@ -118,6 +118,19 @@ extern "C" int GlobalParaInit(void) {
     return 1;
 }
 
+extern "C" int GlobalParaCheck(void) {
+    if (!attached) return 0;
+    std::string path = platform::shared_state_file();
+    platform::sim::unique_fd fd(::open(path.c_str(), O_RDWR | O_CLOEXEC));
+    if (!fd.valid()) return 0;
+    platform::sim::file_lock lock(fd.get(), LOCK_EX);
+    if (!lock.locked() || layout_matches(fd.get())) return 0;
+    console_log("[ERROR] %s was damaged; shared state initialised again\n", path.c_str());
+    if (!initialise(fd.get())) return 0;
+    at_p_St_GlobalVar->sensor_count = static_cast<uint16_t>(platform::sdr_record_count());
+    return 1;
+}
+
 extern "C" void GlobalParaFin(void) {
     if (!attached) return;
     ::munmap(attached, sizeof(shared_block));

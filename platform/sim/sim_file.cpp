@@ -1,5 +1,7 @@
 #include "platform/sim/sim_file.h"
 
+#include "platform/atomic_file.h"
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -56,16 +58,7 @@ bool read_all(int fd, std::string& text) {
 }
 
 bool replace_file(const std::string& path, const std::string& content, mode_t mode) {
-    if (!make_parent_dirs(path)) return false;
-    std::string temporary = path + ".XXXXXX";
-    int fd = ::mkostemp(temporary.data(), O_CLOEXEC);
-    if (fd < 0) return false;
-    bool written = ::fchmod(fd, mode) == 0 && write_all(fd, content.data(), content.size()) &&
-                   ::fsync(fd) == 0;
-    written = ::close(fd) == 0 && written;
-    if (written && ::rename(temporary.c_str(), path.c_str()) == 0) return true;
-    ::unlink(temporary.c_str());
-    return false;
+    return make_parent_dirs(path) && write_file_atomically(path, content, mode);
 }
 
 bool read_file(const std::string& path, std::string& text) {

@@ -21,9 +21,8 @@ bool pwrite_all(int fd, const void* data, std::size_t size, off_t offset);
 // Reads the rest of the file into text.
 bool read_all(int fd, std::string& text);
 
-// Replaces the file at path with content (creating its directories): writes
-// a temporary file beside it with the given mode, syncs it and renames it
-// over path, so a reader sees the old or the new file, never a part.
+// Replaces the file at path with content (creating its directories) through
+// the one atomic writer, platform::write_file_atomically.
 bool replace_file(const std::string& path, const std::string& content, mode_t mode);
 
 // Reads the whole file; false when it cannot be opened or read.

@@ -73,6 +73,7 @@ struct table_state {
     bool loaded = false;
     file_identity identity;
     slot_array slots;
+    bool damaged = false;  // the file is malformed: kept as it is for repair
     std::array<bool, MAX_USER_SLOTS> dirty{};
     int selected = 0;
     // lx_mutex_get: the locked descriptor, the nesting depth, the owner.
@@ -199,19 +200,25 @@ std::string serialise_table(const slot_array& slots) {
 }
 
 // Reads the file as it is now; a missing file is the empty table. A
-// malformed file also reads as empty (and is said so once per version).
-void read_table(slot_array& slots, file_identity& identity) {
+// malformed file also reads as empty (and is said so once per version);
+// damaged tells the caller, so that no commit writes over it.
+void read_table(slot_array& slots, file_identity& identity, bool& damaged) {
     std::string path = platform::user_table_file();
     slots = slot_array();
     identity = file_identity();
+    damaged = false;
     platform::sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat status;
     if (!fd.valid() || ::fstat(fd.get(), &status) != 0) return;
     identity = identity_of(status);
     std::string text;
     if (!platform::sim::read_all(fd.get(), text) || !parse_table(text, slots)) {
-        console_log("[ERROR] user table %s is malformed; read as empty\n", path.c_str());
+        console_log(
+            "[ERROR] user table %s is malformed; read as empty, no login succeeds and no "
+            "account change is stored until it is restored\n",
+            path.c_str());
         slots = slot_array();
+        damaged = true;
     }
 }
 
@@ -225,7 +232,7 @@ file_identity current_identity() {
 void refresh(table_state& table, bool force) {
     if (table.loaded && !force && current_identity() == table.identity) return;
     slot_array fresh;
-    read_table(fresh, table.identity);
+    read_table(fresh, table.identity, table.damaged);
     for (int slot = 0; slot < MAX_USER_SLOTS; ++slot)
         if (!table.dirty[slot]) table.slots[slot] = std::move(fresh[slot]);
     table.loaded = true;
@@ -258,7 +265,8 @@ bool commit(table_state& table) {
     if (table.lock_fd < 0 && (!own_lock.valid() || !lock_exclusive(own_lock.get()))) return false;
     refresh(table, true);
     std::string path = platform::user_table_file();
-    bool written = platform::sim::replace_file(path, serialise_table(table.slots), 0600);
+    bool written =
+        !table.damaged && platform::sim::replace_file(path, serialise_table(table.slots), 0600);
     if (written) {
         table.dirty.fill(false);
         table.identity = current_identity();

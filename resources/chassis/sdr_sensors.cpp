@@ -7,6 +7,7 @@
 
 #include "framework/status_object.h"
 #include "platform/libipmi.h"
+#include "platform/libweb.h"
 
 namespace odata::redfish {
 namespace {
@@ -14,8 +15,6 @@ namespace {
 bool is_exposed(const St_SensorData& record) {
     return record.record_type == SDR_FULL_SENSOR || record.record_type == SDR_COMPACT_SENSOR;
 }
-
-size_t record_count() { return at_p_St_GlobalVar ? at_p_St_GlobalVar->sensor_count : 0; }
 
 // Which SDR threshold feeds which property.
 struct threshold_property {
@@ -44,16 +43,24 @@ boost::json::value rounded(double value, int decimals) {
 
 }  // namespace
 
+size_t sensor_record_count() {
+    const size_t count = at_p_St_GlobalVar ? at_p_St_GlobalVar->sensor_count : 0;
+    if (count <= at_St_SensorDataRows) return count;
+    console_log("[ERROR] sensor_count %zu exceeds the %u SDR records\n", count,
+                static_cast<unsigned>(at_St_SensorDataRows));
+    return at_St_SensorDataRows;
+}
+
 std::vector<const St_SensorData*> exposed_sensors() {
     std::vector<const St_SensorData*> records;
-    for (size_t i = 0; i < record_count(); ++i)
+    for (size_t i = 0; i < sensor_record_count(); ++i)
         if (is_exposed(at_St_SensorData[i])) records.push_back(&at_St_SensorData[i]);
     return records;
 }
 
 std::vector<const St_SensorData*> threshold_sensors(uint8_t sensor_type) {
     std::vector<const St_SensorData*> records;
-    for (size_t i = 0; i < record_count(); ++i) {
+    for (size_t i = 0; i < sensor_record_count(); ++i) {
         const St_SensorData& record = at_St_SensorData[i];
         if (record.record_type == SDR_FULL_SENSOR && record.sensor_type == sensor_type)
             records.push_back(&record);

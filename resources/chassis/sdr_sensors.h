@@ -12,6 +12,10 @@
 
 namespace odata::redfish {
 
+// The records of the repository: sensor_count of the shared state, bounded
+// by the table (a larger count is logged and not followed).
+size_t sensor_record_count();
+
 // The full and compact records, in repository order; the Sensors
 // collection numbers them from 1.
 std::vector<const St_SensorData*> exposed_sensors();

@@ -6,8 +6,8 @@
 namespace odata::redfish {
 
 void check_no_parameters(const request_context& context, const std::string& action) {
-    const char* body = context.body();
-    if (!body || !*body) return;
+    const std::optional<std::string_view> body = context.body();
+    if (!body || body->empty()) return;
     const boost::json::value parameters = context.body_json();
     const boost::json::object* object = parameters.if_object();
     if (!object) throw_http_error(400, "Base.1.10.UnrecognizedRequestBody");

@@ -11,7 +11,6 @@ namespace odata::redfish {
 namespace {
 
 constexpr const char* attributes_file = "/tmp/attributes.json";
-constexpr const char* hand_over_file = "/tmp/user_save_to_bios.json";
 constexpr const char* hand_over_lock = "/tmp/user_save_to_bios.lock";
 
 boost::json::object attributes_in(const char* bmc_file) {
@@ -102,7 +101,7 @@ boost::json::object current_bios_attributes() {
     return registered;
 }
 
-boost::json::object pending_bios_attributes() { return attributes_in(hand_over_file); }
+boost::json::object pending_bios_attributes() { return attributes_in(bios_hand_over_file); }
 
 void read_bios_attribute_changes(const request_member& attributes, boost::json::object& changes,
                                  result_record& result) {
@@ -116,7 +115,7 @@ bool add_pending_bios_attributes(const boost::json::object& changes) {
     boost::json::object pending = pending_bios_attributes();
     for (const auto& [name, value] : changes) pending[name] = value;
     const std::string text = boost::json::serialize(boost::json::object{{"Attributes", pending}});
-    return WriteConfigFile(hand_over_file, text.c_str()) == PLT_OK;
+    return WriteConfigFile(bios_hand_over_file, text.c_str()) == PLT_OK;
 }
 
 }  // namespace odata::redfish

@@ -10,6 +10,9 @@
 
 namespace odata::redfish {
 
+// Where the changes wait for the BIOS's next boot.
+inline constexpr const char* bios_hand_over_file = "/tmp/user_save_to_bios.json";
+
 // The attribute of that name in the platform's table, or null.
 const St_BiosAttribute* find_bios_attribute(std::string_view name);
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <boost/algorithm/string/split.hpp>
 #include <boost/json.hpp>
+#include <cstdio>
 #include <fstream>
 #include <sstream>
 
@@ -116,6 +117,35 @@ bool write_http_boot_request(const std::string& uri) {
          {"SelectIPv4orIPv6", names_ipv6_host(uri) ? "IPv6" : "IPv4"},
          {"BootDescription", "Redfish"},
          {"BootURI", uri}});
+}
+
+namespace {
+
+std::optional<std::string> read_request(const char* bmc_file) {
+    std::ifstream file(platform::bmc_path(bmc_file), std::ios::binary);
+    if (!file) return std::nullopt;
+    std::stringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+void restore_request(const char* bmc_file, const std::optional<std::string>& content) {
+    if (content) {
+        WriteConfigFile(bmc_file, content->c_str());
+    } else {
+        std::remove(platform::bmc_path(bmc_file).c_str());
+    }
+}
+
+}  // namespace
+
+bios_requests read_bios_requests() {
+    return {read_request(bios_hand_over_file), read_request(boot_next_request_file)};
+}
+
+void restore_bios_requests(const bios_requests& requests) {
+    restore_request(bios_hand_over_file, requests.http_boot);
+    restore_request(boot_next_request_file, requests.boot_next);
 }
 
 bool write_boot_next_request(const std::string& option) {

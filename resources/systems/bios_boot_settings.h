@@ -50,4 +50,13 @@ bool write_http_boot_request(const std::string& uri);
 // Hands the BootNext option to the BIOS.
 bool write_boot_next_request(const std::string& option);
 
+// The two request files as they stand (null: absent), to be put back when
+// a change that wrote them fails later on.
+struct bios_requests {
+    std::optional<std::string> http_boot;
+    std::optional<std::string> boot_next;
+};
+bios_requests read_bios_requests();
+void restore_bios_requests(const bios_requests& requests);
+
 }  // namespace odata::redfish

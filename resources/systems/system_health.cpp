@@ -5,6 +5,7 @@
 
 #include "platform/libipmi.h"
 #include "platform/libipmi_sensors.h"
+#include "resources/chassis/sdr_sensors.h"
 
 namespace odata::redfish {
 
@@ -26,7 +27,7 @@ bool processor_temperature(std::string_view id) {
 
 int processor_health_code() {
     int worst = SENSOR_HEALTH_OK;
-    for (int i = 0; i < at_p_St_GlobalVar->sensor_count; ++i) {
+    for (size_t i = 0; i < sensor_record_count(); ++i) {
         const St_SensorData& record = at_St_SensorData[i];
         if (!processor_temperature(record.id_string)) continue;
         worst =

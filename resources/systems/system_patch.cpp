@@ -1,6 +1,7 @@
 #include "resources/systems/system_patch.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 #include <string_view>
 
@@ -160,6 +161,24 @@ bool applied(bool done, const char* property) {
     return done;
 }
 
+// Stops at the first change that the platform refuses.
+bool apply_in_order(const system_changes& changes) {
+    if (changes.indicator_led &&
+        !applied(set_indicator_led(*changes.indicator_led) == PLT_OK, "IndicatorLED"))
+        return false;
+    uint8_t(&bytes)[2] = at_p_St_GlobalVar->boot_flags;
+    if (changes.boot_source) apply_boot_source(*changes.boot_source, bytes);
+    if (changes.override_mode) bytes[0] = apply_setting(*changes.override_mode, bytes[0]);
+    if (changes.override_enabled) bytes[0] = apply_setting(*changes.override_enabled, bytes[0]);
+    if (changes.http_boot_uri && !write_http_boot_request(*changes.http_boot_uri)) {
+        console_log("write config failed\n");
+        return false;
+    }
+    if (changes.boot_next && !applied(apply_boot_next(*changes.boot_next), "BootNext"))
+        return false;
+    return !changes.boot_order || applied(push_boot_order(*changes.boot_order), "BootOrder");
+}
+
 }  // namespace
 
 system_changes read_system_changes(const boost::json::object& body, bool lockdown,
@@ -181,21 +200,20 @@ system_changes read_system_changes(const boost::json::object& body, bool lockdow
 }
 
 bool apply_system_changes(const system_changes& changes) {
-    bool all_applied = true;
-    if (changes.indicator_led)
-        all_applied &= applied(set_indicator_led(*changes.indicator_led) == PLT_OK, "IndicatorLED");
+    const std::string led_before = indicator_led_state();
     uint8_t(&bytes)[2] = at_p_St_GlobalVar->boot_flags;
-    if (changes.boot_source) apply_boot_source(*changes.boot_source, bytes);
-    if (changes.override_mode) bytes[0] = apply_setting(*changes.override_mode, bytes[0]);
-    if (changes.override_enabled) bytes[0] = apply_setting(*changes.override_enabled, bytes[0]);
-    if (changes.http_boot_uri && !write_http_boot_request(*changes.http_boot_uri)) {
-        console_log("write config failed\n");
-        all_applied = false;
-    }
-    if (changes.boot_next) all_applied &= applied(apply_boot_next(*changes.boot_next), "BootNext");
-    if (changes.boot_order)
-        all_applied &= applied(push_boot_order(*changes.boot_order), "BootOrder");
-    return all_applied;
+    const uint8_t flags_before[2] = {bytes[0], bytes[1]};
+    const bios_requests requests_before = read_bios_requests();
+    const bool order_pushed = changes.boot_order || (changes.boot_next && isNewHIISupport());
+    const std::vector<std::string> order_before =
+        order_pushed ? read_bios_boot_options().order : std::vector<std::string>();
+    if (apply_in_order(changes)) return true;
+    // A change that fails leaves nothing of the PATCH behind.
+    if (changes.indicator_led) set_indicator_led(led_before);
+    std::copy(std::begin(flags_before), std::end(flags_before), std::begin(bytes));
+    restore_bios_requests(requests_before);
+    if (order_pushed && !order_before.empty()) push_boot_order(order_before);
+    return false;
 }
 
 }  // namespace odata::redfish

@@ -29,7 +29,8 @@ system_changes read_system_changes(const boost::json::object& body, bool lockdow
 
 // Applies the changes in this order: IndicatorLED, BootSourceOverrideTarget,
 // BootSourceOverrideMode, BootSourceOverrideEnabled, HttpBootUri, BootNext,
-// BootOrder. False (logged) when the platform refused one of them.
+// BootOrder. False (logged) when the platform refused one of them; what was
+// applied before it is then put back.
 bool apply_system_changes(const system_changes& changes);
 
 }  // namespace odata::redfish

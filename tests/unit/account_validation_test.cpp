@@ -326,11 +326,19 @@ TEST_F(RoleMappings, Refusals) {
 
 using AccountSettings = sim_testing::sim_root;
 
+template <class stage>
+bool store_alone(stage put) {
+    settings_batch batch;
+    return put(batch) && batch.commit();
+}
+
 TEST_F(AccountSettings, ThePolicyIsStoredBesideOtherKeysForTheOwnerOnly) {
     sim_testing::write_text(path("/nv/redfish/accountservice.ini"),
                             "[AccountService]\nAuthFailureLoggingThreshold=4\n");
     EXPECT_EQ(read_account_policy().lockout_duration, account_policy().lockout_duration);
-    ASSERT_TRUE(store_account_policy({5, 1800, 0}));
+    ASSERT_TRUE(store_alone([](settings_batch& batch) {
+        return stage_account_policy({5, 1800, 0}, batch);
+    }));
     const account_policy stored = read_account_policy();
     EXPECT_EQ(stored.lockout_threshold, 5);
     EXPECT_EQ(stored.lockout_duration, 1800);
@@ -352,7 +360,9 @@ TEST_F(AccountSettings, DirectorySettingsSurviveARoundTrip) {
     settings.base_distinguished_names = {"dc=example,dc=com", "ou=a\\;b,dc=example"};
     settings.groupname_attribute = "cn";
     settings.role_mappings = {{"alice", "", "Operator"}, {"", "admins", "Administrator"}};
-    ASSERT_TRUE(store_directory_settings(directory_service::ldap, settings));
+    ASSERT_TRUE(store_alone([&](settings_batch& batch) {
+        return stage_directory_settings(directory_service::ldap, settings, batch);
+    }));
     const directory_settings read = read_directory_settings(directory_service::ldap);
     EXPECT_TRUE(read.enabled);
     EXPECT_EQ(read.service_addresses, settings.service_addresses);
@@ -365,7 +375,9 @@ TEST_F(AccountSettings, DirectorySettingsSurviveARoundTrip) {
     EXPECT_EQ(UtilGetNewADEnable(), 0);
 
     settings.role_mappings.pop_back();
-    ASSERT_TRUE(store_directory_settings(directory_service::ldap, settings));
+    ASSERT_TRUE(store_alone([&](settings_batch& batch) {
+        return stage_directory_settings(directory_service::ldap, settings, batch);
+    }));
     EXPECT_EQ(read_directory_settings(directory_service::ldap).role_mappings.size(), 1u);
 }
 

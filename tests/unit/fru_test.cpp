@@ -209,6 +209,37 @@ TEST_F(FruDevice, RefusedWritesChangeNothing) {
     EXPECT_EQ(sim_testing::file_text(path("/nv/fru/fru0.bin")), corrupt);
 }
 
+TEST_F(FruDevice, OneCharacterValuesKeepTheAreaReadable) {
+    St_FRUInfo original{};
+    ASSERT_EQ(ReadFRUInfo(FRU_BOARD_DEVICE, &original), PLT_OK);
+    for (const char* tag : {"x", "\xC3\xBC", "xy", "x"}) {
+        ASSERT_EQ(SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_PRODUCT_ASSET_TAG, tag), PLT_OK) << tag;
+        St_FRUInfo changed{};
+        ASSERT_EQ(ReadFRUInfo(FRU_BOARD_DEVICE, &changed), PLT_OK) << tag;
+        EXPECT_STREQ(changed.product_asset_tag, tag);
+        EXPECT_STREQ(changed.product_serial_number, original.product_serial_number);
+        EXPECT_STREQ(changed.chassis_serial_number, original.chassis_serial_number);
+    }
+    // Trailing blanks do not read back, so they are not stored.
+    std::string before = sim_testing::file_text(path("/nv/fru/fru0.bin"));
+    EXPECT_EQ(SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_PRODUCT_ASSET_TAG, "x "), PLT_ERR_ARGUMENT);
+    EXPECT_EQ(sim_testing::file_text(path("/nv/fru/fru0.bin")), before);
+}
+
+TEST(FruFormat, NoFieldIsEncodedAsTheEndMark) {
+    fru::image image;
+    image.product = fru::info_area{};
+    image.product->fields.assign(fru::fixed_field_count(fru::area_kind::product), {});
+    image.product->fields[5] = {fru::eight_bit, "x"};
+    std::string bytes;
+    EXPECT_FALSE(fru::encode_image(image, bytes));
+    image.product->fields[5] = {fru::binary, "x"};
+    ASSERT_TRUE(fru::encode_image(image, bytes));
+    fru::image parsed;
+    ASSERT_TRUE(fru::parse_image(bytes, parsed));
+    EXPECT_EQ(parsed.product->fields[5].data, "x");
+}
+
 TEST_F(FruDevice, OtherWritableFieldsAndTool) {
     ASSERT_EQ(SetFRUData(FRU_BOARD_DEVICE, FRU_FIELD_BOARD_SERIAL_NUMBER, "BSN-NEW"), PLT_OK);
     ASSERT_EQ(run({"fru", "asset-tag", "Lab 3"}), bmcsim::exit_ok);

@@ -140,6 +140,23 @@ TEST_F(SharedState, FirstAttachCreatesTheFileWithDefaults) {
     EXPECT_STREQ(InterfaceInfo->user_name, "");
 }
 
+TEST_F(SharedState, AnEmptiedOrTruncatedFileIsInitialisedBeforeItFaults) {
+    ASSERT_NE(GlobalParaInit(), 0);
+    at_p_St_GlobalVar->fcgi_mode = 1;
+    EXPECT_EQ(GlobalParaCheck(), 0);
+    EXPECT_EQ(at_p_St_GlobalVar->fcgi_mode, 1);
+    for (off_t size : {off_t(0), off_t(7), off_t(sizeof(St_GlobalVar))}) {
+        ASSERT_EQ(truncate(platform::shared_state_file().c_str(), size), 0);
+        EXPECT_EQ(GlobalParaCheck(), 1) << size;
+        EXPECT_EQ(at_p_St_GlobalVar->fcgi_mode, 0);
+        EXPECT_EQ(at_p_St_GlobalVar->sensor_count, platform::sdr_record_count());
+        EXPECT_STREQ(at_p_St_GlobalVar->node_serial_number, "NODE0001");
+    }
+    std::ofstream(platform::shared_state_file(), std::ios::in | std::ios::binary) << "XXXX";
+    EXPECT_EQ(GlobalParaCheck(), 1);
+    EXPECT_EQ(GlobalParaCheck(), 0);
+}
+
 TEST_F(SharedState, ASecondMappingOfTheFileSeesBothRecords) {
     ASSERT_NE(GlobalParaInit(), 0);
     auto interface_offset =

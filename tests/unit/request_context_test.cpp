@@ -32,7 +32,7 @@ std::string body_read_from(const char* input_text, const char* content_length,
     std::istringstream input(input_text);
     read_request_input(input);
     request_context context;
-    std::string body = context.body() ? context.body() : "<null>";
+    std::string body = context.body() ? std::string(*context.body()) : "<null>";
     if (rest) *rest = std::string(std::istreambuf_iterator<char>(input), {});
     return body;
 }

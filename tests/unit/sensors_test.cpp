@@ -15,6 +15,8 @@
 #include "platform/sim/sdr_repository.h"
 #include "platform/sim/sensor_conversion.h"
 #include "platform/sim/sensor_readings.h"
+#include "resources/chassis/sdr_sensors.h"
+#include "resources/systems/system_health.h"
 
 namespace {
 
@@ -123,6 +125,16 @@ TEST(SdrRepository, NamesTheServicesLookForExist) {
 // ---------------------------------------------------------------- states and health
 
 using SensorState = sim_testing::hardware_root;
+
+TEST_F(SensorState, ACountBeyondTheRepositoryIsNotFollowed) {
+    const size_t exposed = odata::redfish::exposed_sensors().size();
+    for (uint16_t count : {uint16_t(3000), uint16_t(0xFFFF), at_St_SensorDataRows}) {
+        at_p_St_GlobalVar->sensor_count = count;
+        EXPECT_EQ(odata::redfish::sensor_record_count(), at_St_SensorDataRows);
+        EXPECT_EQ(odata::redfish::exposed_sensors().size(), exposed);
+        EXPECT_GE(odata::redfish::processor_health_code(), SENSOR_HEALTH_OK);
+    }
+}
 
 TEST_F(SensorState, NominalReadingsAreHealthy) {
     uint8_t raw = 0;

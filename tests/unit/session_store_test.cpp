@@ -125,14 +125,14 @@ TEST_F(SessionStore, TheSweepRemovesWhatKilledProcessesLeft) {
     fs::create_directories(directory(3));
     const opened_session half = open_for_directory_user();
     fs::remove_all(directory(half.id));
-    sim_testing::write_text(record_file("abcdefghijklmnopqrstuvwxyz123456") + ".tmp", "x");
+    sim_testing::write_text(record_file("abcdefghijklmnopqrstuvwxyz123456") + ".tmp.4242.0", "x");
     fs::create_directories(sessions + ".scratch-9");
     sim_testing::write_text(path("/tmp/redfish_other.tmp"), "not ours");
 
     remove_expired_sessions();
     EXPECT_FALSE(fs::exists(directory(3)));
     EXPECT_FALSE(fs::exists(record_file(half.token)));
-    EXPECT_FALSE(fs::exists(record_file("abcdefghijklmnopqrstuvwxyz123456") + ".tmp"));
+    EXPECT_FALSE(fs::exists(record_file("abcdefghijklmnopqrstuvwxyz123456") + ".tmp.4242.0"));
     EXPECT_FALSE(fs::exists(sessions + ".scratch-9"));
     EXPECT_TRUE(fs::exists(path("/tmp/redfish_other.tmp")));
     EXPECT_TRUE(validate_token(kept.token));

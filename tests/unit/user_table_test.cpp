@@ -121,6 +121,18 @@ TEST_F(UserTable, ChangesAreInMemoryUntilPscommitAndThenSurviveAReload) {
     EXPECT_EQ(status, 0);
 }
 
+TEST_F(UserTable, ADamagedTableIsKeptForRepairNotOverwritten) {
+    add_user(2, "alice", "Secret-Pass1", PRIV_ADMINISTRATOR);
+    const std::string damaged = sim_testing::file_text(platform::user_table_file()).substr(0, 40);
+    sim_testing::write_text(platform::user_table_file(), damaged);
+    EXPECT_EQ(UtilFindUser("alice"), -1);
+    ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
+    ASSERT_EQ(UtilSetUserName(3, "mallory"), 0);
+    EXPECT_NE(PSCommit(), 0);
+    ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
+    EXPECT_EQ(sim_testing::file_text(platform::user_table_file()), damaged);
+}
+
 TEST_F(UserTable, DiscardedChangesAreGone) {
     ASSERT_EQ(UtilSetUserName(4, "temp"), 0);
     EXPECT_EQ(UtilFindUser("temp"), -1);  // not enabled yet
