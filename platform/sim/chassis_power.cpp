@@ -5,11 +5,11 @@
 #include <vector>
 
 #include "platform/bmc_root.h"
+#include "platform/file_cache.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/sim/chassis_events.h"
 #include "platform/sim/chassis_state.h"
-#include "platform/sim/file_cache.h"
 #include "platform/sim/state_ini.h"
 
 namespace pt = boost::property_tree;
@@ -86,7 +86,7 @@ int run(const operation& change) {
 // A read needs no lock, as writers rename whole files into place; only a
 // scheduled step that has come due takes the locked path, which applies it.
 int look(const operation& read) {
-    static sim::file_cache<chassis_state> cache;
+    static file_cache<chassis_state> cache;
     std::shared_ptr<const chassis_state> parsed;
     cache.get(
         chassis_state_file(),

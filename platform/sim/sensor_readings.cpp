@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/bmc_root.h"
-#include "platform/sim/file_cache.h"
+#include "platform/file_cache.h"
 #include "platform/sim/state_ini.h"
 
 namespace pt = boost::property_tree;
@@ -41,7 +41,7 @@ int parse_readings(raw_readings& readings) {
 std::string sensor_readings_file() { return bmc_path("/var/bmc/sensors.ini"); }
 
 std::shared_ptr<const raw_readings> stored_sensor_readings() {
-    static sim::file_cache<raw_readings> cache;
+    static file_cache<raw_readings> cache;
     std::shared_ptr<const raw_readings> readings;
     cache.get(sensor_readings_file(), parse_readings, readings);
     return readings;

@@ -1,8 +1,8 @@
 #include "platform/sim/smbios_store.h"
 
 #include "platform/bmc_root.h"
+#include "platform/file_cache.h"
 #include "platform/plt_result.h"
-#include "platform/sim/file_cache.h"
 #include "platform/sim/generated_file.h"
 #include "platform/sim/sim_file.h"
 
@@ -15,7 +15,7 @@ int load_smbios_table(std::string& table) {
 }
 
 int load_smbios_structures(std::shared_ptr<const smbios_snapshot>& snapshot) {
-    static sim::file_cache<smbios_snapshot> cache;
+    static file_cache<smbios_snapshot> cache;
     return cache.get(
         smbios_table_file(),
         [](smbios_snapshot& parsed) -> int {

@@ -6,6 +6,7 @@ the cases wait for the files to settle first: only then is the cache used."""
 import time
 
 import pytest
+import requests
 
 from bmc_instance import BmcInstance
 
@@ -68,3 +69,24 @@ def test_power_and_readings_set_by_bmcsim_reach_every_process(bmc):
     settle()
     bmc.bmcsim("power", "on")
     assert set(every_answer(admin, bmc, SYSTEM, power)) == {"On"}
+
+
+def test_a_setting_patched_through_one_process_is_read_by_every_process(bmc):
+    admin = bmc.admin()
+    timeout = lambda body: body["SessionTimeout"]
+    settle()
+    every_answer(admin, bmc, "/redfish/v1/SessionService", timeout)
+    for value in (600, 601):
+        reply = admin.patch(bmc.url("/redfish/v1/SessionService"), json={"SessionTimeout": value},
+                            timeout=10)
+        assert reply.status_code in (200, 204), reply.text
+        assert every_answer(admin, bmc, "/redfish/v1/SessionService", timeout) == [value] * ROUNDS
+
+
+def test_a_setting_rewritten_in_place_at_the_same_size_is_seen(bmc):
+    anonymous = requests.Session()
+    for open_root, status in (("1", 200), ("0", 401), ("1", 200)):
+        bmc.write_setting("redfish.ini", "[Service]\nUnauthenticatedServiceRoot=%s\n" % open_root)
+        for _ in range(ROUNDS):
+            assert anonymous.get(bmc.url("/redfish/v1"), timeout=10).status_code == status
+        settle()

@@ -4,7 +4,7 @@
 #include <ctime>
 #include <string>
 
-#include "platform/sim/file_cache.h"
+#include "platform/file_cache.h"
 #include "platform/sim/memory_modules.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/smbios_store.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-using platform::sim::file_cache;
+using platform::file_cache;
 
 class FileCache : public sim_testing::sim_root {
 protected:
@@ -30,12 +30,12 @@ protected:
     }
 
     void TearDown() override {
-        platform::sim::set_settle_clock_for_tests(nullptr);
+        platform::set_settle_clock_for_tests(nullptr);
         sim_root::TearDown();
     }
 
     // Lets every file written so far settle, as if a minute had passed.
-    static void settle() { platform::sim::set_settle_clock_for_tests(a_minute_later); }
+    static void settle() { platform::set_settle_clock_for_tests(a_minute_later); }
 
     static long long a_minute_later() {
         timespec now{};

@@ -2,6 +2,7 @@
 // is parsed again as soon as another process changes it.
 #pragma once
 
+#include <sys/stat.h>
 #include <sys/types.h>
 
 #include <memory>
@@ -10,7 +11,7 @@
 
 #include "platform/plt_result.h"
 
-namespace platform::sim {
+namespace platform {
 
 // What tells one version of a file from the next: a writer that renames a
 // new file into place changes the inode, one that rewrites it in place the
@@ -29,6 +30,8 @@ struct file_version {
 
 // The version of the file at path; exists is false when it cannot be seen.
 file_version version_of(const std::string& path);
+// The version of a file whose status is at hand.
+file_version version_of(const struct stat& status);
 
 // True when the version is old enough to tell every later change: two
 // writes within one tick of the file system's clock, the second reusing the
@@ -70,4 +73,4 @@ private:
     std::shared_ptr<const Parsed> cached_;
 };
 
-}  // namespace platform::sim
+}  // namespace platform

@@ -1,10 +1,10 @@
-#include "platform/sim/file_cache.h"
+#include "platform/file_cache.h"
 
 #include <sys/stat.h>
 
 #include <ctime>
 
-namespace platform::sim {
+namespace platform {
 namespace {
 
 constexpr long long nanoseconds_per_second = 1000000000LL;
@@ -33,8 +33,12 @@ bool file_version::operator==(const file_version& other) const {
 
 file_version version_of(const std::string& path) {
     struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) return file_version();
+    return version_of(status);
+}
+
+file_version version_of(const struct stat& status) {
     file_version version;
-    if (::stat(path.c_str(), &status) != 0) return version;
     version.exists = true;
     version.device = status.st_dev;
     version.inode = status.st_ino;
@@ -48,4 +52,4 @@ bool settled(const file_version& version) { return now_ns() - version.changed_ns
 
 void set_settle_clock_for_tests(settle_clock clock) { test_clock = clock; }
 
-}  // namespace platform::sim
+}  // namespace platform
