@@ -53,7 +53,7 @@ public:
         // The version comes before the read: a change in between shows as
         // a new version next time.
         const file_version version = version_of(path);
-        if (cached_ && version.exists && path == path_ && version == version_) {
+        if (cached_ && path == path_ && version == version_) {
             parsed = cached_;
             return PLT_OK;
         }
@@ -62,7 +62,8 @@ public:
         if (result != PLT_OK) return result;
         path_ = path;
         version_ = version;
-        cached_ = version.exists && settled(version) ? fresh : nullptr;
+        // A missing file is a version too: whatever creates it changes it.
+        cached_ = !version.exists || settled(version) ? fresh : nullptr;
         parsed = std::move(fresh);
         return PLT_OK;
     }

@@ -79,6 +79,8 @@ TEST_F(FileCache, EveryChangeOfASettledFileIsSeenAtOnce) {
     EXPECT_EQ(read(file), "three");
     ASSERT_EQ(std::remove(file.c_str()), 0);
     EXPECT_EQ(read(file), "error");
+    sim_testing::write_text(file, "four");
+    EXPECT_EQ(read(file), "four");
 }
 
 TEST_F(FileCache, TheSmbiosTableFollowsItsFile) {
@@ -99,6 +101,28 @@ TEST_F(FileCache, TheSmbiosTableFollowsItsFile) {
     EXPECT_GE(changed->structures.front().formatted.data(), changed->table.data());
     EXPECT_EQ(platform::remove_memory_module("CPU1_DIMM_A1"),
               platform::module_removal::no_such_module);
+}
+
+TEST_F(FileCache, AMissingFileIsParsedOnceUntilItAppears) {
+    const std::string file = path("/late.ini");
+    auto read_or_empty = [&] {
+        std::shared_ptr<const std::string> text;
+        EXPECT_EQ(cache_.get(
+                      file,
+                      [&](std::string& parsed) {
+                          ++loads_;
+                          platform::sim::read_file(file, parsed);
+                          return PLT_OK;
+                      },
+                      text),
+                  PLT_OK);
+        return *text;
+    };
+    EXPECT_EQ(read_or_empty(), "");
+    EXPECT_EQ(read_or_empty(), "");
+    EXPECT_EQ(loads_, 1);
+    sim_testing::write_text(file, "one");
+    EXPECT_EQ(read_or_empty(), "one");
 }
 
 }  // namespace
