@@ -33,7 +33,6 @@ int service_root::get(request_context&) {
 
 void service_root::set_service_links() {
     boost::json::object links;
-    boost::json::object oem;
     for (const auto& service : top_level_services()) {
         switch (service.in_root) {
             case root_link::property:
@@ -42,15 +41,11 @@ void service_root::set_service_links() {
             case root_link::links:
                 links[service.name] = link(service.url);
                 break;
-            case root_link::oem:
-                oem[service.name] = link(service.url);
-                break;
             case root_link::none:
                 break;
         }
     }
     set("Links", std::move(links));
-    set("Oem", boost::json::object{{"Tarnwright", std::move(oem)}});
 }
 
 }  // namespace odata::redfish

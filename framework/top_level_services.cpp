@@ -18,7 +18,6 @@ const std::vector<top_level_service>& top_level_services() {
         {"UpdateService", "/redfish/v1/UpdateService", root_link::property},
         {"CertificateService", "/redfish/v1/CertificateService", root_link::property},
         {"Sessions", "/redfish/v1/SessionService/Sessions", root_link::links},
-        {"DumpService", "/redfish/v1/Oem/Tarnwright/DumpService", root_link::oem},
     };
     return table;
 }

@@ -12,7 +12,6 @@ enum class root_link {
     none,      // the service root itself
     property,  // a property of its own name
     links,     // under "Links"
-    oem,       // under "Oem"/"Tarnwright"
 };
 
 struct top_level_service {

@@ -8,7 +8,7 @@
 
 extern "C" {
 
-enum { LAN_ADDRESS_SIZE = 16, LAN_HOST_NAME_SIZE = 64, LAN_MAC_SIZE = 18 };
+enum { LAN_ADDRESS_SIZE = 16, LAN_HOST_NAME_SIZE = 64, LAN_MAC_SIZE = 18, LAN_NAME_SERVERS = 2 };
 
 struct St_LanConfig {
     char mac_address[LAN_MAC_SIZE];  // "02:00:5e:10:00:01"
@@ -20,12 +20,16 @@ struct St_LanConfig {
     char subnet_mask[LAN_ADDRESS_SIZE];
     char gateway[LAN_ADDRESS_SIZE];
     char host_name[LAN_HOST_NAME_SIZE];
+    // The DNS domain and name servers in use (from the lease while DHCP is
+    // on); empty texts where there are none.
+    char domain_name[LAN_HOST_NAME_SIZE];
+    char name_servers[LAN_NAME_SERVERS][LAN_ADDRESS_SIZE];
 };
 
 int PltLAN_GetConfig(St_LanConfig* config);
 
 // Applies dhcp_enabled, the three addresses and host_name; the hardware
-// fields are ignored. PLT_ERR_ARGUMENT when an address is not a dotted quad,
+// fields and the DNS settings are ignored. PLT_ERR_ARGUMENT when an address is not a dotted quad,
 // the mask is not contiguous or the host name is empty or has control
 // characters.
 int PltLAN_SetConfig(const St_LanConfig* config);

@@ -35,6 +35,8 @@ if [ -d "$dmtf" ]; then
     ln -sf "$dmtf"/json-schema/*.json "$dmtf"/csdl/*.xml "$dmtf/LICENSE.md" "$www/schemas/v1/"
     ln -sf "$dmtf/registries/Base.1.10.3.json" "$www/registries/"
 fi
+# The CSDL of the service's own Oem extension types.
+ln -sf "$(cd "$source_dir/deploy/schemas" && pwd)"/*.xml "$www/schemas/v1/"
 # A generated registry: the tool's output, renamed into place whole.
 install_registry() {
     generated=$(mktemp "$www/registries/.$2.XXXXXX")

@@ -8,6 +8,7 @@
 #include "framework/servicedocument.h"
 #include "framework/version_documents.h"
 #include "resources/chassis/chassis.h"
+#include "resources/chassis/chassis_subsystems.h"
 #include "resources/chassis/chassiscollection.h"
 #include "resources/chassis/networkadapter.h"
 #include "resources/chassis/networkadaptercollection.h"
@@ -15,8 +16,10 @@
 #include "resources/chassis/pciedevicescollection.h"
 #include "resources/chassis/pcieslots.h"
 #include "resources/chassis/power.h"
+#include "resources/chassis/sata_backplane.h"
 #include "resources/chassis/sensor.h"
 #include "resources/chassis/sensorcollection.h"
+#include "resources/chassis/storage_enclosures.h"
 #include "resources/chassis/thermal.h"
 #include "resources/managers/certificate_resources.h"
 #include "resources/managers/common_ethernetinterface.h"
@@ -49,6 +52,7 @@
 #include "resources/systems/secureboot.h"
 #include "resources/systems/simplestorage.h"
 #include "resources/systems/simplestoragecollection.h"
+#include "resources/systems/storage.h"
 #include "resources/systems/system.h"
 #include "resources/systems/systemcollection.h"
 #include "resources/systems/systems_ethernetinterfacecollection.h"
@@ -103,10 +107,6 @@ const handler_factories& handler_classes() {
         {"managers_logservice_clearlog", make_handler<managers_logservice_clearlog>},
         {"managers_logservicecollection", make_handler<managers_logservicecollection>},
         {"managers_logservices", make_handler<managers_logservices>},
-        {"messageregisteryfile", make_handler<messageregisteryfile>},
-        {"messageregistryfilecollection", make_handler<messageregistryfilecollection>},
-        {"metadata", make_handler<metadata>},
-        {"networkprotocol", make_handler<networkprotocol>},
         {"memory", make_handler<memory>},
         {"memorycollection", make_handler<memorycollection>},
         {"memorysummarymetrics", make_handler<memorysummarymetrics>},
@@ -117,6 +117,7 @@ const handler_factories& handler_classes() {
         {"networkadaptercollection", make_handler<networkadaptercollection>},
         {"networkinterfacecollection", make_handler<networkinterfacecollection>},
         {"networkinterfaces", make_handler<networkinterfaces>},
+        {"networkprotocol", make_handler<networkprotocol>},
         {"nic", make_handler<nic>},
         {"pciedevicescollection", make_handler<pciedevicescollection>},
         {"pcieslots", make_handler<pcieslots>},
@@ -144,10 +145,22 @@ const handler_factories& handler_classes() {
         {"submittesteventactioninfo", make_handler<submittesteventactioninfo>},
         {"simplestorage", make_handler<simplestorage>},
         {"simplestoragecollection", make_handler<simplestoragecollection>},
+        {"storage", make_handler<storage>},
+        {"storagecollection", make_handler<storagecollection>},
+        {"storagepod", make_handler<storagepod>},
+        {"diskdrive", make_handler<diskdrive>},
         {"system", make_handler<system>},
         {"systemcollection", make_handler<systemcollection>},
         {"systems_ethernetinterfacecollection", make_handler<systems_ethernetinterfacecollection>},
+        {"systems_logentry", make_handler<systems_logentry>},
+        {"systems_logentrycollection", make_handler<systems_logentrycollection>},
+        {"systems_logservice_clearlog", make_handler<systems_logservice_clearlog>},
+        {"systems_logservicecollection", make_handler<systems_logservicecollection>},
+        {"systems_logservices", make_handler<systems_logservices>},
         {"thermal", make_handler<thermal>},
+        {"thermalsubsystem", make_handler<thermalsubsystem>},
+        {"powersubsystem", make_handler<powersubsystem>},
+        {"environmentmetrics", make_handler<environmentmetrics>},
         {"virtualmedia", make_handler<virtualmedia>},
         {"virtualmedia_ejectmedia", make_handler<virtualmedia_ejectmedia>},
         {"virtualmedia_insertmedia", make_handler<virtualmedia_insertmedia>},

@@ -79,6 +79,23 @@ bool set_lan_link(bool up, int speed_mbps) {
     });
 }
 
+bool set_lan_dns(const std::string& domain, const std::vector<std::string>& servers) {
+    if (servers.size() > LAN_NAME_SERVERS || domain.size() >= LAN_HOST_NAME_SIZE ||
+        (!domain.empty() && !is_storable_name(domain.c_str())))
+        return false;
+    for (const std::string& server : servers) {
+        uint32_t address = 0;
+        if (!is_dotted_quad(server.c_str(), address)) return false;
+    }
+    return sim::update_state_ini(lan_settings_file(), [&](pt::ptree& state) {
+        state.put("LAN.DomainName", domain);
+        for (std::size_t index = 0; index < LAN_NAME_SERVERS; ++index)
+            state.put("LAN.NameServer" + std::to_string(index + 1),
+                      index < servers.size() ? servers[index] : std::string());
+        return true;
+    });
+}
+
 }  // namespace platform
 
 extern "C" int PltLAN_GetConfig(St_LanConfig* config) {
@@ -96,6 +113,11 @@ extern "C" int PltLAN_GetConfig(St_LanConfig* config) {
                              state.get("LAN.SubnetMask", std::string("255.255.255.0")));
     platform::sim::copy_text(config->gateway, state.get("LAN.Gateway", std::string("192.168.0.1")));
     platform::sim::copy_text(config->host_name, state.get("LAN.HostName", std::string("bmc")));
+    platform::sim::copy_text(config->domain_name,
+                             state.get("LAN.DomainName", std::string("localdomain")));
+    platform::sim::copy_text(config->name_servers[0],
+                             state.get("LAN.NameServer1", std::string("192.168.0.1")));
+    platform::sim::copy_text(config->name_servers[1], state.get("LAN.NameServer2", std::string()));
     return PLT_OK;
 }
 

@@ -1,7 +1,8 @@
 // The simulated BMC's LAN channel and network services, <root>/nv/bmc/lan.ini:
 //
 //   [LAN]      MACAddress, LinkUp=0|1, SpeedMbps, DHCPEnabled=0|1,
-//              Address, SubnetMask, Gateway, HostName
+//              Address, SubnetMask, Gateway, HostName, DomainName,
+//              NameServer1, NameServer2
 //   [Services] <NAME>Enabled=0|1 and <NAME>Port for HTTP, HTTPS, IPMI,
 //              SSH, NTP and SNMP
 //
@@ -9,6 +10,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -22,5 +24,9 @@ int find_net_service(const std::string& name);
 
 // Sets the link state as the switch port would; false when not stored.
 bool set_lan_link(bool up, int speed_mbps);
+
+// Sets the DNS domain and name servers as a DHCP lease would; false when a
+// server is not a dotted quad, there are too many, or they are not stored.
+bool set_lan_dns(const std::string& domain, const std::vector<std::string>& servers);
 
 }  // namespace platform

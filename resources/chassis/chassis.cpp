@@ -24,6 +24,9 @@ namespace {
 constexpr const char* resource_links[][2] = {
     {"Power", power_uri},
     {"Thermal", thermal_uri},
+    {"PowerSubsystem", power_subsystem_uri},
+    {"ThermalSubsystem", thermal_subsystem_uri},
+    {"EnvironmentMetrics", environment_metrics_uri},
     {"PCIeDevices", pcie_devices_uri},
     {"NetworkAdapters", network_adapters_uri},
     {"PCIeSlots", "/redfish/v1/Chassis/1/PCIeSlots"},
@@ -69,6 +72,7 @@ int chassis::get(request_context&) {
     set("Status", status_object(SENSOR_HEALTH_OK));
     set("PowerState", power_state_text());
     set("IndicatorLED", indicator_led_state());
+    set("LocationIndicatorActive", std::string_view(indicator_led_state()) != "Off");
     if (boost::json::value security = physical_security(); !security.is_null())
         set("PhysicalSecurity", security);
     for (const auto& [name, uri] : resource_links) set(name, link(uri));

@@ -3,6 +3,7 @@
 #include "frontend/exception_http.h"
 #include "platform/libweb.h"
 #include "resources/chassis/chassis_uris.h"
+#include "resources/chassis/sata_backplane.h"
 #include "resources/chassis/storage_enclosures.h"
 
 namespace odata::redfish {
@@ -29,7 +30,7 @@ chassiscollection::chassiscollection(request_context& context)
 int chassiscollection::get(request_context&) {
     if (storage_inventory_loading()) throw_storage_loading();
     set_common_properties();
-    std::vector<std::string> members{chassis_uri};
+    std::vector<std::string> members{chassis_uri, sata_backplane_uri};
     for (std::string& enclosure : storage_enclosure_uris()) members.push_back(std::move(enclosure));
     set_members(members);
     return 0;

@@ -1,7 +1,14 @@
 #include "resources/chassis/storage_enclosures.h"
 
+#include <algorithm>
+
+#include "framework/schema_files.h"
+#include "framework/status_object.h"
+#include "frontend/exception_http.h"
+#include "platform/libipmi_sensors.h"
 #include "platform/libstorage.h"
 #include "resources/chassis/chassis_uris.h"
+#include "resources/chassis/sata_backplane.h"
 
 namespace odata::redfish {
 namespace {
@@ -36,6 +43,48 @@ std::vector<std::string> storage_enclosure_uris() {
                            std::to_string(controller) + family.suffix);
     }
     return uris;
+}
+
+storagepod::storagepod(request_context& context)
+    : redfish(context, "Chassis", std::string(schema_file_of("Chassis").version),
+              "Storage Enclosure", context.uri) {}
+
+int storagepod::get(request_context& context) {
+    const std::string enclosure = enclosure_captured(context);
+    uri_ = std::string(chassis_collection_uri) + "/" + enclosure;
+    const std::vector<std::string> reported = storage_enclosure_uris();
+    if (enclosure == sata_backplane_id)
+        set_sata_backplane();
+    else if (std::find(reported.begin(), reported.end(), uri_) != reported.end())
+        set_controller_enclosure();
+    else
+        throw_http_error(404, "Base.1.10.ResourceNotFound", {"Chassis", enclosure});
+    return 0;
+}
+
+void storagepod::set_sata_backplane() {
+    name_ = "SATA Storage Backplane";
+    set_common_properties();
+    set("Description", "The backplane of the host's onboard SATA bays");
+    set("ChassisType", "StorageEnclosure");
+    set("Status", status_object(SENSOR_HEALTH_OK));
+    boost::json::array drives = sata_drive_links();
+    const std::size_t count = drives.size();
+    set("Links", boost::json::object{{"ComputerSystems", boost::json::array{link(host_system_uri)}},
+                                     {"ContainedBy", link(chassis_uri)},
+                                     {"Drives", std::move(drives)},
+                                     {"Drives@odata.count", count},
+                                     {"Storage", boost::json::array{link(sata_storage_uri)}}});
+}
+
+// The controllers report their enclosures but not the drives in them.
+void storagepod::set_controller_enclosure() {
+    set_common_properties();
+    set("Description", "An enclosure that a storage controller reports");
+    set("ChassisType", "StorageEnclosure");
+    set("Status", status_object(SENSOR_HEALTH_OK));
+    set("Links", boost::json::object{{"ComputerSystems", boost::json::array{link(host_system_uri)}},
+                                     {"ContainedBy", link(chassis_uri)}});
 }
 
 }  // namespace odata::redfish

@@ -10,6 +10,7 @@
 #include "platform/liblan.h"
 #include "platform/libweb.h"
 #include "resources/managers/ethernet_patch.h"
+#include "resources/managers/lan_dns.h"
 #include "resources/managers/manager_uris.h"
 
 namespace odata::redfish {
@@ -62,9 +63,11 @@ int common_ethernetinterface::get(request_context&) {
     set("PermanentMACAddress", lan.mac_address);
     set("SpeedMbps", lan.speed_mbps);
     set("HostName", lan.host_name);
+    set("FQDN", lan_fqdn(lan));
     set("DHCPv4", boost::json::object{{"DHCPEnabled", lan.dhcp_enabled != 0}});
     set("IPv4Addresses", ipv4_addresses(lan));
     set("IPv4StaticAddresses", ipv4_static_addresses(lan));
+    set("NameServers", lan_name_servers(lan));
     return 0;
 }
 

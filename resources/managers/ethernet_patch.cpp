@@ -12,9 +12,9 @@ using patch_property = odata::redfish::patch_property<lan_changes>;
 
 // What GET shows and a client cannot change.
 constexpr std::string_view read_only[] = {
-    "@odata.id", "@odata.type",      "Id",         "Name",       "Description",
-    "Status",    "InterfaceEnabled", "LinkStatus", "MACAddress", "PermanentMACAddress",
-    "SpeedMbps", "IPv4Addresses",
+    "@odata.id", "@odata.type",      "Id",         "Name",        "Description",
+    "Status",    "InterfaceEnabled", "LinkStatus", "MACAddress",  "PermanentMACAddress",
+    "SpeedMbps", "IPv4Addresses",    "FQDN",       "NameServers",
 };
 
 const char* static_addresses = "IPv4StaticAddresses";

@@ -1,32 +1,33 @@
 #include "resources/managers/log_entries.h"
 
 #include "frontend/exception_http.h"
-#include "resources/managers/manager_uris.h"
-#include "resources/managers/sel_entries.h"
 
 namespace odata::redfish {
 
-managers_logentrycollection::managers_logentrycollection(request_context& context)
-    : redfish(context, "LogEntryCollection", "", "Log Entry Collection", manager_sel_entries_uri) {}
+sel_entry_collection::sel_entry_collection(request_context& context, const sel_log_place& place)
+    : redfish(context, "LogEntryCollection", "", "Log Entry Collection", sel_entries_uri(place)),
+      place_(place) {}
 
-int managers_logentrycollection::get(request_context&) {
+int sel_entry_collection::get(request_context&) {
     set_common_properties();
     std::vector<std::string> members;
-    for (const sel_entry& entry : read_sel_entries()) members.push_back(sel_entry_uri(entry.id));
+    for (const sel_entry& entry : read_sel_entries())
+        members.push_back(sel_entry_uri(place_, entry.id));
     set_members(members);
     return 0;
 }
 
-managers_logentry::managers_logentry(request_context& context)
-    : redfish(context, "LogEntry", "", "Log Entry", context.uri) {}
+sel_entry_resource::sel_entry_resource(request_context& context, const sel_log_place& place)
+    : redfish(context, "LogEntry", "", "Log Entry", context.uri), place_(place) {}
 
 // Ids are written without leading zeros: "01" names no entry.
-int managers_logentry::get(request_context& context) {
+int sel_entry_resource::get(request_context& context) {
     const int id = context.capture_number(0);
-    if (id < 1 || context.captures[0] != std::to_string(id)) throw_http(404);
     const std::vector<sel_entry> entries = read_sel_entries();
-    if (static_cast<std::size_t>(id) > entries.size()) throw_http(404);
-    for (const auto& [name, value] : sel_log_entry(entries[id - 1])) set(name, value);
+    if (id < 1 || context.captures[0] != std::to_string(id) ||
+        static_cast<std::size_t>(id) > entries.size())
+        throw_http_error(404, "Base.1.10.ResourceNotFound", {"LogEntry", context.captures[0]});
+    for (const auto& [name, value] : sel_log_entry(place_, entries[id - 1])) set(name, value);
     return 0;
 }
 

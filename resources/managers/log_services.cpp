@@ -9,7 +9,6 @@
 #include "platform/libsel.h"
 #include "platform/libweb.h"
 #include "resources/managers/action_parameters.h"
-#include "resources/managers/manager_uris.h"
 #include "resources/managers/redfish_date_time.h"
 
 namespace odata::redfish {
@@ -19,39 +18,41 @@ constexpr const char* clear_action = "LogService.ClearLog";
 
 }  // namespace
 
-managers_logservicecollection::managers_logservicecollection(request_context& context)
-    : redfish(context, "LogServiceCollection", "", "Log Service Collection",
-              manager_log_services_uri) {}
+sel_log_service_collection::sel_log_service_collection(request_context& context,
+                                                       const sel_log_place& place)
+    : redfish(context, "LogServiceCollection", "", "Log Service Collection", place.services_uri),
+      place_(place) {}
 
-int managers_logservicecollection::get(request_context&) {
+int sel_log_service_collection::get(request_context&) {
     set_common_properties();
-    set_members({manager_sel_uri});
+    set_members({place_.service_uri});
     return 0;
 }
 
-managers_logservices::managers_logservices(request_context& context)
+sel_log_service::sel_log_service(request_context& context, const sel_log_place& place)
     : redfish(context, "LogService", std::string(schema_file_of("LogService").version),
-              "System Event Log Service", manager_sel_uri) {}
+              "System Event Log Service", place.service_uri),
+      place_(place) {}
 
-int managers_logservices::get(request_context&) {
+int sel_log_service::get(request_context&) {
     set_common_properties();
-    set("Description", "The BMC's system event log (SEL)");
+    set("Description", place_.description);
     set("ServiceEnabled", true);
     set("OverWritePolicy", "NeverOverWrites");
     set("DateTime", redfish_date_time(lx_time_get()));
     set("DateTimeLocalOffset", "+00:00");
     set("LogEntryType", "SEL");
     set("Status", status_object(SENSOR_HEALTH_OK));
-    set("Entries", link(manager_sel_entries_uri));
+    set("Entries", link(sel_entries_uri(place_)));
     set("Actions",
-        boost::json::object{{"#LogService.ClearLog", {{"target", manager_sel_clear_target_uri}}}});
+        boost::json::object{{"#LogService.ClearLog", {{"target", sel_clear_target_uri(place_)}}}});
     return 0;
 }
 
-managers_logservice_clearlog::managers_logservice_clearlog(request_context& context)
-    : webservice(context), service_(std::make_shared<managers_logservices>(context)) {}
+sel_log_clear::sel_log_clear(request_context& context, const sel_log_place& place)
+    : webservice(context), service_(std::make_shared<sel_log_service>(context, place)) {}
 
-int managers_logservice_clearlog::post(request_context& context) {
+int sel_log_clear::post(request_context& context) {
     check_no_parameters(context, clear_action);
     if (LibClearSysEvtLog() != 0) {
         console_log("[ERROR] LogService.ClearLog: the SEL was not cleared\n");
@@ -61,6 +62,6 @@ int managers_logservice_clearlog::post(request_context& context) {
     return 0;
 }
 
-void managers_logservice_clearlog::send_response() { service_->send_response(); }
+void sel_log_clear::send_response() { service_->send_response(); }
 
 }  // namespace odata::redfish

@@ -18,10 +18,6 @@ inline constexpr const char* manager_serial_interfaces_uri =
 inline constexpr const char* manager_host_interfaces_uri = "/redfish/v1/Managers/1/HostInterfaces";
 inline constexpr const char* manager_log_services_uri = "/redfish/v1/Managers/1/LogServices";
 inline constexpr const char* manager_sel_uri = "/redfish/v1/Managers/1/LogServices/Log1";
-inline constexpr const char* manager_sel_entries_uri =
-    "/redfish/v1/Managers/1/LogServices/Log1/Entries";
-inline constexpr const char* manager_sel_clear_target_uri =
-    "/redfish/v1/Managers/1/LogServices/Log1/Actions/LogService.ClearLog";
 inline constexpr const char* manager_virtual_media_uri = "/redfish/v1/Managers/1/VirtualMedia";
 
 }  // namespace odata::redfish

@@ -6,6 +6,7 @@
 #include "platform/liblan.h"
 #include "platform/libweb.h"
 #include "resources/managers/certificate_uris.h"
+#include "resources/managers/lan_dns.h"
 #include "resources/managers/manager_uris.h"
 
 namespace odata::redfish {
@@ -32,7 +33,10 @@ int networkprotocol::get(request_context&) {
     set_common_properties();
     set("Description", "Network services of the BMC");
     St_LanConfig lan;
-    if (PltLAN_GetConfig(&lan) == PLT_OK) set("HostName", lan.host_name);
+    if (PltLAN_GetConfig(&lan) == PLT_OK) {
+        set("HostName", lan.host_name);
+        set("FQDN", lan_fqdn(lan));
+    }
     set("Status", status_object(SENSOR_HEALTH_OK));
     for (const protocol_property& protocol : protocols) {
         St_NetService state;

@@ -6,6 +6,7 @@
 #include "platform/libweb.h"
 #include "resources/managers/manager_uris.h"
 #include "resources/managers/redfish_date_time.h"
+#include "resources/systems/system_uris.h"
 
 namespace odata::redfish {
 namespace {
@@ -22,19 +23,32 @@ int collect(const St_SelRecord* record, void* context) {
 
 }  // namespace
 
+const sel_log_place manager_sel_log = {manager_log_services_uri, manager_sel_uri, manager_uri,
+                                       "The BMC's system event log (SEL)"};
+const sel_log_place system_sel_log = {system_log_services_uri, system_sel_uri, system_uri,
+                                      "The host's system event log (SEL), kept by the BMC"};
+
 std::vector<sel_entry> read_sel_entries() {
     std::vector<sel_entry> entries;
     if (LibVisitSysEvtLog(collect, &entries) < 0) console_log("[ERROR] SEL unreadable\n");
     return entries;
 }
 
-std::string sel_entry_uri(int id) {
-    return std::string(manager_sel_entries_uri) + "/" + std::to_string(id);
+std::string sel_entries_uri(const sel_log_place& place) {
+    return std::string(place.service_uri) + "/Entries";
 }
 
-boost::json::object sel_log_entry(const sel_entry& entry) {
+std::string sel_clear_target_uri(const sel_log_place& place) {
+    return std::string(place.service_uri) + "/Actions/LogService.ClearLog";
+}
+
+std::string sel_entry_uri(const sel_log_place& place, int id) {
+    return sel_entries_uri(place) + "/" + std::to_string(id);
+}
+
+boost::json::object sel_log_entry(const sel_log_place& place, const sel_entry& entry) {
     const std::string id = std::to_string(entry.id);
-    return {{"@odata.id", sel_entry_uri(entry.id)},
+    return {{"@odata.id", sel_entry_uri(place, entry.id)},
             {"@odata.type", schema_type(schema_file_of("LogEntry"))},
             {"Id", id},
             {"Name", "Log Entry " + id},
@@ -42,7 +56,7 @@ boost::json::object sel_log_entry(const sel_entry& entry) {
             {"Severity", entry.code == event_failed_login ? "Warning" : "OK"},
             {"Created", redfish_date_time(entry.time)},
             {"Message", entry.text},
-            {"Links", {{"OriginOfCondition", link(manager_uri)}}}};
+            {"Links", {{"OriginOfCondition", link(place.owner_uri)}}}};
 }
 
 }  // namespace odata::redfish

@@ -18,7 +18,7 @@ std::string bios_uri(const request_context& context) {
 }
 
 boost::json::object settings_annotation() {
-    return {{"@odata.type", "#Settings.v1_3_0.Settings"},
+    return {{"@odata.type", schema_type(schema_file_of("Settings"))},
             {"SettingsObject", link(bios_settings_uri)}};
 }
 

@@ -57,6 +57,12 @@ int ethernetinterface::get(request_context& context) {
     set("PermanentMACAddress", port->mac_address);
     set("SpeedMbps", port->speed_mbps);
     set("FullDuplex", true);
+    // The host's operating system configures its ports; the BMC does not
+    // see their names or addresses.
+    set("HostName", boost::json::value(nullptr));
+    set("FQDN", boost::json::value(nullptr));
+    set("IPv4Addresses", boost::json::array());
+    set("NameServers", boost::json::array());
     return 0;
 }
 

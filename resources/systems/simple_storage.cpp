@@ -3,7 +3,7 @@
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
 #include "platform/libipmi_sensors.h"
-#include "platform/libstorage.h"
+#include "resources/chassis/sata_backplane.h"
 #include "resources/systems/member_uri.h"
 #include "resources/systems/simplestorage.h"
 #include "resources/systems/simplestoragecollection.h"
@@ -15,7 +15,7 @@ namespace {
 constexpr int onboard_sata_controller = 1;
 
 boost::json::object device_of(const St_SataDrive& drive) {
-    boost::json::object device{{"Name", "Disk.Bay." + std::to_string(drive.bay)}};
+    boost::json::object device{{"Name", sata_bay_name(drive.bay)}};
     if (!drive.present) {
         device["Status"] = boost::json::object{{"State", "Absent"}};
         return device;
@@ -29,10 +29,7 @@ boost::json::object device_of(const St_SataDrive& drive) {
 
 boost::json::array sata_devices() {
     boost::json::array devices;
-    for (int bay = 0; bay < UtilGetSataBayCount(); ++bay) {
-        St_SataDrive drive{};
-        if (UtilGetSataDrive(bay, &drive) == PLT_OK) devices.push_back(device_of(drive));
-    }
+    for (const St_SataDrive& drive : sata_bays()) devices.push_back(device_of(drive));
     return devices;
 }
 

@@ -9,6 +9,7 @@
 #include "platform/libipmi_sensors.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
+#include "resources/chassis/chassis_fru.h"
 #include "resources/chassis/indicator_led.h"
 #include "resources/chassis/power_state.h"
 #include "resources/systems/system_boot.h"
@@ -62,6 +63,7 @@ boost::json::object serial_console() {
 
 boost::json::object processor_summary(const smbios_inventory& inventory) {
     return {{"Count", inventory.processor_count},
+            {"Model", inventory.processor_model},
             {"Status", status_object(processor_health_code())},
             {"Metrics", link(system_path("/ProcessorSummary/ProcessorMetrics"))}};
 }
@@ -86,6 +88,7 @@ int system::get(request_context&) {
     const part_identity identity = read_part_identity();
     set("SerialNumber", identity.serial_number);
     set("PartNumber", identity.part_number);
+    if (const std::optional<chassis_fru> fru = read_chassis_fru()) set("AssetTag", fru->asset_tag);
     set_smbios_properties();
     set("IndicatorLED", indicator_led_state());
     set("PowerState", power_state_text());

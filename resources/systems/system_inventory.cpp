@@ -26,8 +26,11 @@ smbios_inventory inventory_of(const St_SMBiosData& data) {
     inventory.model = or_dash(system ? system->product_name : nullptr);
     inventory.sku = or_dash(system ? system->sku_number : nullptr);
     inventory.uuid = system ? system->uuid_text : "";
-    for (int i = 0; i < data.type4_count; ++i)
-        if (data.type4[i].status & SMBIOS_CPU_SOCKET_POPULATED) ++inventory.processor_count;
+    for (int i = 0; i < data.type4_count; ++i) {
+        if (!(data.type4[i].status & SMBIOS_CPU_SOCKET_POPULATED)) continue;
+        if (inventory.processor_count++ == 0 && data.type4[i].version)
+            inventory.processor_model = data.type4[i].version;
+    }
     uint64_t memory_mib = 0;
     for (int i = 0; i < data.type17_count; ++i) {
         const uint32_t size = data.type17[i].size_mib;

@@ -22,9 +22,10 @@ struct smbios_inventory {
     std::string manufacturer;  // "-" for a string the table does not hold
     std::string model;
     std::string sku;
-    std::string uuid;         // "" when the table holds none
-    int processor_count = 0;  // populated sockets
-    uint64_t memory_gib = 0;  // installed modules of known size, whole GiB rounded down
+    std::string uuid;             // "" when the table holds none
+    int processor_count = 0;      // populated sockets
+    std::string processor_model;  // of the first populated socket; "" without one
+    uint64_t memory_gib = 0;      // installed modules of known size, whole GiB rounded down
 };
 
 // Null (and logged) when the table cannot be parsed.

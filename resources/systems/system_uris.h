@@ -16,5 +16,8 @@ inline constexpr const char* bios_uri_of_system = "/redfish/v1/Systems/1/Bios";
 inline constexpr const char* bios_settings_uri = "/redfish/v1/Systems/1/Bios/SD";
 inline constexpr const char* network_interfaces_uri = "/redfish/v1/Systems/1/NetworkInterfaces";
 inline constexpr const char* simple_storage_uri = "/redfish/v1/Systems/1/SimpleStorage";
+inline constexpr const char* storage_collection_uri = "/redfish/v1/Systems/1/Storage";
+inline constexpr const char* system_log_services_uri = "/redfish/v1/Systems/1/LogServices";
+inline constexpr const char* system_sel_uri = "/redfish/v1/Systems/1/LogServices/Log1";
 
 }  // namespace odata::redfish

@@ -20,6 +20,12 @@ def closed_bmc():
 
 
 @pytest.fixture
+def admin(bmc):
+    """A requests session with the administrator's Basic credentials."""
+    return bmc.admin()
+
+
+@pytest.fixture
 def single_process_bmc():
     instance = BmcInstance(processes=1, open_service_root=True)
     yield instance

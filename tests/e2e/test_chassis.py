@@ -192,19 +192,21 @@ def test_a_refused_fru_write_answers_400_and_lights_nothing(bmc, patch):
 # ---------------------------------------------------------------- collection
 
 def test_collection_lists_the_chassis_and_storage_enclosures(bmc, admin):
-    assert get_valid(admin, bmc, COLLECTION)["Members"] == [{"@odata.id": CHASSIS}]
+    backplane = COLLECTION + "/StorageBackplane"
+    assert get_valid(admin, bmc, COLLECTION)["Members"] == [{"@odata.id": CHASSIS}, {"@odata.id": backplane}]
     bmc.bmcsim("storage", "set", "broadcom", "2")
     bmc.bmcsim("storage", "set", "marvell", "1")
     bmc.bmcsim("storage", "set", "nvme", "8")
     collection = get_valid(admin, bmc, COLLECTION)
     assert [member["@odata.id"] for member in collection["Members"]] == [
         CHASSIS,
+        backplane,
         COLLECTION + "/HA-RAID.0.StorageEnclosure.0",
         COLLECTION + "/HA-RAID.1.StorageEnclosure.0",
         COLLECTION + "/MRVL.HA-RAID.0.StorageModule",
         COLLECTION + "/NVMeSSD.0.Group.0.StorageBackplane",
     ]
-    assert collection["Members@odata.count"] == 5
+    assert collection["Members@odata.count"] == 6
 
 
 def test_collection_is_unavailable_while_storage_inventory_loads(bmc, admin):

@@ -6,7 +6,8 @@ import os
 import pytest
 import requests
 
-from schema_validation import validate, validate_messages
+from redfish_answers import assert_success, error_entries, message_of, shown
+from schema_validation import validate
 
 MANAGERS = "/redfish/v1/Managers"
 MANAGER = MANAGERS + "/1"
@@ -21,40 +22,12 @@ EJECT = CD + "/Actions/VirtualMedia.EjectMedia"
 IMAGE = "http://127.0.0.1:9/images/boot.iso"
 
 
-def shown(bmc, *command):
-    """The key=value lines of a bmcsim show command."""
-    return dict(line.split("=", 1) for line in bmc.bmcsim(*command).splitlines() if "=" in line)
-
-
-def error_entries(answer):
-    body = answer.json()
-    validate_messages(body)
-    return body["error"]["@Message.ExtendedInfo"]
-
-
-def message_of(answer):
-    entries = error_entries(answer)
-    assert len(entries) == 1, entries
-    return entries[0]["MessageId"], entries[0].get("MessageArgs")
-
-
-def assert_success(answer):
-    assert answer.status_code == 200, answer.text
-    assert answer.json() == {
-        "Success": {"code": "Base.v1_10_3.Success", "Message": "Successfully Completed Request."}}
-
-
 def lan_file(bmc):
     try:
         with open(os.path.join(bmc.root, "nv", "bmc", "lan.ini")) as settings:
             return settings.read()
     except OSError:
         return None
-
-
-@pytest.fixture
-def admin(bmc):
-    return bmc.admin()
 
 
 @pytest.fixture(autouse=True)
@@ -125,7 +98,7 @@ def test_a_bad_reset_is_refused_and_nothing_restarts(bmc, admin, body, message_i
     answer = admin.post(bmc.url(RESET), json=body, timeout=10)
     assert answer.status_code == 400
     if message_id:
-        assert message_of(answer) == (message_id, args)
+        assert message_of(answer)[:2] == (message_id, args)
     else:
         assert [entry["MessageId"] for entry in error_entries(answer)] == [
             "Base.1.10.ActionParameterUnknown", "Base.1.10.ActionParameterMissing"]
@@ -137,8 +110,29 @@ def test_network_protocol_follows_the_services(bmc, admin):
     body = admin.get(bmc.url(MANAGER + "/NetworkProtocol"), timeout=10).json()
     assert body["SSH"] == {"ProtocolEnabled": False, "Port": 2222}
     assert body["IPMI"] == {"ProtocolEnabled": True, "Port": 623}
-    assert [name for name in body if name.isupper()] == ["HTTP", "HTTPS", "IPMI", "SSH", "NTP", "SNMP"]
+    assert [name for name, value in body.items() if isinstance(value, dict) and "Port" in value] == [
+        "HTTP", "HTTPS", "IPMI", "SSH", "NTP", "SNMP"]
     bmc.bmcsim("lan", "service", "SSH", "on", "22")
+
+
+def test_dns_names_follow_the_lease(bmc, admin):
+    lan = shown(bmc, "lan", "show")
+    body = admin.get(bmc.url(LAN), timeout=10).json()
+    assert (body["FQDN"], body["NameServers"]) == (lan["hostname"] + "." + lan["domain"], lan["dns"].split())
+    bmc.bmcsim("lan", "dns", "lab.example", "10.0.0.53", "10.0.0.54")
+    body = admin.get(bmc.url(LAN), timeout=10).json()
+    fqdn = lan["hostname"] + ".lab.example"
+    assert (body["FQDN"], body["NameServers"]) == (fqdn, ["10.0.0.53", "10.0.0.54"])
+    assert admin.get(bmc.url(MANAGER + "/NetworkProtocol"), timeout=10).json()["FQDN"] == fqdn
+    # Without a domain the host name is all there is; NameServers is read only.
+    bmc.bmcsim("lan", "dns", "")
+    assert admin.get(bmc.url(LAN), timeout=10).json()["FQDN"] == lan["hostname"]
+    for name, value in (("NameServers", ["10.9.9.9"]), ("FQDN", "bmc.other.example")):
+        answer = admin.patch(bmc.url(LAN), json={name: value}, timeout=10)
+        assert answer.status_code == 400
+        assert message_of(answer)[:2] == ("Base.1.10.PropertyNotWritable", [name])
+    assert (shown(bmc, "lan", "show")["dns"], shown(bmc, "lan", "show")["domain"]) == ("", "")
+    bmc.bmcsim("lan", "dns", "localdomain", "192.168.0.1")
 
 
 def test_the_lan_interface_shows_and_takes_its_settings(bmc, admin):
@@ -159,7 +153,7 @@ def test_the_lan_interface_shows_and_takes_its_settings(bmc, admin):
     assert body["IPv4Addresses"][0]["AddressOrigin"] == "DHCP" and body["IPv4StaticAddresses"] == []
     # A static address while DHCP stays on conflicts; turning it off in the same request does not.
     answer = admin.patch(bmc.url(LAN), json={"IPv4StaticAddresses": [{"Address": "10.1.2.4"}]}, timeout=10)
-    assert message_of(answer) == ("Base.1.10.PropertyValueConflict",
+    assert message_of(answer)[:2] == ("Base.1.10.PropertyValueConflict",
                                   ["IPv4StaticAddresses", "DHCPv4/DHCPEnabled"])
     answer = admin.patch(bmc.url(LAN), json={"DHCPv4": {"DHCPEnabled": False},
                                              "IPv4StaticAddresses": [{"Address": "10.1.2.4"}]}, timeout=10)
@@ -199,7 +193,7 @@ def test_a_bad_lan_patch_is_refused_and_changes_nothing(bmc, admin, body, messag
     answer = admin.patch(bmc.url(LAN), json={"HostName": "ride-along", **body}
                          if "HostName" not in body else body, timeout=10)
     assert answer.status_code == 400
-    assert message_of(answer) == (message_id, args)
+    assert message_of(answer)[:2] == (message_id, args)
     assert lan_file(bmc) == before
 
 
@@ -218,7 +212,7 @@ def test_sel_entries_come_and_go_with_the_event_log(bmc, admin):
     assert admin.get(bmc.url(ENTRIES + "/2"), timeout=10).json()["Severity"] == "Warning"
     assert admin.get(bmc.url(ENTRIES + "/3"), timeout=10).status_code == 404
     answer = admin.post(bmc.url(CLEAR_LOG), json={"Force": True}, timeout=10)
-    assert message_of(answer) == ("Base.1.10.ActionParameterUnknown", ["LogService.ClearLog", "Force"])
+    assert message_of(answer)[:2] == ("Base.1.10.ActionParameterUnknown", ["LogService.ClearLog", "Force"])
     assert len(bmc.events()) == 2
     assert_success(admin.post(bmc.url(CLEAR_LOG), timeout=10))
     assert admin.get(bmc.url(ENTRIES), timeout=10).json()["Members"] == []
@@ -283,7 +277,7 @@ def test_virtual_media_insert_and_eject_reach_the_simulator(bmc, admin):
 def test_a_bad_insert_is_refused_and_mounts_nothing(bmc, admin, body, message_id, args):
     answer = admin.post(bmc.url(INSERT), json=body, timeout=10)
     assert answer.status_code == 400
-    assert message_of(answer) == (message_id, args)
+    assert message_of(answer)[:2] == (message_id, args)
     assert shown(bmc, "vmedia", "show")["CD1"] == ""
 
 

@@ -22,6 +22,11 @@ def test_sushy_inspects_processors_memory_disks_and_nics(system):
     # This sushy reads memory through the summary only.
     assert system.memory_summary.size_gib == 256
     assert system.simple_storage.max_size_bytes == 4000787030016
+    # Ironic's root device hints read the drives of Storage.
+    assert system.storage.max_drive_size_bytes == 4000787030016
+    drives = system.storage.get_members()[0].drives
+    assert [(drive.name, drive.protocol) for drive in drives] == [
+        ("Disk.Bay.0", sushy.Protocol.SATA), ("Disk.Bay.1", sushy.Protocol.SATA)]
     assert system.ethernet_interfaces.summary == {
         "3c:fd:fe:a0:00:01": sushy.STATE_ENABLED, "3c:fd:fe:a0:00:02": sushy.STATE_ENABLED}
 

@@ -6,7 +6,8 @@ import time
 
 import pytest
 
-from schema_validation import validate, validate_messages
+from redfish_answers import assert_success, error_entries, message_of, shown
+from schema_validation import validate
 
 SYSTEMS = "/redfish/v1/Systems"
 SYSTEM = SYSTEMS + "/1"
@@ -14,7 +15,7 @@ RESET = SYSTEM + "/Actions/ComputerSystem.Reset"
 RESET_INFO = SYSTEM + "/ResetActionInfo"
 
 GET_ORDER = [
-    "@odata.id", "@odata.type", "Id", "Name", "Description", "Status", "SerialNumber", "PartNumber",
+    "@odata.id", "@odata.type", "Id", "Name", "Description", "Status", "SerialNumber", "PartNumber", "AssetTag",
     "SystemType", "BiosVersion", "Manufacturer", "Model", "SKU", "UUID", "ProcessorSummary",
     "MemorySummary", "IndicatorLED", "PowerState", "Boot", "SerialConsole", "Processors", "Memory", "EthernetInterfaces",
     "NetworkInterfaces", "SimpleStorage", "Storage", "LogServices", "SecureBoot", "Bios", "Links",
@@ -23,11 +24,6 @@ BOOT_SOURCES = ["None", "Pxe", "Hdd", "Diags", "Cd", "BiosSetup", "Usb", "Remote
 BIOS_FILES = ["tmp/attributes.json", "tmp/user_saving_result.json", "tmp/user_save_to_bios.json",
               "tmp/boot_save_to_bios.json", "nv/bios/bios_setting", "nv/bios/bios_feature_flag",
               "tmp/HII/bios_restore_setting", "tmp/boot_restore_setting", "tmp/bios_restore_setting"]
-
-
-def shown(bmc, *command):
-    """The key=value lines of a bmcsim show command."""
-    return dict(line.split("=", 1) for line in bmc.bmcsim(*command).splitlines() if "=" in line)
 
 
 def power(bmc):
@@ -63,30 +59,6 @@ def wait_for_power(bmc, wanted):
             return True
         time.sleep(0.1)
     return False
-
-
-def error_entries(answer):
-    body = answer.json()
-    validate_messages(body)
-    return body["error"]["@Message.ExtendedInfo"]
-
-
-def message_of(answer):
-    entries = error_entries(answer)
-    assert len(entries) == 1, entries
-    return entries[0]["MessageId"], entries[0].get("MessageArgs"), entries[0].get("RelatedProperties")
-
-
-def assert_success(answer):
-    assert answer.status_code == 200, answer.text
-    body = answer.json()
-    validate_messages(body)
-    assert body == {"Success": {"code": "Base.v1_10_3.Success", "Message": "Successfully Completed Request."}}
-
-
-@pytest.fixture
-def admin(bmc):
-    return bmc.admin()
 
 
 @pytest.fixture
@@ -144,7 +116,8 @@ def test_system_reads_the_simulated_host_in_order(bmc, system):
 
     processors = [line for line in smbios if line.startswith("processor: ")]
     assert body["ProcessorSummary"] == {
-        "Count": len(processors), "Status": {"State": "Enabled", "Health": "OK", "HealthRollup": "OK"},
+        "Count": len(processors), "Model": processors[0].split(" | ")[1],
+        "Status": {"State": "Enabled", "Health": "OK", "HealthRollup": "OK"},
         "Metrics": {"@odata.id": SYSTEM + "/ProcessorSummary/ProcessorMetrics"}}
     mebibytes = sum(int(line.split(" | ")[1].split()[0]) for line in smbios if line.startswith("memory: "))
     assert body["MemorySummary"]["TotalSystemMemoryGiB"] == mebibytes >> 10

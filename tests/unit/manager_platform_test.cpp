@@ -136,3 +136,25 @@ TEST_F(manager_platform, web_certificate_is_read_without_its_key_and_replaced_wh
               PLT_ERR_ARGUMENT);
     EXPECT_EQ(sim_testing::file_text(path("/etc/ssl/server.pem")), key + chain);
 }
+
+TEST_F(manager_platform, dns_settings_take_a_domain_and_at_most_two_dotted_quads) {
+    St_LanConfig lan;
+    ASSERT_EQ(PltLAN_GetConfig(&lan), PLT_OK);
+    EXPECT_STREQ(lan.domain_name, "localdomain");
+    EXPECT_EQ(run({"lan", "dns", "lab.example", "10.0.0.53", "nine"}), 1);
+    EXPECT_EQ(run({"lan", "dns", "lab.example", "10.0.0.53", "10.0.0.54", "10.0.0.55"}), 2);
+    EXPECT_EQ(run({"lan", "dns", std::string(LAN_HOST_NAME_SIZE, 'd')}), 1);
+    EXPECT_FALSE(std::filesystem::exists(path("/nv/bmc/lan.ini")));
+    ASSERT_EQ(run({"lan", "dns", "lab.example", "10.0.0.53"}), 0);
+    // A LAN change keeps what the lease gave.
+    ASSERT_EQ(PltLAN_GetConfig(&lan), PLT_OK);
+    ASSERT_EQ(PltLAN_SetConfig(&lan), PLT_OK);
+    ASSERT_EQ(PltLAN_GetConfig(&lan), PLT_OK);
+    EXPECT_STREQ(lan.domain_name, "lab.example");
+    EXPECT_STREQ(lan.name_servers[0], "10.0.0.53");
+    EXPECT_STREQ(lan.name_servers[1], "");
+    ASSERT_EQ(run({"lan", "dns", ""}), 0);
+    ASSERT_EQ(PltLAN_GetConfig(&lan), PLT_OK);
+    EXPECT_STREQ(lan.domain_name, "");
+    EXPECT_STREQ(lan.name_servers[0], "");
+}

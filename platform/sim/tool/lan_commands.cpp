@@ -18,7 +18,12 @@ int show(std::ostream& out) {
         << "address=" << config.ipv4_address << '\n'
         << "mask=" << config.subnet_mask << '\n'
         << "gateway=" << config.gateway << '\n'
-        << "hostname=" << config.host_name << '\n';
+        << "hostname=" << config.host_name << '\n'
+        << "domain=" << config.domain_name << '\n'
+        << "dns=";
+    for (const auto& server : config.name_servers)
+        if (server[0] != '\0') out << (&server == &config.name_servers[0] ? "" : " ") << server;
+    out << '\n';
     for (int service = 0; service < NET_SERVICE_COUNT; ++service) {
         St_NetService state;
         PltNET_GetService(service, &state);
@@ -58,11 +63,16 @@ int run_lan(const area& self, const arguments& words, std::ostream& out, std::os
     if (command == "link" && words.size() == 3 && (words[1] == "up" || words[1] == "down") &&
         parse_number(words[2], 0, 100000, speed))
         return written(platform::set_lan_link(words[1] == "up", static_cast<int>(speed)), err);
+    if (command == "dns" && words.size() >= 2 && words.size() <= 2 + LAN_NAME_SERVERS)
+        return written(platform::set_lan_dns(words[1], {words.begin() + 2, words.end()}), err);
     return usage(self, err);
 }
 
 }  // namespace
 
-const area lan_area = {"lan", "show | link up|down SPEED | service NAME on|off [PORT]", run_lan};
+const area lan_area = {"lan",
+                       "show | link up|down SPEED | service NAME on|off [PORT] | "
+                       "dns DOMAIN [SERVER...]",
+                       run_lan};
 
 }  // namespace bmcsim

@@ -1,0 +1,58 @@
+#include "resources/systems/storage.h"
+
+#include "framework/schema_files.h"
+#include "framework/status_object.h"
+#include "platform/libipmi_sensors.h"
+#include "resources/chassis/sata_backplane.h"
+#include "resources/systems/member_uri.h"
+#include "resources/systems/system_uris.h"
+
+namespace odata::redfish {
+namespace {
+
+constexpr const char* onboard_sata_id = "SATAEmbedded";
+
+std::string onboard_sata_uri() {
+    return std::string(storage_collection_uri) + "/" + onboard_sata_id;
+}
+
+boost::json::object sata_controller() {
+    return {{"@odata.id", onboard_sata_uri() + "#/StorageControllers/0"},
+            {"MemberId", "0"},
+            {"Name", "Onboard SATA Controller"},
+            {"Status", status_object(SENSOR_HEALTH_OK)},
+            {"SupportedControllerProtocols", boost::json::array{"PCIe"}},
+            {"SupportedDeviceProtocols", boost::json::array{"SATA"}}};
+}
+
+}  // namespace
+
+storagecollection::storagecollection(request_context& context)
+    : redfish(context, "StorageCollection", "", "Storage Collection", storage_collection_uri) {}
+
+int storagecollection::get(request_context&) {
+    set_common_properties();
+    set_members({onboard_sata_uri()});
+    return 0;
+}
+
+storage::storage(request_context& context)
+    : redfish(context, "Storage", std::string(schema_file_of("Storage").version),
+              "Onboard SATA Storage", onboard_sata_uri()) {}
+
+int storage::get(request_context& context) {
+    if (context.captures.empty() || context.captures[0] != onboard_sata_id)
+        throw_member_not_found("Storage", context);
+    set_common_properties();
+    set("Description", "The drives of the host's onboard SATA controller");
+    set("Status", status_object(SENSOR_HEALTH_OK));
+    set("StorageControllers", boost::json::array{sata_controller()});
+    boost::json::array drives = sata_drive_links();
+    const std::size_t count = drives.size();
+    set("Drives", std::move(drives));
+    set("Drives@odata.count", count);
+    set("Links", boost::json::object{{"Enclosures", boost::json::array{link(sata_backplane_uri)}}});
+    return 0;
+}
+
+}  // namespace odata::redfish
