@@ -12,20 +12,29 @@ namespace {
 // Settings may hold secrets (directory bind passwords).
 constexpr mode_t settings_mode = 0600;
 
-}  // namespace
-
-std::string ini_settings::file_path() const { return platform::bmc_path(path_); }
-
-boost::property_tree::ptree ini_settings::read() const {
-    std::lock_guard<std::mutex> hold(mutex_);
-    boost::property_tree::ptree settings;
-    std::ifstream file(file_path());
-    if (!file) return settings;
+// Missing, unreadable and malformed files all read as no settings.
+int parse(const std::string& path, boost::property_tree::ptree& settings) {
+    std::ifstream file(path);
+    if (!file) return PLT_OK;
     try {
         boost::property_tree::read_ini(file, settings);
     } catch (const boost::property_tree::ini_parser_error&) {
         settings.clear();
     }
+    return PLT_OK;
+}
+
+}  // namespace
+
+std::string ini_settings::file_path() const { return platform::bmc_path(path_); }
+
+std::shared_ptr<const boost::property_tree::ptree> ini_settings::snapshot() const {
+    std::lock_guard<std::mutex> hold(mutex_);
+    std::shared_ptr<const boost::property_tree::ptree> settings;
+    const std::string path = file_path();
+    cache_.get(
+        path, [&path](boost::property_tree::ptree& parsed) { return parse(path, parsed); },
+        settings);
     return settings;
 }
 

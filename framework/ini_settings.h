@@ -6,11 +6,13 @@
 #include <boost/property_tree/ptree.hpp>
 #include <functional>
 #include <initializer_list>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
 
 #include "platform/atomic_file.h"
+#include "platform/file_cache.h"
 #include "platform/record_lock.h"
 
 namespace odata::redfish {
@@ -21,12 +23,15 @@ public:
     explicit ini_settings(std::string path) : path_(std::move(path)) {}
 
     // The file's settings; empty when the file is missing or unreadable.
-    boost::property_tree::ptree read() const;
+    boost::property_tree::ptree read() const { return *snapshot(); }
+
+    // The same, parsed once per version of the file in this process.
+    std::shared_ptr<const boost::property_tree::ptree> snapshot() const;
 
     // One value, or fallback when the key is missing or not of type T.
     template <class T>
     T get(const std::string& key, T fallback) const {
-        return read().get<T>(key, fallback);
+        return snapshot()->get<T>(key, fallback);
     }
 
     // The file's cross-process lock; hold it from the read of a change to
@@ -43,6 +48,7 @@ private:
 
     std::string path_;
     mutable std::mutex mutex_;
+    mutable platform::file_cache<boost::property_tree::ptree> cache_;
 };
 
 // Holds the locks of several settings files, taken in the order given

@@ -284,8 +284,11 @@ std::optional<St_RedfishSession> validate_token(const std::string& token) {
         remove_locked(*record);
         return std::nullopt;
     }
-    set_last_use(*record, now);
-    write_record(*record);
+    // Last use counts in seconds: within the same second it already holds.
+    if (std::strtol(record->last_use, nullptr, 10) != now) {
+        set_last_use(*record, now);
+        write_record(*record);
+    }
     return record;
 }
 

@@ -25,9 +25,11 @@ constexpr int interface_redfish = 5;
 
 // A CGI variable of the current request, "" when unset.
 std::string cgi_variable(const char* name, int max_length = 4096) {
-    std::string value(static_cast<size_t>(max_length) + 1, '\0');
-    int length = get_cgi_env(name, value.data(), max_length);
-    value.resize(length < 0 ? 0 : std::min(length, max_length));
+    // Sized first, so that the value is copied once into a string its size.
+    int length = std::min(get_cgi_env(name, nullptr, -1), max_length);
+    if (length <= 0) return {};
+    std::string value(static_cast<size_t>(length), '\0');
+    get_cgi_env(name, value.data(), length);
     return value;
 }
 

@@ -12,11 +12,10 @@
 extern "C" int UtilGetLatestBiosRev(char* version, int size) {
     namespace smbios = platform::smbios;
     if (!version || size < 1) return PLT_ERR_ARGUMENT;
-    std::string table;
-    std::vector<smbios::structure> structures;
-    int loaded = platform::load_smbios_structures(table, structures);
+    std::shared_ptr<const platform::smbios_snapshot> snapshot;
+    int loaded = platform::load_smbios_structures(snapshot);
     if (loaded != PLT_OK) return loaded;
-    for (const smbios::structure& each : structures) {
+    for (const smbios::structure& each : snapshot->structures) {
         const char* text =
             each.type == smbios::bios_information ? smbios::bios_version(each) : nullptr;
         if (text) {

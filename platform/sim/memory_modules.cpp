@@ -20,14 +20,13 @@ bool holds_module(const smbios::structure& each, const std::string& device_locat
 }  // namespace
 
 module_removal remove_memory_module(const std::string& device_locator) {
-    std::string table;
-    std::vector<smbios::structure> structures;
-    if (load_smbios_structures(table, structures) != PLT_OK)
-        return module_removal::table_unreadable;
-    for (const smbios::structure& each : structures) {
+    std::shared_ptr<const smbios_snapshot> snapshot;
+    if (load_smbios_structures(snapshot) != PLT_OK) return module_removal::table_unreadable;
+    for (const smbios::structure& each : snapshot->structures) {
         if (!holds_module(each, device_locator)) continue;
-        const std::size_t at = static_cast<std::size_t>(each.formatted.data() - table.data());
-        std::string changed = table;
+        const std::size_t at =
+            static_cast<std::size_t>(each.formatted.data() - snapshot->table.data());
+        std::string changed = snapshot->table;
         changed[at + size_offset] = 0;
         changed[at + size_offset + 1] = 0;
         return write_smbios_table(changed) ? module_removal::removed : module_removal::not_stored;

@@ -8,6 +8,8 @@
 #include <charconv>
 #include <cstdint>
 
+#include "platform/sim/verified_secrets.h"
+
 namespace platform::sim {
 namespace {
 
@@ -61,19 +63,8 @@ std::string_view next_field(std::string_view& text) {
     return field;
 }
 
-}  // namespace
-
-std::string hash_secret(std::string_view secret) {
-    std::array<unsigned char, salt_size> salt;
-    std::array<unsigned char, hash_size> hash;
-    if (RAND_bytes(salt.data(), static_cast<int>(salt.size())) != 1 ||
-        !derive(secret, salt.data(), iterations, hash))
-        return {};
-    return std::string(scheme) + '$' + std::to_string(iterations) + '$' +
-           to_hex(salt.data(), salt.size()) + '$' + to_hex(hash.data(), hash.size());
-}
-
-bool verify_secret(std::string_view stored, std::string_view secret) {
+// Derives the key of secret with the stored salt and rounds and compares.
+bool derived_matches(std::string_view stored, std::string_view secret) {
     std::string_view rest = stored;
     if (next_field(rest) != scheme) return false;
     std::string_view count = next_field(rest);
@@ -91,6 +82,25 @@ bool verify_secret(std::string_view stored, std::string_view secret) {
         !derive(secret, salt.data(), rounds, actual))
         return false;
     return CRYPTO_memcmp(expected.data(), actual.data(), hash_size) == 0;
+}
+
+}  // namespace
+
+std::string hash_secret(std::string_view secret) {
+    std::array<unsigned char, salt_size> salt;
+    std::array<unsigned char, hash_size> hash;
+    if (RAND_bytes(salt.data(), static_cast<int>(salt.size())) != 1 ||
+        !derive(secret, salt.data(), iterations, hash))
+        return {};
+    return std::string(scheme) + '$' + std::to_string(iterations) + '$' +
+           to_hex(salt.data(), salt.size()) + '$' + to_hex(hash.data(), hash.size());
+}
+
+bool verify_secret(std::string_view stored, std::string_view secret) {
+    if (verified_before(stored, secret)) return true;
+    if (!derived_matches(stored, secret)) return false;
+    remember_verified(stored, secret);
+    return true;
 }
 
 unsigned random_key() {

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/bmc_root.h"
+#include "platform/file_cache.h"
 #include "platform/sim/state_ini.h"
 
 namespace pt = boost::property_tree;
@@ -22,21 +23,27 @@ bool parse_byte(const std::string& text, unsigned long& value) {
     return used == text.size() && value <= 0xFF;
 }
 
-}  // namespace
-
-std::string sensor_readings_file() { return bmc_path("/var/bmc/sensors.ini"); }
-
-std::map<uint8_t, uint8_t> stored_sensor_readings() {
-    std::map<uint8_t, uint8_t> readings;
+int parse_readings(raw_readings& readings) {
     pt::ptree tree = sim::read_state_ini(sensor_readings_file());
     auto entries = tree.get_child_optional(section);
-    if (!entries) return readings;
+    if (!entries) return PLT_OK;
     for (const auto& [key, value] : *entries) {
         unsigned long number = 0;
         unsigned long raw = 0;
         if (parse_byte(key, number) && parse_byte(value.data(), raw))
             readings[static_cast<uint8_t>(number)] = static_cast<uint8_t>(raw);
     }
+    return PLT_OK;
+}
+
+}  // namespace
+
+std::string sensor_readings_file() { return bmc_path("/var/bmc/sensors.ini"); }
+
+std::shared_ptr<const raw_readings> stored_sensor_readings() {
+    static file_cache<raw_readings> cache;
+    std::shared_ptr<const raw_readings> readings;
+    cache.get(sensor_readings_file(), parse_readings, readings);
     return readings;
 }
 

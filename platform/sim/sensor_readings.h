@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 
 #include "platform/libipmi_sensors.h"
@@ -16,8 +17,11 @@ namespace platform {
 
 std::string sensor_readings_file();
 
-// Every stored raw reading, by sensor number.
-std::map<uint8_t, uint8_t> stored_sensor_readings();
+using raw_readings = std::map<uint8_t, uint8_t>;
+
+// Every stored raw reading, by sensor number, parsed once per version of
+// the file.
+std::shared_ptr<const raw_readings> stored_sensor_readings();
 
 // The raw reading of the record given the stored readings.
 uint8_t raw_reading(const St_SensorData& record, const std::map<uint8_t, uint8_t>& stored);

@@ -47,7 +47,7 @@ constexpr uint8_t warning_thresholds = THRESHOLD_LOWER_NON_CRITICAL | THRESHOLD_
 
 // The stored readings and host power, read once per call.
 struct sensor_snapshot {
-    std::map<uint8_t, uint8_t> stored = platform::stored_sensor_readings();
+    std::shared_ptr<const platform::raw_readings> stored = platform::stored_sensor_readings();
     bool host_on = PltCHASSIS_PowerStatus() == 1;
 };
 
@@ -92,7 +92,7 @@ int state_bits(const St_SensorData& record, uint8_t raw) {
 
 int sensor_health(const St_SensorData& record, const sensor_snapshot& snapshot) {
     if (!has_reading(record, snapshot)) return SENSOR_HEALTH_UNAVAILABLE;
-    uint8_t raw = platform::raw_reading(record, snapshot.stored);
+    uint8_t raw = platform::raw_reading(record, *snapshot.stored);
     return is_threshold_sensor(record) ? threshold_health(crossed_thresholds(record, raw))
                                        : discrete_health(record, raw);
 }
@@ -131,7 +131,7 @@ extern "C" int UtilGetSensorReading(uint8_t sensor_number, uint8_t* raw) {
     if (!record) return PLT_ERR_NOT_FOUND;
     sensor_snapshot snapshot;
     if (!has_reading(*record, snapshot)) return PLT_ERR_UNAVAILABLE;
-    *raw = platform::raw_reading(*record, snapshot.stored);
+    *raw = platform::raw_reading(*record, *snapshot.stored);
     return PLT_OK;
 }
 
@@ -150,7 +150,7 @@ extern "C" int UtilGetSensorCurrStatus(uint8_t sensor_number, int form) {
     if (form == SENSOR_STATUS_HEALTH) return sensor_health(*record, snapshot);
     if (form != SENSOR_STATUS_STATE_BITS) return PLT_ERR_ARGUMENT;
     if (!has_reading(*record, snapshot)) return PLT_ERR_UNAVAILABLE;
-    return state_bits(*record, platform::raw_reading(*record, snapshot.stored));
+    return state_bits(*record, platform::raw_reading(*record, *snapshot.stored));
 }
 
 extern "C" int UtilGetSensorTotalStatus(void) { return worst_health(any_sensor); }

@@ -66,12 +66,11 @@ int fill_list(uint8_t type, Record (*decode)(const smbios::structure&),
     std::free(list);
     list = nullptr;
     list_count = 0;
-    std::string table;
-    std::vector<smbios::structure> structures;
-    int loaded = platform::load_smbios_structures(table, structures);
+    std::shared_ptr<const platform::smbios_snapshot> snapshot;
+    int loaded = platform::load_smbios_structures(snapshot);
     if (loaded != PLT_OK) return loaded;
     std::vector<Record> records;
-    for (const smbios::structure& each : structures)
+    for (const smbios::structure& each : snapshot->structures)
         if (each.type == type) records.push_back(decode(each));
     if (records.empty()) return PLT_OK;
     list = pack(records, strings);

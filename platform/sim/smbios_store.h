@@ -2,6 +2,7 @@
 // <root>/nv/bios/bios_fullsmbios; generated on first use when missing.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,9 +19,15 @@ std::string generated_smbios_table();
 // The table: PLT_OK, or PLT_ERR_IO when it can be neither read nor generated.
 int load_smbios_table(std::string& table);
 
-// The table and its structures, which point into it: PLT_OK, PLT_ERR_IO,
-// or PLT_ERR_FORMAT when the table is truncated or corrupt.
-int load_smbios_structures(std::string& table, std::vector<smbios::structure>& structures);
+// The table and its structures, which point into it.
+struct smbios_snapshot {
+    std::string table;
+    std::vector<smbios::structure> structures;
+};
+
+// The table as it is now, parsed once per version of its file: PLT_OK,
+// PLT_ERR_IO, or PLT_ERR_FORMAT when the table is truncated or corrupt.
+int load_smbios_structures(std::shared_ptr<const smbios_snapshot>& snapshot);
 
 // Replaces the table as a whole.
 bool write_smbios_table(const std::string& table);

@@ -13,6 +13,7 @@
 #include <mutex>
 
 #include "platform/bmc_root.h"
+#include "platform/file_cache.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
 #include "platform/sim/alert_table.h"
@@ -38,40 +39,11 @@ struct slot_record {
 
 using slot_array = std::array<slot_record, MAX_USER_SLOTS>;
 
-// What tells one version of the file from the next: every commit renames a
-// new file into place.
-struct file_identity {
-    bool exists = false;
-    dev_t device = 0;
-    ino_t inode = 0;
-    off_t size = 0;
-    long long modified_ns = 0;
-    long long changed_ns = 0;
-
-    bool operator==(const file_identity& other) const {
-        return exists == other.exists && device == other.device && inode == other.inode &&
-               size == other.size && modified_ns == other.modified_ns &&
-               changed_ns == other.changed_ns;
-    }
-    bool operator!=(const file_identity& other) const { return !(*this == other); }
-};
-
-file_identity identity_of(const struct stat& status) {
-    file_identity identity;
-    identity.exists = true;
-    identity.device = status.st_dev;
-    identity.inode = status.st_ino;
-    identity.size = status.st_size;
-    identity.modified_ns = status.st_mtim.tv_sec * 1000000000LL + status.st_mtim.tv_nsec;
-    identity.changed_ns = status.st_ctim.tv_sec * 1000000000LL + status.st_ctim.tv_nsec;
-    return identity;
-}
-
 // The table of this process, for the root it was loaded from.
 struct table_state {
     std::string root;
     bool loaded = false;
-    file_identity identity;
+    platform::file_version identity;
     slot_array slots;
     bool damaged = false;  // the file is malformed: kept as it is for repair
     std::array<bool, MAX_USER_SLOTS> dirty{};
@@ -202,15 +174,16 @@ std::string serialise_table(const slot_array& slots) {
 // Reads the file as it is now; a missing file is the empty table. A
 // malformed file also reads as empty (and is said so once per version);
 // damaged tells the caller, so that no commit writes over it.
-void read_table(slot_array& slots, file_identity& identity, bool& damaged) {
+void read_table(slot_array& slots, platform::file_version& identity, bool& damaged) {
     std::string path = platform::user_table_file();
     slots = slot_array();
-    identity = file_identity();
+    identity = platform::file_version();
     damaged = false;
     platform::sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat status;
     if (!fd.valid() || ::fstat(fd.get(), &status) != 0) return;
-    identity = identity_of(status);
+    const platform::file_version version = platform::version_of(status);
+    if (platform::settled(version)) identity = version;
     std::string text;
     if (!platform::sim::read_all(fd.get(), text) || !parse_table(text, slots)) {
         console_log(
@@ -222,15 +195,18 @@ void read_table(slot_array& slots, file_identity& identity, bool& damaged) {
     }
 }
 
-file_identity current_identity() {
-    struct stat status;
-    if (::stat(platform::user_table_file().c_str(), &status) != 0) return file_identity();
-    return identity_of(status);
+// The file's version when it can tell every later change, else one that
+// matches no file, so that the next use reads the file again.
+platform::file_version trusted_identity() {
+    const platform::file_version version = platform::version_of(platform::user_table_file());
+    return platform::settled(version) ? version : platform::file_version();
 }
 
 // Brings the slots this process has not changed up to the file.
 void refresh(table_state& table, bool force) {
-    if (table.loaded && !force && current_identity() == table.identity) return;
+    if (table.loaded && !force &&
+        platform::version_of(platform::user_table_file()) == table.identity)
+        return;
     slot_array fresh;
     read_table(fresh, table.identity, table.damaged);
     for (int slot = 0; slot < MAX_USER_SLOTS; ++slot)
@@ -269,7 +245,7 @@ bool commit(table_state& table) {
         !table.damaged && platform::sim::replace_file(path, serialise_table(table.slots), 0600);
     if (written) {
         table.dirty.fill(false);
-        table.identity = current_identity();
+        table.identity = trusted_identity();
     } else {
         // A refused change must not reach the file with a later commit.
         console_log("[ERROR] PSCommit: cannot write %s: %s\n", path.c_str(), std::strerror(errno));
@@ -358,7 +334,7 @@ seed_result seed_first_administrator(const std::string& name, const std::string&
             sim::replace_file(user_table_file(), serialise_table(slots), 0600)) {
             table.slots = slots;
             table.dirty.fill(false);
-            table.identity = current_identity();
+            table.identity = trusted_identity();
             table.loaded = true;
             result = seed_result::seeded;
         }

@@ -20,6 +20,19 @@ def free_port():
         return probe.getsockname()[1]
 
 
+def wait_until_listening(server, port, error_log):
+    """Waits, boundedly, until the lighttpd process server accepts on port."""
+    for _ in range(100):
+        if server.poll() is not None:
+            raise RuntimeError("lighttpd exited: " + error_log())
+        try:
+            with socket.create_connection(("127.0.0.1", port), timeout=0.2):
+                return
+        except OSError:
+            time.sleep(0.05)
+    raise RuntimeError("lighttpd did not listen on port %d" % port)
+
+
 ADMIN_USER = "admin"
 ADMIN_PASSWORD = "Adm1n-pass"
 
@@ -48,15 +61,7 @@ class BmcInstance:
         self._wait_until_listening()
 
     def _wait_until_listening(self):
-        for _ in range(100):
-            if self.server.poll() is not None:
-                raise RuntimeError("lighttpd exited: " + self.error_log())
-            try:
-                with socket.create_connection(("127.0.0.1", self.port), timeout=0.2):
-                    return
-            except OSError:
-                time.sleep(0.05)
-        raise RuntimeError("lighttpd did not listen on port %d" % self.port)
+        wait_until_listening(self.server, self.port, self.error_log)
 
     def url(self, path):
         return self.base + path

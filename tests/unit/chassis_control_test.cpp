@@ -153,7 +153,8 @@ TEST_F(ChassisPower, ConcurrentResetsAreAllCounted) {
 
 TEST_F(ChassisPower, AnUnwritableStateIsAnError) {
     sim_testing::write_text(path("/var/bmc/chassis.ini.lock/x"), "");
-    EXPECT_EQ(PltCHASSIS_PowerStatus(), PLT_ERR_IO);
+    // A read takes no lock and writes nothing, so it still answers.
+    EXPECT_EQ(PltCHASSIS_PowerStatus(), 1);
     EXPECT_EQ(PltCHASSIS_PowerDown(), PLT_ERR_IO);
     EXPECT_TRUE(events().empty());
 }

@@ -235,8 +235,8 @@ TEST_F(SensorState, MalformedStoredReadingsFallBackToNominal) {
     sim_testing::write_text(platform::sensor_readings_file(),
                             "[Readings]\n1=300\n2=x\n3=-1\n999=5\n4=50\n");
     auto stored = platform::stored_sensor_readings();
-    EXPECT_EQ(stored.size(), 1u);
-    EXPECT_EQ(stored[4], 50);
+    EXPECT_EQ(stored->size(), 1u);
+    EXPECT_EQ(stored->at(4), 50);
 }
 
 TEST_F(SensorState, ToolSetsReadingsInUnitsOrRaw) {

@@ -1,0 +1,92 @@
+"""Each service process keeps what it parsed of the BMC's files; a change by
+bmcsim or by another process must reach the very next request of every
+process. The service re-reads any file changed within the last second, so
+the cases wait for the files to settle first: only then is the cache used."""
+
+import time
+
+import pytest
+import requests
+
+from bmc_instance import BmcInstance
+
+SYSTEM = "/redfish/v1/Systems/1"
+# Enough requests that lighttpd gives each of the two processes some.
+ROUNDS = 8
+
+
+@pytest.fixture(scope="module")
+def bmc():
+    instance = BmcInstance(processes=2)
+    yield instance
+    instance.stop()
+
+
+def settle():
+    time.sleep(1.5)
+
+
+def every_answer(session, bmc, path, pick):
+    answers = []
+    for _ in range(ROUNDS):
+        reply = session.get(bmc.url(path), timeout=10)
+        assert reply.status_code == 200, reply.text
+        answers.append(pick(reply.json()))
+    return answers
+
+
+def test_a_module_removed_by_bmcsim_is_gone_from_the_next_answer(bmc):
+    admin = bmc.admin()
+    total = lambda body: body["MemorySummary"]["TotalSystemMemoryGiB"]
+    settle()
+    before = every_answer(admin, bmc, SYSTEM, total)
+    assert len(set(before)) == 1
+    bmc.bmcsim("smbios", "remove-dimm", "CPU1_DIMM_A1")
+    assert every_answer(admin, bmc, SYSTEM, total) == [before[0] - 32] * ROUNDS
+    settle()
+    assert every_answer(admin, bmc, SYSTEM, total) == [before[0] - 32] * ROUNDS
+
+
+def temperature(name):
+    def pick(thermal):
+        return [each["ReadingCelsius"] for each in thermal["Temperatures"]
+                if each["Name"] == name]
+    return pick
+
+
+def test_power_and_readings_set_by_bmcsim_reach_every_process(bmc):
+    admin = bmc.admin()
+    power = lambda body: body["PowerState"]
+    cpu = temperature("CPU1 Temp")
+    bmc.bmcsim("sensors", "set", "CPU1 Temp", "40")
+    settle()
+    assert set(every_answer(admin, bmc, SYSTEM, power)) == {"On"}
+    assert every_answer(admin, bmc, "/redfish/v1/Chassis/1/Thermal", cpu) == [[40]] * ROUNDS
+    bmc.bmcsim("sensors", "set", "CPU1 Temp", "41")
+    assert every_answer(admin, bmc, "/redfish/v1/Chassis/1/Thermal", cpu) == [[41]] * ROUNDS
+    bmc.bmcsim("power", "off")
+    assert set(every_answer(admin, bmc, SYSTEM, power)) == {"Off"}
+    settle()
+    bmc.bmcsim("power", "on")
+    assert set(every_answer(admin, bmc, SYSTEM, power)) == {"On"}
+
+
+def test_a_setting_patched_through_one_process_is_read_by_every_process(bmc):
+    admin = bmc.admin()
+    timeout = lambda body: body["SessionTimeout"]
+    settle()
+    every_answer(admin, bmc, "/redfish/v1/SessionService", timeout)
+    for value in (600, 601):
+        reply = admin.patch(bmc.url("/redfish/v1/SessionService"), json={"SessionTimeout": value},
+                            timeout=10)
+        assert reply.status_code in (200, 204), reply.text
+        assert every_answer(admin, bmc, "/redfish/v1/SessionService", timeout) == [value] * ROUNDS
+
+
+def test_a_setting_rewritten_in_place_at_the_same_size_is_seen(bmc):
+    anonymous = requests.Session()
+    for open_root, status in (("1", 200), ("0", 401), ("1", 200)):
+        bmc.write_setting("redfish.ini", "[Service]\nUnauthenticatedServiceRoot=%s\n" % open_root)
+        for _ in range(ROUNDS):
+            assert anonymous.get(bmc.url("/redfish/v1"), timeout=10).status_code == status
+        settle()

@@ -1,0 +1,128 @@
+// The per-process cache of parsed files: another process's change must be
+// seen by the next read, however quickly it follows.
+#include <cstdio>
+#include <ctime>
+#include <string>
+
+#include "platform/file_cache.h"
+#include "platform/sim/memory_modules.h"
+#include "platform/sim/sim_file.h"
+#include "platform/sim/smbios_store.h"
+#include "sim_root_fixture.h"
+
+namespace {
+
+using platform::file_cache;
+
+class FileCache : public sim_testing::sim_root {
+protected:
+    // Reads the file through the cache and counts the loads.
+    std::string read(const std::string& file) {
+        std::shared_ptr<const std::string> text;
+        int result = cache_.get(
+            file,
+            [&](std::string& parsed) {
+                ++loads_;
+                return platform::sim::read_file(file, parsed) ? PLT_OK : PLT_ERR_IO;
+            },
+            text);
+        return result == PLT_OK ? *text : "error";
+    }
+
+    void TearDown() override {
+        platform::set_settle_clock_for_tests(nullptr);
+        sim_root::TearDown();
+    }
+
+    // Lets every file written so far settle, as if a minute had passed.
+    static void settle() { platform::set_settle_clock_for_tests(a_minute_later); }
+
+    static long long a_minute_later() {
+        timespec now{};
+        clock_gettime(CLOCK_REALTIME, &now);
+        return (now.tv_sec + 60) * 1000000000LL + now.tv_nsec;
+    }
+
+    file_cache<std::string> cache_;
+    int loads_ = 0;
+};
+
+TEST_F(FileCache, AnUnchangedSettledFileIsParsedOnce) {
+    const std::string file = path("/a.ini");
+    sim_testing::write_text(file, "one");
+    settle();
+    EXPECT_EQ(read(file), "one");
+    EXPECT_EQ(read(file), "one");
+    EXPECT_EQ(loads_, 1);
+}
+
+TEST_F(FileCache, AFreshFileIsReadAgainUntilItSettles) {
+    const std::string file = path("/a.ini");
+    sim_testing::write_text(file, "one");
+    EXPECT_EQ(read(file), "one");
+    // Same size, same inode, rewritten within the same tick of the clock.
+    sim_testing::write_text(file, "two");
+    EXPECT_EQ(read(file), "two");
+    EXPECT_EQ(loads_, 2);
+}
+
+TEST_F(FileCache, EveryChangeOfASettledFileIsSeenAtOnce) {
+    const std::string file = path("/a.ini");
+    sim_testing::write_text(file, "one");
+    settle();
+    EXPECT_EQ(read(file), "one");
+    ASSERT_TRUE(platform::sim::replace_file(file, "two", 0644));
+    EXPECT_EQ(read(file), "two");
+    sim_testing::write_text(file, "three");
+    EXPECT_EQ(read(file), "three");
+    EXPECT_EQ(read(path("/missing.ini")), "error");
+    EXPECT_EQ(read(file), "three");
+    ASSERT_EQ(std::remove(file.c_str()), 0);
+    EXPECT_EQ(read(file), "error");
+    sim_testing::write_text(file, "four");
+    EXPECT_EQ(read(file), "four");
+}
+
+TEST_F(FileCache, TheSmbiosTableFollowsItsFile) {
+    std::string generated;
+    ASSERT_EQ(platform::load_smbios_table(generated), PLT_OK);
+    settle();
+    std::shared_ptr<const platform::smbios_snapshot> first;
+    ASSERT_EQ(platform::load_smbios_structures(first), PLT_OK);
+    std::shared_ptr<const platform::smbios_snapshot> again;
+    ASSERT_EQ(platform::load_smbios_structures(again), PLT_OK);
+    EXPECT_EQ(first, again);
+    ASSERT_EQ(platform::remove_memory_module("CPU1_DIMM_A1"), platform::module_removal::removed);
+    std::shared_ptr<const platform::smbios_snapshot> changed;
+    ASSERT_EQ(platform::load_smbios_structures(changed), PLT_OK);
+    EXPECT_NE(changed->table, first->table);
+    EXPECT_EQ(changed->table.size(), first->table.size());
+    // The structures point into their own snapshot's table.
+    EXPECT_GE(changed->structures.front().formatted.data(), changed->table.data());
+    EXPECT_EQ(platform::remove_memory_module("CPU1_DIMM_A1"),
+              platform::module_removal::no_such_module);
+}
+
+TEST_F(FileCache, AMissingFileIsParsedOnceUntilItAppears) {
+    const std::string file = path("/late.ini");
+    auto read_or_empty = [&] {
+        std::shared_ptr<const std::string> text;
+        EXPECT_EQ(cache_.get(
+                      file,
+                      [&](std::string& parsed) {
+                          ++loads_;
+                          platform::sim::read_file(file, parsed);
+                          return PLT_OK;
+                      },
+                      text),
+                  PLT_OK);
+        return *text;
+    };
+    EXPECT_EQ(read_or_empty(), "");
+    EXPECT_EQ(read_or_empty(), "");
+    EXPECT_EQ(loads_, 1);
+    sim_testing::write_text(file, "one");
+    EXPECT_EQ(read_or_empty(), "one");
+}
+
+}  // namespace
