@@ -198,6 +198,9 @@ constexpr message_text table[] = {
      "There's a New BIOS fw is loaded into Staging Region and will be transferred to BIOS NOR "
      "Flash region upon system reset.",
      "If want to cancel the staging update for BIOS, to delete the pending task in task service"},
+    {"TWR.1.0.OemEvidenceDumpErrorMessage", "Warning",
+     "Task to generate evidence is in progress. Please try again in few minutes",
+     "Wait until the evidence is generated and resubmit the request."},
     {"TWR.1.0.OemFirmwareAlreadyInUpdateMode", "Warning",
      "The %1 firmware update was already in update mode.",
      "Please check if there was the next step with respective API to execute."},

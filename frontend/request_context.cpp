@@ -135,13 +135,6 @@ void release_request_input() {
     request_body_length = 0;
 }
 
-bool script_name_is(const std::string& name) {
-    char script[141] = {};
-    if (get_cgi_env("SCRIPT_FILENAME", script, 140) < 0) return false;
-    const char* last = std::strrchr(script, '/');
-    return name == (last ? last + 1 : script);
-}
-
 void request_stop() { stop_flag = 1; }
 
 bool stop_requested() { return stop_flag != 0; }

@@ -24,11 +24,12 @@ struct request_context {
     std::vector<std::string> segments;  // the path split at "/"
     std::vector<std::string> captures;  // texts of the route's pattern groups
     std::shared_ptr<auth> authenticator;
-    std::string user_name;  // the authenticated caller
-    int privilege = 0;      // the caller's privilege level
-    int session_limit = 0;  // login: sessions allowed at once
-    int session_id = 0;     // the caller's session, 0 for Basic
-    int account_slot = -1;  // the caller's user-table slot, -1 for other users
+    std::string user_name;           // the authenticated caller
+    int privilege = 0;               // the caller's privilege level
+    int session_limit = 0;           // login: sessions allowed at once
+    int session_id = 0;              // the caller's session, 0 for Basic
+    int account_slot = -1;           // the caller's user-table slot, -1 for other users
+    std::istream* upload = nullptr;  // an upload's unread body, for its handler
 
     // The request body read by read_request_input, by its length (it may
     // hold NUL bytes); none when there is no body.
@@ -55,9 +56,6 @@ int request_method();
 void read_request_input(std::istream& input);
 // Releases what read_request_input read.
 void release_request_input();
-
-// True when the last component of SCRIPT_FILENAME equals name.
-bool script_name_is(const std::string& name);
 
 // Raised by any part to end the service loop after the current request.
 void request_stop();

@@ -12,6 +12,9 @@ build=$(cd "$build" && pwd)
 mkdir -p "$root/tmp/web/bin" "$root/tmp/www" "$root/nv/redfish" "$root/run" "$root/log" \
          "$root/etc/ssl"
 ln -sfn "$build/service/index.fcgi" "$root/tmp/web/bin/index.fcgi"
+# The simulated BMC's flash program, where the update service runs it.
+mkdir -p "$root/usr/sbin"
+ln -sfn "$build/platform/sim/fw_update/fw_update" "$root/usr/sbin/fw_update"
 
 # The web server's own certificate, made once per instance.
 if [ ! -s "$root/etc/ssl/server.pem" ]; then

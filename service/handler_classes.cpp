@@ -66,6 +66,17 @@
 #include "tasks/eventservice.h"
 #include "tasks/eventservice_submittestevent.h"
 #include "tasks/submittesteventactioninfo.h"
+#include "tasks/task.h"
+#include "tasks/taskcollection.h"
+#include "tasks/taskmonitor.h"
+#include "tasks/taskservice.h"
+#include "update/firmwareinventory.h"
+#include "update/simpleupdateactioninfo.h"
+#include "update/twrupdateservice_install.h"
+#include "update/updateservice.h"
+#include "update/updateservice_simpleupdate.h"
+#include "update/updateservice_startupdate.h"
+#include "update/upload.h"
 
 namespace odata::redfish {
 
@@ -158,6 +169,20 @@ const handler_factories& handler_classes() {
         {"systems_logservicecollection", make_handler<systems_logservicecollection>},
         {"systems_logservices", make_handler<systems_logservices>},
         {"thermal", make_handler<thermal>},
+        {"task", make_handler<task>},
+        {"taskcollection", make_handler<taskcollection>},
+        {"taskmonitor", make_handler<taskmonitor>},
+        {"taskservice", make_handler<taskservice>},
+        {"firmwareinventory", make_handler<firmwareinventory>},
+        {"firmwareinventorycollection", make_handler<firmwareinventorycollection>},
+        {"updateservice", make_handler<updateservice>},
+        {"updateservice_simpleupdate", make_handler<updateservice_simpleupdate>},
+        {"upload", make_handler<upload>},
+        {"simpleupdateactioninfo", make_handler<simpleupdateactioninfo>},
+        {"twrfirmwareinventory", make_handler<twrfirmwareinventory>},
+        {"twrfirmwareinventorycollection", make_handler<twrfirmwareinventorycollection>},
+        {"updateservice_startupdate", make_handler<updateservice_startupdate>},
+        {"twrupdateservice_install", make_handler<twrupdateservice_install>},
         {"thermalsubsystem", make_handler<thermalsubsystem>},
         {"powersubsystem", make_handler<powersubsystem>},
         {"environmentmetrics", make_handler<environmentmetrics>},

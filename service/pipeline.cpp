@@ -2,7 +2,6 @@
 
 #include <boost/algorithm/string/split.hpp>
 #include <boost/algorithm/string/trim.hpp>
-#include <cstring>
 #include <iostream>
 #include <string>
 
@@ -111,28 +110,36 @@ void check_path_form(const request_context& context) {
         throw_http_error(400, "Base.1.10.ResourceAtUriInUnknownFormat", {context.uri});
 }
 
-// Uploads are recognised by the front end that lighttpd names in
-// SCRIPT_FILENAME; their body is left to the upload handler.
-constexpr const char* upload_actions[] = {"TwrFirmwareInventory.Upload", "TwrSSLCert.Upload",
-                                          "TwrIPMIConfig.Upload", "BiosFile.Upload"};
+// Uploads are recognised by the last segment of the request path (lighttpd
+// names the same script for every request); their body is left to the
+// upload handler.
+struct upload_action {
+    const char* segment;
+    bool firmware;  // refused while the system is locked down
+};
+constexpr upload_action upload_actions[] = {{"TwrFirmwareInventory.Upload", true},
+                                            {"upload", true},
+                                            {"TwrSSLCert.Upload", false},
+                                            {"TwrIPMIConfig.Upload", false},
+                                            {"BiosFile.Upload", false}};
 
-const char* recognised_upload(const request_context& context) {
+const upload_action* recognised_upload(const request_context& context) {
     if (context.method != POST) return nullptr;
-    for (const char* action : upload_actions) {
-        if (context.segments.back() == action && script_name_is(action)) return action;
+    for (const upload_action& action : upload_actions) {
+        if (context.segments.back() == action.segment) return &action;
     }
     return nullptr;
 }
 
-void read_body_or_leave_upload(const request_context& context, std::istream& input) {
-    const char* upload = recognised_upload(context);
+void read_body_or_leave_upload(request_context& context, std::istream& input) {
+    const upload_action* upload = recognised_upload(context);
     if (!upload) {
         read_request_input(input);
         return;
     }
     console_log("[FileUpload] CgiVars is not initialized due to file upload.\n");
-    if (std::strcmp(upload, "TwrFirmwareInventory.Upload") == 0 && GetSetSysLockdownEnable(0, 0))
-        throw_system_lockdown();
+    if (upload->firmware && GetSetSysLockdownEnable(0, 0)) throw_system_lockdown();
+    context.upload = &input;
 }
 
 // The login authenticates itself; the open documents may be read without

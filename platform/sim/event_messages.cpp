@@ -26,6 +26,12 @@ const std::vector<event_message>& event_messages() {
         {"SensorThresholdCritical", "Critical",
          "Sensor %1 reads %2 and has crossed a critical threshold.",
          "Check the component that the sensor monitors at once."},
+        {"TaskCancelled", "Warning", "The task with Id '%1' has been cancelled.", "None."},
+        {"TaskWorkerEnded", "Critical", "The process working on the task ended unexpectedly.",
+         "Start the operation again."},
+        {"FirmwareUpdateCompleted", "OK", "%1", "None."},
+        {"FirmwareUpdateFailed", "Critical", "%1",
+         "Check the image and where it comes from, then start the update again."},
     };
     return messages;
 }

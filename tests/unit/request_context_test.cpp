@@ -82,14 +82,6 @@ TEST(RequestBody, ParsedAsJsonOrRefused) {
     EXPECT_THROW(context.body_json(), malformed_json);
 }
 
-TEST(ScriptName, ComparesTheLastComponent) {
-    setenv("SCRIPT_FILENAME", "/tmp/www/redfish/v1/Actions/BiosFile.Upload", 1);
-    EXPECT_TRUE(script_name_is("BiosFile.Upload"));
-    EXPECT_FALSE(script_name_is("Upload"));
-    unsetenv("SCRIPT_FILENAME");
-    EXPECT_FALSE(script_name_is("BiosFile.Upload"));
-}
-
 TEST(PathNormalisation, CollapsesSlashesAndCutsTheQuery) {
     EXPECT_EQ(normalise_path("//redfish///v1//Systems?$top=1"), "/redfish/v1/Systems");
     EXPECT_EQ(normalise_path("/redfish/v1/"), "/redfish/v1/");

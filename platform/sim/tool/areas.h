@@ -41,6 +41,8 @@ extern const area lan_area;
 extern const area vmedia_area;
 extern const area serial_area;
 extern const area nics_area;
+extern const area tasks_area;
+extern const area firmware_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);

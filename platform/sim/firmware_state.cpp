@@ -1,0 +1,151 @@
+#include "platform/sim/firmware_state.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "platform/bmc_root.h"
+#include "platform/libbmc.h"
+#include "platform/libfwupdate.h"
+#include "platform/plt_result.h"
+#include "platform/sim/bmc_firmware.h"
+#include "platform/sim/firmware_image.h"
+#include "platform/sim/process_identity.h"
+#include "platform/sim/sim_file.h"
+#include "platform/sim/state_ini.h"
+
+namespace platform::sim {
+namespace {
+
+struct component {
+    int device;
+    const char* name;
+    const char* first_version;  // before any update
+};
+
+constexpr component components[] = {
+    {FW_DEVICE_BMC, "BMC", "1.00.00"},
+    {FW_DEVICE_BIOS, "BIOS", "1.0.0"},
+    {FW_DEVICE_CPLD, "CPLD", "01"},
+};
+
+const component* find_component(int device) {
+    for (const component& each : components)
+        if (each.device == device) return &each;
+    return nullptr;
+}
+
+std::string versions_file() { return bmc_path("/nv/firmware.ini"); }
+
+// Holds "<pid> <start>" of the holder, or "staged" for an image that waits
+// for the next host reset.
+std::string lock_file() { return bmc_path("/tmp/fw_updating_lock"); }
+constexpr const char* staged_holder = "staged";
+
+bool lock_held() {
+    std::string holder;
+    if (!read_file(lock_file(), holder)) return false;
+    return holder == staged_holder || process_alive(parse_process(holder));
+}
+
+}  // namespace
+
+void copy_out(const std::string& text, char* target, int size) {
+    const size_t length = std::min(text.size(), static_cast<size_t>(size - 1));
+    std::memcpy(target, text.data(), length);
+    target[length] = '\0';
+}
+
+const char* firmware_component(int device) {
+    const component* found = find_component(device);
+    return found ? found->name : nullptr;
+}
+
+int firmware_device(const std::string& name) {
+    for (const component& each : components)
+        if (name == each.name) return each.device;
+    return 0;
+}
+
+std::string firmware_version(int device) {
+    const component* found = find_component(device);
+    if (!found) return {};
+    // The BMC's running version is the one its manager reports.
+    char bmc_version[64] = {};
+    if (device == FW_DEVICE_BMC && UtilGetBmcFwVersion(bmc_version, sizeof bmc_version) == PLT_OK)
+        return bmc_version;
+    return read_state_ini(versions_file())
+        .get<std::string>(std::string(found->name) + ".Version", found->first_version);
+}
+
+bool store_firmware_version(int device, const std::string& version) {
+    const component* found = find_component(device);
+    if (device == FW_DEVICE_BMC) return platform::set_bmc_firmware_version(version);
+    return found && update_state_ini(versions_file(), [&](boost::property_tree::ptree& tree) {
+               tree.put(std::string(found->name) + ".Version", version);
+               return true;
+           });
+}
+
+std::string evidence_marker_file() { return bmc_path("/tmp/evidence_generating"); }
+
+}  // namespace platform::sim
+
+using namespace platform::sim;
+
+extern "C" {
+
+int get_fw_updating_lock(void) {
+    bool taken = with_file_lock(lock_file(), [] {
+        return !lock_held() &&
+               replace_file(lock_file(), format_process(identify_process(getpid())), 0600);
+    });
+    return taken ? 0 : -1;
+}
+
+int set_fw_updating_lock_holder(pid_t worker) {
+    const std::string holder =
+        worker == 0 ? std::string(staged_holder) : format_process(identify_process(worker));
+    bool set = with_file_lock(lock_file(), [&] { return replace_file(lock_file(), holder, 0600); });
+    return set ? 0 : -1;
+}
+
+int release_fw_updating_lock(void) {
+    bool released = with_file_lock(
+        lock_file(), [] { return ::unlink(lock_file().c_str()) == 0 || errno == ENOENT; });
+    return released ? 0 : -1;
+}
+
+int fw_updating_in_progress(void) { return lock_held() ? 1 : 0; }
+
+int evidence_dump_in_progress(void) {
+    return ::access(evidence_marker_file().c_str(), F_OK) == 0 ? 1 : 0;
+}
+
+int GetFirmwareVersion(int device, char* version, int size) {
+    if (!firmware_component(device) || !version || size < 1) return -1;
+    copy_out(firmware_version(device), version, size);
+    return 0;
+}
+
+int GetFirmwareImageVersion(int device, const char* path, char* version, int size) {
+    const char* component = firmware_component(device);
+    firmware_image_header header;
+    std::string reason;
+    if (!component || !path || !version || size < 1 ||
+        !check_firmware_image(path, component, header, reason))
+        return -1;
+    copy_out(header.version, version, size);
+    return 0;
+}
+
+const char* fw_update_program(void) {
+    static std::string program;
+    program = platform::bmc_path("/usr/sbin/fw_update");
+    return program.c_str();
+}
+
+}  // extern "C"

@@ -1,0 +1,58 @@
+#include "tasks/accepted_response.h"
+
+#include <iostream>
+
+#include "frontend/result_writer.h"
+#include "platform/libweb.h"
+#include "tasks/task_states.h"
+#include "tasks/task_uris.h"
+
+namespace odata::redfish {
+namespace {
+
+constexpr int retry_after_seconds = 5;
+constexpr const char* accepted_text =
+    "Successfully Accepted Request. Please see the location header and ExtendedInfo for more "
+    "information.";
+
+}  // namespace
+
+std::optional<TaskInfo> create_task(const char* name, const char* operation) {
+    int task_id = 0;
+    TaskInfo task{};
+    if (TaskServiceAddTask(name, &task_id) < 0 || TaskServiceGetTaskInfo(task_id, &task) < 0) {
+        console_log("[ERROR] %s Create Task Service\n", operation);
+        return std::nullopt;
+    }
+    return task;
+}
+
+namespace {
+
+// The task's own members lead the body, so that clients that read a 202
+// body as the task (as DSP0266 allows) find it there.
+std::string accepted_body(const TaskInfo& task) {
+    result_record result{"OemAccepted", accepted_text, {}};
+    add_message(result, "TWR.1.0.OemSimpleupdateAcceptedMessage", {task_uri(task.id)});
+    boost::json::object body = {{"Id", std::to_string(task.id)},
+                                {"Name", task.name},
+                                {"TaskState", task_state_text(task.state)}};
+    boost::json::value rendered = boost::json::parse(render_result(result));
+    for (auto& [key, value] : rendered.as_object()) body[key] = std::move(value);
+    return boost::json::serialize(body);
+}
+
+}  // namespace
+
+void answer_accepted(const TaskInfo& task) {
+    const std::string body = accepted_body(task);
+    std::cout << "Status: 202 Accepted\r\n"
+              << "Location: " << task_monitor_uri(task.monitor_id) << "\r\n"
+              << "Retry-After: " << retry_after_seconds << "\r\n"
+              << "Content-Length: " << body.size() << "\r\n"
+              << "OData-Version: 4.0\r\n"
+              << "Content-Type: application/json; charset=UTF-8\r\n\r\n"
+              << body;
+}
+
+}  // namespace odata::redfish

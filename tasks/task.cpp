@@ -1,0 +1,101 @@
+#include "tasks/task.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <string>
+
+#include "framework/schema_files.h"
+#include "frontend/exception_http.h"
+#include "frontend/result_writer.h"
+#include "platform/bmc_root.h"
+#include "platform/libfwupdate.h"
+#include "platform/libtask.h"
+#include "platform/libweb.h"
+#include "tasks/redfish_time.h"
+#include "tasks/task_messages.h"
+#include "tasks/task_states.h"
+#include "tasks/task_uris.h"
+
+namespace odata::redfish {
+namespace {
+
+constexpr const char* bios_update_task = "BIOS Update";
+constexpr const char* cancel_origin = "redfish/v1/TaskService/Tasks";
+
+// The task of the route's id; 404 for an id outside 1 to count.
+TaskInfo requested_task(const request_context& context) {
+    const int task_id = context.capture_number(0);
+    int count = 0;
+    if (TaskServiceGetTaskCount(&count) < 0) {
+        console_log("[Task] can't get task_count\n");
+        throw_http_error(500, "Base.1.10.InternalError");
+    }
+    if (task_id < 1 || task_id > count) throw_http(404);
+    TaskInfo info{};
+    if (TaskServiceGetTaskInfo(task_id, &info) < 0) {
+        console_log("[Task] cant' get task_information\n");
+        throw_http_error(500, "Base.1.10.InternalError");
+    }
+    return info;
+}
+
+// The task that /nv/pending_task.ini names; 0 when none.
+int staged_bios_task() {
+    std::ifstream file(platform::bmc_path("/nv/pending_task.ini"));
+    std::string line;
+    int task_id = 0;
+    while (std::getline(file, line)) std::sscanf(line.c_str(), "TaskId=%d", &task_id);
+    return task_id;
+}
+
+// A BIOS image staged for the next host reset is dropped with its task, and
+// the lock it held freed. Another BIOS task leaves the lock alone: its
+// worker, or another update, holds it.
+void drop_staged_bios(int task_id) {
+    if (staged_bios_task() != task_id) return;
+    release_fw_updating_lock();
+    ::unlink(platform::bmc_path("/nv/OnReset_Update").c_str());
+    ::unlink(platform::bmc_path("/nv/pending_task.ini").c_str());
+}
+
+}  // namespace
+
+task::task(request_context& context)
+    : redfish(context, "Task", std::string(schema_file_of("Task").version), "",
+              task_uri(context.capture_number(0))) {}
+
+int task::get(request_context& context) {
+    const TaskInfo info = requested_task(context);
+    name_ = info.name;
+    set_common_properties();
+    set("TaskState", task_state_text(info.state));
+    set("StartTime", redfish_date_time(info.start_time));
+    if (task_shows_end_time(info.state)) set("EndTime", redfish_date_time(info.end_time));
+    set("PercentComplete", info.percent);
+    set("HidePayload", info.hide_payload != 0);
+    set("TaskMonitor", task_monitor_uri(info.monitor_id));
+    set("TaskStatus", info.health);
+    set("Messages", task_messages(info));
+    return 0;
+}
+
+int task::del(request_context& context) {
+    const TaskInfo info = requested_task(context);
+    const std::string id_text = std::to_string(info.id);
+    if (TaskServiceUpdateTaskPercentage(info.id, 0) < 0 ||
+        TaskServiceUpdateTaskState(info.id, TASK_STATE_KILLED) < 0 ||
+        TaskServiceUpdateTaskETime(info.id) < 0 ||
+        TaskServiceUpdateTaskMsgFromEvt(info.id, TASK_EVENT_CANCELLED, id_text.c_str(),
+                                        cancel_origin) < 0)
+        throw_http_error(500, "Base.1.10.InternalError");
+    if (std::string_view(info.name) == bios_update_task) drop_staged_bios(info.id);
+    std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n"
+              << "Location: " << task_monitor_uri(info.monitor_id) << "\r\n";
+    set_body(render_result({"Success", "Successfully Completed Request.", {}}));
+    return 0;
+}
+
+}  // namespace odata::redfish

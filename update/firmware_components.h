@@ -1,0 +1,23 @@
+// The firmware components that the inventories list: the running BMC, BIOS
+// and CPLD, and the images staged under /tmp/fwinventory.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace odata::redfish {
+
+struct firmware_component {
+    std::string id;  // "BMC", "BIOS", "CPLD_Motherboard", "Staging_BMC", ...
+    std::string version;
+    bool updateable;
+};
+
+std::vector<firmware_component> firmware_components();
+std::optional<firmware_component> find_firmware_component(const std::string& id);
+
+// Records a staged image's version as /tmp/fwinventory/<id>.
+bool store_staged_version(const std::string& id, const std::string& version);
+
+}  // namespace odata::redfish

@@ -1,0 +1,35 @@
+#include "update/firmware_update_checks.h"
+
+#include <unistd.h>
+
+#include "frontend/exception_http.h"
+#include "platform/bmc_root.h"
+#include "platform/libfwupdate.h"
+#include "platform/libipmi_chassis.h"
+#include "platform/libweb.h"
+
+namespace odata::redfish {
+
+void check_no_evidence_dump() {
+    if (evidence_dump_in_progress()) {
+        console_log("[ERROR] Generating evidence in progress.\n");
+        throw_http_error(503, "TWR.1.0.OemEvidenceDumpErrorMessage");
+    }
+    for (const char* stale : {"/tmp/twrbmc_evidence.bin.gz", "/tmp/twrbios_evidence.bin.gz"})
+        ::unlink(platform::bmc_path(stale).c_str());
+}
+
+void check_bios_host_off(const char* message_id, const char* errors_code) {
+    if (PltCHASSIS_PowerStatus() == 0) return;
+    console_log("[ERROR] Update BIOS image requries system power off..\n");
+    result_record result{errors_code, general_error_text, {}};
+    add_message(result, message_id, {"Update BIOS image requries system power off."});
+    throw_http_result(400, result);
+}
+
+void take_firmware_update_lock(const char* component) {
+    if (get_fw_updating_lock() != 0)
+        throw_http_error(400, "TWR.1.0.OemFirmwareAlreadyInUpdateMode", {component});
+}
+
+}  // namespace odata::redfish

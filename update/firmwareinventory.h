@@ -1,0 +1,45 @@
+// The firmware inventories: a collection of the components and one resource
+// per component, under the standard path and under the OEM one (which
+// lists the updatable BMC and BIOS only).
+#pragma once
+
+#include "framework/redfish.h"
+
+namespace odata::redfish {
+
+class firmwareinventorycollection : public redfish {
+public:
+    explicit firmwareinventorycollection(request_context& context);
+    int get(request_context& context) override;
+
+protected:
+    firmwareinventorycollection(request_context& context, std::string name, std::string uri,
+                                bool updateable_only);
+
+private:
+    bool updateable_only_;
+};
+
+class firmwareinventory : public redfish {
+public:
+    explicit firmwareinventory(request_context& context);
+    int get(request_context& context) override;
+
+protected:
+    firmwareinventory(request_context& context, std::string uri, bool updateable_only);
+
+private:
+    bool updateable_only_;
+};
+
+class twrfirmwareinventorycollection : public firmwareinventorycollection {
+public:
+    explicit twrfirmwareinventorycollection(request_context& context);
+};
+
+class twrfirmwareinventory : public firmwareinventory {
+public:
+    explicit twrfirmwareinventory(request_context& context);
+};
+
+}  // namespace odata::redfish

@@ -1,0 +1,26 @@
+// Pulls a firmware image from a server into a private file with libcurl.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace odata::redfish {
+
+struct image_source {
+    std::string url;       // "http://host/path", "https://...", "ftp://..."
+    std::string username;  // "" when the server takes no credentials
+    std::string password;
+};
+
+// Images larger than this are refused.
+inline constexpr long long max_image_bytes = 128LL << 20;
+// A server that sends nothing for this long has its download ended.
+inline constexpr long stall_limit_seconds = 2;
+
+// Downloads into path (created anew, mode 0600). Ends when the server
+// stalls, the image grows too large, or stop() says so. On failure, reason
+// says why.
+bool download_image(const image_source& source, const std::string& path,
+                    const std::function<bool()>& stop, std::string& reason);
+
+}  // namespace odata::redfish

@@ -1,0 +1,46 @@
+#include "update/updateservice.h"
+
+#include "framework/schema_files.h"
+#include "update/update_uris.h"
+
+namespace odata::redfish {
+namespace {
+
+boost::json::object action(const char* target) { return {{"target", target}}; }
+
+boost::json::object actions() {
+    boost::json::object simple_update = action(simple_update_uri);
+    simple_update["TransferProtocol@Redfish.AllowableValues"] = {"HTTP", "HTTPS", "FTP"};
+    simple_update["@Redfish.ActionInfo"] = simple_update_actioninfo_uri;
+    return {{"#UpdateService.SimpleUpdate", std::move(simple_update)},
+            {"#UpdateService.StartUpdate", action(start_update_uri)},
+            {"Oem", {{"#TwrUpdateService.Install", action(install_uri)}}}};
+}
+
+boost::json::object oem() {
+    return {{"Tarnwright",
+             {{"@odata.type", "#TwrUpdateServiceExtensions.v1_0_0.UpdateService"},
+              {"TwrFirmwareInventory", link(twr_firmware_inventory_uri)}}}};
+}
+
+}  // namespace
+
+updateservice::updateservice(request_context& context)
+    : redfish(context, "UpdateService", std::string(schema_file_of("UpdateService").version),
+              "Update Service", update_service_uri) {}
+
+int updateservice::get(request_context&) {
+    set_common_properties();
+    set("Description", "Service for updating firmware and includes inventory of firmware");
+    set("Status", {{"State", "Enabled"}, {"Health", "OK"}});
+    set("ServiceEnabled", true);
+    set("HttpPushUri", http_push_uri);
+    // The push URI takes the multipart form of DSP0266.
+    set("MultipartHttpPushUri", http_push_uri);
+    set("FirmwareInventory", link(firmware_inventory_uri));
+    set("Actions", actions());
+    set("Oem", oem());
+    return 0;
+}
+
+}  // namespace odata::redfish
