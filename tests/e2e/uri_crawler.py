@@ -7,8 +7,6 @@ from collections import deque
 ROOT = "/redfish/v1"
 METADATA = ROOT + "/$metadata"
 MAX_URIS = 3000
-# Served by another branch; until it lands these subtrees answer 404.
-ABSENT_SUBTREES = ("/redfish/v1/TaskService", "/redfish/v1/UpdateService")
 
 
 def named_values(value):
@@ -30,10 +28,6 @@ def published_links(body):
             yield item.split("#", 1)[0]
         elif name == "Uri" and isinstance(item, str) and item.startswith("/"):
             yield item
-
-
-def is_absent_subtree(uri, status):
-    return status == 404 and any(uri == top or uri.startswith(top + "/") for top in ABSENT_SUBTREES)
 
 
 def populate(bmc, session):
