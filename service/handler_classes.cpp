@@ -71,6 +71,7 @@
 #include "tasks/taskmonitor.h"
 #include "tasks/taskservice.h"
 #include "update/firmwareinventory.h"
+#include "update/installactioninfo.h"
 #include "update/simpleupdateactioninfo.h"
 #include "update/twrupdateservice_install.h"
 #include "update/updateservice.h"
@@ -100,6 +101,7 @@ const handler_factories& handler_classes() {
         {"eventservice_submittestevent", make_handler<eventservice_submittestevent>},
         {"hostinterface", make_handler<hostinterface>},
         {"insertmediaactioninfo", make_handler<insertmediaactioninfo>},
+        {"installactioninfo", make_handler<installactioninfo>},
         {"ethernetinterface", make_handler<ethernetinterface>},
         {"json_file_common", make_handler<json_file_common>},
         {"jsonschemafilecollection", make_handler<jsonschemafilecollection>},

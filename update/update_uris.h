@@ -13,6 +13,7 @@ inline constexpr const char* start_update_uri =
     "/redfish/v1/UpdateService/Actions/UpdateService.StartUpdate";
 inline constexpr const char* install_uri =
     "/redfish/v1/UpdateService/Actions/Oem/TwrUpdateService.Install";
+inline constexpr const char* install_actioninfo_uri = "/redfish/v1/UpdateService/InstallActionInfo";
 inline constexpr const char* http_push_uri = "/redfish/v1/UpdateService/upload";
 inline constexpr const char* twr_update_service_uri = "/redfish/v1/UpdateService/Oem/Tarnwright";
 inline constexpr const char* twr_firmware_inventory_uri =

@@ -12,9 +12,11 @@ boost::json::object actions() {
     boost::json::object simple_update = action(simple_update_uri);
     simple_update["TransferProtocol@Redfish.AllowableValues"] = {"HTTP", "HTTPS", "FTP"};
     simple_update["@Redfish.ActionInfo"] = simple_update_actioninfo_uri;
+    boost::json::object install = action(install_uri);
+    install["@Redfish.ActionInfo"] = install_actioninfo_uri;
     return {{"#UpdateService.SimpleUpdate", std::move(simple_update)},
             {"#UpdateService.StartUpdate", action(start_update_uri)},
-            {"Oem", {{"#TwrUpdateService.Install", action(install_uri)}}}};
+            {"Oem", {{"#TwrUpdateService.Install", std::move(install)}}}};
 }
 
 boost::json::object oem() {

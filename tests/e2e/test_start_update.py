@@ -122,6 +122,16 @@ def test_install_checks_in_order(bmc, body, texts):
     assert task_count(admin, bmc) == count
 
 
+def test_install_publishes_what_it_takes(bmc):
+    admin = bmc.admin()
+    action = admin.get(bmc.url(UPDATE_SERVICE)).json()["Actions"]["Oem"]["#TwrUpdateService.Install"]
+    info = admin.get(bmc.url(action["@Redfish.ActionInfo"])).json()
+    parameters = {parameter["Name"]: parameter for parameter in info["Parameters"]}
+    assert parameters["Targets"]["Required"] is True
+    assert set(parameters["Targets"]["AllowableValues"]) == {BMC_TARGET, BIOS_TARGET}
+    assert parameters["InstallOptions"]["AllowableValues"] == ["PreserveConfiguration"]
+
+
 def test_install_of_a_bios_image_needs_the_host_off(bmc):
     admin = bmc.admin()
     bmc.bmcsim("power", "on")
