@@ -28,7 +28,7 @@ struct component {
 
 constexpr component components[] = {
     {FW_DEVICE_BMC, "BMC", "1.00.00"},
-    {FW_DEVICE_BIOS, "BIOS", "1.0.0"},
+    {FW_DEVICE_BIOS, "BIOS", "2.1.0"},  // as the generated SMBIOS table says
     {FW_DEVICE_CPLD, "CPLD", "01"},
 };
 

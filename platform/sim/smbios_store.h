@@ -32,4 +32,8 @@ int load_smbios_structures(std::shared_ptr<const smbios_snapshot>& snapshot);
 // Replaces the table as a whole.
 bool write_smbios_table(const std::string& table);
 
+// What a starting BIOS does: writes the version of the flashed BIOS into the
+// table's BIOS information; false when the table is unreadable or unwritable.
+bool post_bios_version();
+
 }  // namespace platform

@@ -213,6 +213,10 @@ def test_bios_update_needs_the_host_off(bmc, images):
         bmc, admin, ImageURI=host + "/bios.img", TransferProtocol="HTTP", Targets=[BIOS_TARGET]))
     assert task["TaskState"] == "Completed"
     assert firmware(bmc)["BIOS"] == "2.0.0"
+    # The system shows the version that the BIOS reports when it next starts.
+    assert admin.get(bmc.url(BIOS_TARGET)).json()["BiosVersion"] == "2.1.0"
+    bmc.bmcsim("bios", "post")
+    assert admin.get(bmc.url(BIOS_TARGET)).json()["BiosVersion"] == "2.0.0"
 
 
 def test_one_update_at_a_time(bmc):

@@ -8,7 +8,9 @@
 
 #include "hardware_root_fixture.h"
 #include "platform/libbios.h"
+#include "platform/libfwupdate.h"
 #include "platform/libsmbios.h"
+#include "platform/sim/firmware_state.h"
 #include "platform/sim/smbios_records.h"
 #include "platform/sim/smbios_store.h"
 #include "platform/sim/smbios_table.h"
@@ -215,6 +217,22 @@ TEST_F(SmbiosLists, BiosVersionComesFromTheTable) {
     ASSERT_EQ(UtilGetLatestBiosRev(short_buffer, sizeof short_buffer), PLT_OK);
     EXPECT_STREQ(short_buffer, "2.");
     EXPECT_EQ(UtilGetLatestBiosRev(version, 0), PLT_ERR_ARGUMENT);
+}
+
+// A longer and then a shorter version: the strings after it and the
+// structures after it stay where the parser finds them.
+TEST_F(SmbiosLists, AStartingBiosWritesTheFlashedVersion) {
+    for (const std::string flashed : {"10.20.30-beta", "3"}) {
+        ASSERT_TRUE(platform::sim::store_firmware_version(FW_DEVICE_BIOS, flashed));
+        ASSERT_EQ(run({"bios", "post"}), bmcsim::exit_ok);
+        char version[32];
+        ASSERT_EQ(UtilGetLatestBiosRev(version, sizeof version), PLT_OK);
+        EXPECT_EQ(version, flashed);
+        St_SMBiosData data{};
+        ASSERT_EQ(GetType17List(&data), PLT_OK);
+        EXPECT_EQ(data.type17_count, 16);
+        FreeSMBiosData(&data);
+    }
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "platform/libipmi.h"
 #include "platform/sim/bios_attributes.h"
 #include "platform/sim/bios_config.h"
+#include "platform/sim/smbios_store.h"
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
@@ -47,8 +48,8 @@ int hii(bool on, std::ostream& err) {
 }
 
 int post(std::ostream& err) {
-    if (platform::post_bios_settings()) return exit_ok;
-    err << "bmcsim: cannot write the BIOS attributes\n";
+    if (platform::post_bios_settings() && platform::post_bios_version()) return exit_ok;
+    err << "bmcsim: cannot write the BIOS attributes or the SMBIOS table\n";
     return exit_failed;
 }
 
