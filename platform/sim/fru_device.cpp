@@ -1,7 +1,10 @@
 // ReadFRUInfo and SetFRUData over the FRU images of the simulated BMC.
 #include <cstring>
+#include <map>
+#include <memory>
 #include <string>
 
+#include "platform/file_cache.h"
 #include "platform/libfru.h"
 #include "platform/sim/fru_format.h"
 #include "platform/sim/fru_store.h"
@@ -112,21 +115,30 @@ int replace_field(uint8_t fru_id, const text_slot& slot, const char* text,
     return platform::write_fru_image(fru_id, bytes) ? PLT_OK : PLT_ERR_IO;
 }
 
-}  // namespace
-
-extern "C" int ReadFRUInfo(uint8_t fru_id, St_FRUInfo* info) {
-    if (!info) return PLT_ERR_ARGUMENT;
+// The texts of one FRU image, parsed once per version of its file.
+int parse_fru_info(uint8_t fru_id, St_FRUInfo& parsed) {
     platform::fru::image image;
     int loaded = load_image(fru_id, image);
     if (loaded != PLT_OK) return loaded;
-    St_FRUInfo parsed{};
     parsed.chassis_type = image.chassis ? image.chassis->code : 0;
     parsed.board_mfg_minutes = image.board ? image.board->mfg_minutes : 0;
     parsed.board_id = board_id(image);
     for (const text_slot& slot : text_slots)
         if (!fill_text(image, slot, parsed)) return PLT_ERR_FORMAT;
-    *info = parsed;
     return PLT_OK;
+}
+
+}  // namespace
+
+extern "C" int ReadFRUInfo(uint8_t fru_id, St_FRUInfo* info) {
+    if (!info) return PLT_ERR_ARGUMENT;
+    static std::map<uint8_t, platform::file_cache<St_FRUInfo>> caches;
+    std::shared_ptr<const St_FRUInfo> parsed;
+    const int result = caches[fru_id].get(
+        platform::fru_image_file(fru_id),
+        [fru_id](St_FRUInfo& fresh) { return parse_fru_info(fru_id, fresh); }, parsed);
+    if (result == PLT_OK) *info = *parsed;
+    return result;
 }
 
 extern "C" int SetFRUData(uint8_t fru_id, int field, const char* value) {

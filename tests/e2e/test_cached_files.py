@@ -83,6 +83,17 @@ def test_a_setting_patched_through_one_process_is_read_by_every_process(bmc):
         assert every_answer(admin, bmc, "/redfish/v1/SessionService", timeout) == [value] * ROUNDS
 
 
+def test_an_asset_tag_patched_through_one_process_is_read_by_every_process(bmc):
+    admin = bmc.admin()
+    tag = lambda body: body["AssetTag"]
+    settle()
+    every_answer(admin, bmc, "/redfish/v1/Chassis/1", tag)
+    for value in ("rack-7", "rack-8"):
+        reply = admin.patch(bmc.url("/redfish/v1/Chassis/1"), json={"AssetTag": value}, timeout=10)
+        assert reply.status_code == 204, reply.text
+        assert every_answer(admin, bmc, "/redfish/v1/Chassis/1", tag) == [value] * ROUNDS
+
+
 def test_a_setting_rewritten_in_place_at_the_same_size_is_seen(bmc):
     anonymous = requests.Session()
     for open_root, status in (("1", 200), ("0", 401), ("1", 200)):
