@@ -49,14 +49,6 @@ def test_the_manager_links_the_system_the_chassis_and_its_services(bmc, admin):
     assert manager["UUID"] == admin.get(bmc.url("/redfish/v1"), timeout=10).json()["UUID"]
     assert manager["Links"]["ManagerForServers"] == [{"@odata.id": "/redfish/v1/Systems/1"}]
     assert manager["Links"]["ManagerInChassis"] == {"@odata.id": "/redfish/v1/Chassis/1"}
-    linked = [manager[name]["@odata.id"] for name in (
-        "NetworkProtocol", "EthernetInterfaces", "SerialInterfaces", "HostInterfaces", "LogServices",
-        "VirtualMedia")] + [manager["Actions"]["#Manager.Reset"]["@Redfish.ActionInfo"]]
-    for uri in linked:
-        body = admin.get(bmc.url(uri), timeout=10).json()
-        assert body["@odata.id"] == uri
-        for member in body.get("Members", []):
-            assert admin.get(bmc.url(member["@odata.id"]), timeout=10).status_code == 200, member
     assert bmc.get(MANAGER).status_code == 401
 
 

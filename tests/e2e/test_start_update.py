@@ -124,7 +124,9 @@ def test_install_checks_in_order(bmc, body, texts):
 
 def test_install_publishes_what_it_takes(bmc):
     admin = bmc.admin()
-    action = admin.get(bmc.url(UPDATE_SERVICE)).json()["Actions"]["Oem"]["#TwrUpdateService.Install"]
+    service = admin.get(bmc.url(UPDATE_SERVICE)).json()
+    assert service["MultipartHttpPushUri"] == service["HttpPushUri"] == UPDATE_SERVICE + "/upload"
+    action = service["Actions"]["Oem"]["#TwrUpdateService.Install"]
     info = admin.get(bmc.url(action["@Redfish.ActionInfo"])).json()
     parameters = {parameter["Name"]: parameter for parameter in info["Parameters"]}
     assert parameters["Targets"]["Required"] is True

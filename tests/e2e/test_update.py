@@ -85,25 +85,6 @@ def test_simple_update_over_http_runs_the_new_version(bmc, images):
     assert firmware(bmc)["updating"] == "0"
 
 
-def test_update_service_links_resolve(bmc):
-    admin = bmc.admin()
-    service = admin.get(bmc.url(UPDATE_SERVICE)).json()
-    validate(service)
-    assert service["MultipartHttpPushUri"] == service["HttpPushUri"] == PUSH_URI
-    links = [service["FirmwareInventory"]["@odata.id"],
-             service["Oem"]["Tarnwright"]["TwrFirmwareInventory"]["@odata.id"]]
-    for inventory_uri in links:
-        inventory = admin.get(bmc.url(inventory_uri)).json()
-        validate(inventory)
-        assert inventory["Members"]
-        for member in inventory["Members"]:
-            assert admin.get(bmc.url(member["@odata.id"])).json()["@odata.id"] == member["@odata.id"]
-    action_info = service["Actions"]["#UpdateService.SimpleUpdate"]["@Redfish.ActionInfo"]
-    validate(admin.get(bmc.url(action_info)).json())
-    assert admin.get(bmc.url(UPDATE_SERVICE + "/FirmwareInventory/Staging_CPLD_Motherboard")).status_code == 404
-    validate(admin.get(bmc.url("/redfish/v1/TaskService")).json())
-
-
 def test_ftp_download_with_credentials(bmc, images):
     directory, _ = images
     make_image(bmc, directory, "bmc-ftp.img", "BMC", "2.02.00")

@@ -159,19 +159,6 @@ TEST_F(ChassisPower, AnUnwritableStateIsAnError) {
     EXPECT_TRUE(events().empty());
 }
 
-TEST_F(ChassisPower, ToolCommands) {
-    EXPECT_EQ(run({"power", "nmi"}), bmcsim::exit_ok);
-    EXPECT_EQ(run({"power", "nmi-count"}), bmcsim::exit_ok);
-    EXPECT_EQ(out_.str(), "1\n");
-    EXPECT_EQ(run({"power", "soft"}), bmcsim::exit_ok);
-    fake_now += CHASSIS_SOFT_SHUTDOWN_SECONDS;
-    EXPECT_EQ(run({"power", "show"}), bmcsim::exit_ok);
-    EXPECT_EQ(out_.str().rfind("power=off\n", 0), 0u);
-    EXPECT_EQ(run({"power", "reset"}), bmcsim::exit_failed);
-    EXPECT_EQ(run({"power", "cycle", "300"}), bmcsim::exit_usage);
-    EXPECT_EQ(run({"power", "sideways"}), bmcsim::exit_usage);
-}
-
 // ---------------------------------------------------------------- identify light
 
 using IdentifyLight = sim_testing::hardware_root;
@@ -198,15 +185,6 @@ TEST_F(IdentifyLight, OtherModesAreRefused) {
     EXPECT_EQ(board->SetIdentifyLight(4), PLT_ERR_ARGUMENT);
     GlobalParaFin();
     EXPECT_EQ(PltCHASSIS_Identify(IDENTIFY_LIGHT_BLINK), PLT_ERR_STATE);
-}
-
-TEST_F(IdentifyLight, BoardToolCommands) {
-    EXPECT_EQ(run({"board", "identify", "on"}), bmcsim::exit_ok);
-    EXPECT_EQ(at_p_St_GlobalVar->identify_lit, 1);
-    EXPECT_EQ(run({"board", "node-type", "2"}), bmcsim::exit_ok);
-    EXPECT_EQ(GetQuillonType(), 2);
-    EXPECT_EQ(run({"board", "show"}), bmcsim::exit_ok);
-    EXPECT_EQ(out_.str(), "node_type=2\nidentify=on\n");
 }
 
 // ---------------------------------------------------------------- boot tables

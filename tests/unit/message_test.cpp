@@ -152,24 +152,6 @@ TEST(AddMessage, EntryMembersAndOrder) {
               R"("Message":"Bad x.","MessageArgs":["x"],"RelatedProperties":["/A","/B"]})");
 }
 
-TEST(AddMessage, MissingDescriptorKeysGiveEmptyMembers) {
-    rf::result_record result;
-    rf::message_descriptor sparse{{"MessageId", "Test.1.0.Sparse"}};
-    rf::add_message(result, sparse, {"ignored"}, {});
-    const auto& entry = only_entry(result);
-    EXPECT_EQ(keys_of(entry), (std::vector<std::string>{"MessageId", "Severity", "Resolution",
-                                                        "Message", "MessageArgs"}));
-    EXPECT_EQ(entry.at("Severity"), "");
-    EXPECT_EQ(entry.at("Resolution"), "");
-    EXPECT_EQ(entry.at("Message"), "");
-
-    rf::result_record empty_result;
-    rf::message_descriptor empty;
-    rf::add_message(empty_result, empty, {}, {});
-    EXPECT_EQ(json::serialize(only_entry(empty_result)),
-              R"({"MessageId":"","Severity":"","Resolution":"","Message":""})");
-}
-
 TEST(AddMessage, SubstitutionRules) {
     // Both arguments substituted and listed.
     rf::result_record result;

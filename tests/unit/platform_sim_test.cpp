@@ -367,22 +367,6 @@ TEST(CgiStore, EmptyOrAbsentQueryLeavesTheEmptyHead) {
     }
 }
 
-TEST(CgiStore, BothReleaseFunctionsEmptyTheList) {
-    expect_empty_head();
-    scoped_env query("QUERY_STRING", "x=1&y=2");
-    ASSERT_EQ(cgiInitialize(), 0);
-    // A second parse without release replaces the list (and leaks nothing).
-    ASSERT_EQ(cgiInitialize(), 0);
-    EXPECT_EQ(cgi_list().size(), 2u);
-    free_cgi_vars();
-    expect_empty_head();
-    ASSERT_EQ(cgiInitialize(), 0);
-    FreeCGIResoure();
-    expect_empty_head();
-    FreeCGIResoure();
-    expect_empty_head();
-}
-
 // ---------------------------------------------------------------- event log
 
 using EventLog = SimTest;
@@ -542,60 +526,6 @@ TEST_F(BmcsimTool, StateSetRefusesWhatDoesNotFit) {
     EXPECT_EQ(at_p_St_GlobalVar->identify_lit, 0);
     EXPECT_EQ(at_p_St_GlobalVar->layout_size, sizeof(St_GlobalVar));
     EXPECT_STREQ(at_p_St_GlobalVar->node_part_number, "PN-NODE-01");
-}
-
-TEST_F(BmcsimTool, StateShowAndReset) {
-    ASSERT_EQ(run({"state", "set", "fcgi_mode", "1"}), 0);
-    ASSERT_EQ(run({"state", "set", "power_cycle_byte", "3"}), 0);
-    ASSERT_EQ(run({"state", "show"}), 0);
-    EXPECT_NE(out_.str().find("\npower_cycle_byte=3\n"), std::string::npos);
-    EXPECT_NE(out_.str().find("\nnode_serial_number=NODE0001\n"), std::string::npos);
-    EXPECT_NE(out_.str().find("\ninterface.user_name=\n"), std::string::npos);
-
-    // Reset leaves the running service's flag alone.
-    ASSERT_EQ(run({"state", "reset"}), 0);
-    EXPECT_EQ(at_p_St_GlobalVar->power_cycle_byte, 1);
-    EXPECT_EQ(at_p_St_GlobalVar->fcgi_mode, 1);
-}
-
-TEST_F(BmcsimTool, EventlogAddShowClear) {
-    ASSERT_EQ(run({"eventlog", "add", "146", "login admin"}), 0);
-    ASSERT_EQ(run({"eventlog", "add", "147", "two\nlines", "9"}), 0);
-    ASSERT_EQ(run({"eventlog", "show"}), 0);
-    auto records = platform::read_event_log();
-    ASSERT_EQ(records.size(), 2u);
-    EXPECT_EQ(out_.str(), std::to_string(records[0].time) + " 146 0 login admin\n" +
-                              std::to_string(records[1].time) + " 147 9 two\\nlines\n");
-    EXPECT_EQ(run({"eventlog", "add", "x", "text"}), bmcsim::exit_usage);
-    EXPECT_EQ(run({"eventlog", "add", "1"}), bmcsim::exit_usage);
-    ASSERT_EQ(run({"eventlog", "clear"}), 0);
-    ASSERT_EQ(run({"eventlog", "show"}), 0);
-    EXPECT_EQ(out_.str(), "");
-}
-
-TEST_F(BmcsimTool, CrashdumpEnableDisableShow) {
-    ASSERT_EQ(run({"crashdump", "show"}), 0);
-    EXPECT_EQ(out_.str(), "disabled\n");
-    ASSERT_EQ(run({"crashdump", "enable"}), 0);
-    EXPECT_NE(is_ACD_crashdump_supported(), 0);
-    ASSERT_EQ(run({"crashdump", "disable"}), 0);
-    EXPECT_EQ(is_ACD_crashdump_supported(), 0);
-}
-
-TEST_F(BmcsimTool, UsageErrorsExit2WithAUsageLine) {
-    const std::vector<bmcsim::arguments> wrong = {
-        {},
-        {"nosuch", "show"},
-        {"state"},
-        {"state", "fly"},
-        {"eventlog", "show", "extra"},
-        {"crashdump", "on"},
-    };
-    for (const auto& words : wrong) {
-        EXPECT_EQ(run(words), bmcsim::exit_usage);
-        EXPECT_EQ(err_.str().rfind("usage: bmcsim", 0), 0u) << err_.str();
-        EXPECT_EQ(out_.str(), "");
-    }
 }
 
 TEST_F(BmcsimTool, FailuresExit1) {

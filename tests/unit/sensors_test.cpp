@@ -114,14 +114,6 @@ TEST(SdrRepository, ThresholdsSurroundTheNominalReading) {
     }
 }
 
-TEST(SdrRepository, NamesTheServicesLookForExist) {
-    for (const char* name :
-         {"Hardware Intrusion", "VBAT", "PS1 Status", "PS2 Status", "CPU1 Temp", "CPU2 Temp",
-          "Vcpu1", "VDimmP1ABC", "FAN1", "FAN4", "System Temp", "Inlet Temp"})
-        EXPECT_NE(platform::find_sensor_by_name(name), nullptr) << name;
-    EXPECT_EQ(platform::find_sensor_by_name("CPU1"), nullptr);
-}
-
 // ---------------------------------------------------------------- states and health
 
 using SensorState = sim_testing::hardware_root;

@@ -13,11 +13,9 @@
 #include "framework/oem_registry.h"
 #include "framework/registry_file_resources.h"
 #include "framework/registry_files.h"
-#include "framework/schema_file_resources.h"
 #include "framework/schema_files.h"
 #include "framework/service_root.h"
 #include "framework/servicedocument.h"
-#include "framework/top_level_services.h"
 #include "frontend/exception_http.h"
 #include "frontend/message_table.h"
 #include "platform/bmc_root.h"
@@ -61,15 +59,6 @@ std::string text(const boost::json::value& value) {
     return boost::json::value_to<std::string>(value);
 }
 
-std::vector<std::string> member_ids(const boost::json::object& collection) {
-    std::vector<std::string> ids;
-    for (const auto& member : collection.at("Members").as_array()) {
-        const std::string uri = text(member.at("@odata.id"));
-        ids.push_back(uri.substr(uri.rfind('/') + 1));
-    }
-    return ids;
-}
-
 const fs::path dmtf_files = REDFISH_DATA_DIR;
 const fs::path oem_schemas = fs::path(BMC_SOURCE_DIR) / "deploy" / "schemas";
 
@@ -92,32 +81,6 @@ TEST(RegistryId, DropsTheVersionLetterAndTurnsUnderscoresIntoDots) {
     EXPECT_EQ(registry_of("Trailing."), "Trailing.");
     EXPECT_EQ(registry_of(""), "");
     EXPECT_EQ(registry_location("Base.v1_10_3"), "/registries/Base.1.10.3.json");
-}
-
-TEST(RegistryFiles, CollectionListsTheFourRegistriesInOrder) {
-    const auto collection = get_resource<messageregistryfilecollection>();
-    EXPECT_EQ(collection.at("@odata.id"), "/redfish/v1/Registries");
-    EXPECT_EQ(collection.at("Description"), "Registry Repository");
-    EXPECT_EQ(collection.at("Members@odata.count"), 4);
-    EXPECT_EQ(member_ids(collection),
-              (std::vector<std::string>{"Base.v1_10_3", "Event.v1_0_0", "TWR.v1_0_0",
-                                        "BiosAttributeRegistry.v1_0_0"}));
-}
-
-TEST(RegistryFiles, MemberTellsItsRegistryAndWhereItsFileIs) {
-    const auto bios = get_resource<messageregisteryfile>("BiosAttributeRegistry.v1_0_0");
-    EXPECT_EQ(bios.at("@odata.id"), "/redfish/v1/Registries/BiosAttributeRegistry.v1_0_0");
-    EXPECT_EQ(bios.at("Id"), "BiosAttributeRegistry.v1_0_0");
-    EXPECT_EQ(bios.at("Name"), "BIOS Attribute Registry File");
-    EXPECT_EQ(bios.at("Description"), "BIOS Attribute Registry File locations");
-    EXPECT_EQ(bios.at("Registry"), "BiosAttributeRegistry.1.0.0");
-
-    const auto base = get_resource<messageregisteryfile>("Base.v1_10_3");
-    EXPECT_EQ(base.at("Languages"), boost::json::array{"en"});
-    const auto& location = base.at("Location").as_array().at(0).as_object();
-    EXPECT_EQ(location.at("Language"), "en");
-    EXPECT_EQ(location.at("Uri"), "/registries/Base.1.10.3.json");
-    EXPECT_TRUE(fs::exists(dmtf_files / "registries" / "Base.1.10.3.json"));
 }
 
 TEST(RegistryFiles, IdsOutsideTheTableAreNotFound) {
@@ -171,33 +134,6 @@ TEST(OemRegistry, ArgumentsAndSeveritiesFollowTheTexts) {
     EXPECT_EQ(messages.at("OemRequestAcceptedMessage").at("MessageSeverity"), "OK");
     EXPECT_EQ(messages.at("OemSystemLockdownEnabled").at("MessageSeverity"), "OK");
     EXPECT_EQ(messages.at("OemSystemLockdownEnabled").at("Severity"), "Info");
-}
-
-TEST(ServiceDocument, ListsTheFifteenServicesInOrder) {
-    const auto document = boost::json::parse(service_document_text()).as_object();
-    EXPECT_EQ(document.at("@odata.context"), "/redfish/v1/$metadata");
-    const std::vector<std::pair<std::string, std::string>> expected = {
-        {"Service", "/redfish/v1"},
-        {"Systems", "/redfish/v1/Systems"},
-        {"Chassis", "/redfish/v1/Chassis"},
-        {"Managers", "/redfish/v1/Managers"},
-        {"Tasks", "/redfish/v1/TaskService"},
-        {"SessionService", "/redfish/v1/SessionService"},
-        {"AccountService", "/redfish/v1/AccountService"},
-        {"EventService", "/redfish/v1/EventService"},
-        {"Registries", "/redfish/v1/Registries"},
-        {"JsonSchemas", "/redfish/v1/JsonSchemas"},
-        {"UpdateService", "/redfish/v1/UpdateService"},
-        {"CertificateService", "/redfish/v1/CertificateService"},
-        {"Sessions", "/redfish/v1/SessionService/Sessions"},
-    };
-    const auto& entries = document.at("value").as_array();
-    ASSERT_EQ(entries.size(), expected.size());
-    for (size_t i = 0; i < expected.size(); ++i) {
-        EXPECT_EQ(text(entries[i].at("name")), expected[i].first) << i;
-        EXPECT_EQ(text(entries[i].at("url")), expected[i].second) << i;
-        EXPECT_EQ(entries[i].at("kind"), "Singleton") << i;
-    }
 }
 
 TEST(ServiceDocument, IsWrittenWithJsonHeadersOnlyAfterGet) {
@@ -283,34 +219,6 @@ TEST(SchemaFiles, TableIsSortedAndMatchesTheJsonBundle) {
     EXPECT_EQ(find_schema_file("Nope"), nullptr);
 }
 
-TEST(SchemaFiles, CollectionListsThePublishedSchemas) {
-    const auto collection = get_resource<jsonschemafilecollection>();
-    EXPECT_EQ(collection.at("@odata.type"), "#JsonSchemaFileCollection.JsonSchemaFileCollection");
-    EXPECT_EQ(collection.at("Description"), "Schema Repository");
-    const auto ids = member_ids(collection);
-    EXPECT_EQ(collection.at("Members@odata.count"), ids.size());
-    for (const auto& schema : schema_files()) {
-        const bool listed = std::count(ids.begin(), ids.end(), std::string(schema.name)) == 1;
-        EXPECT_EQ(listed, schema.json_published) << schema.name;
-    }
-}
-
-TEST(SchemaFiles, MemberPointsAtTheSchemaFile) {
-    const auto root = get_resource<json_file_common>("ServiceRoot");
-    EXPECT_EQ(root.at("@odata.id"), "/redfish/v1/JsonSchemas/ServiceRoot");
-    EXPECT_EQ(root.at("@odata.type"), "#JsonSchemaFile.v1_1_0.JsonSchemaFile");
-    EXPECT_EQ(root.at("Name"), "ServiceRoot Schema File");
-    EXPECT_EQ(root.at("Description"), "ServiceRoot Schema File Location");
-    EXPECT_EQ(root.at("Schema"), "#ServiceRoot.v1_5_2.ServiceRoot");
-    EXPECT_EQ(root.at("Location").at(0).at("Uri"), "/schemas/v1/ServiceRoot.json");
-
-    const auto collection = get_resource<json_file_common>("ChassisCollection");
-    EXPECT_EQ(collection.at("Schema"), "#ChassisCollection.ChassisCollection");
-
-    EXPECT_EQ(get_error_status<json_file_common>("Nope"), "Status: 404 Not Found");
-    EXPECT_EQ(get_error_status<json_file_common>("CertificateService"), "Status: 404 Not Found");
-}
-
 class ServiceRoot : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -327,24 +235,6 @@ protected:
     fs::path root_;
     std::string previous_root_ = platform::bmc_root();
 };
-
-TEST_F(ServiceRoot, LinksEveryTopLevelService) {
-    const auto root = get_resource<service_root>();
-    EXPECT_EQ(root.at("@odata.id"), "/redfish/v1/");
-    EXPECT_EQ(root.at("@odata.type"), "#ServiceRoot.v1_5_2.ServiceRoot");
-    EXPECT_EQ(root.at("Id"), "RootService");
-    EXPECT_EQ(root.at("Name"), "Root Service");
-    EXPECT_EQ(root.at("Vendor"), "Tarnwright");
-    EXPECT_EQ(root.at("Links").at("Sessions"), link("/redfish/v1/SessionService/Sessions"));
-    // Nothing dumps on the simulated BMC, so the root links no DumpService.
-    EXPECT_FALSE(root.contains("Oem"));
-    EXPECT_EQ(root.at("Tasks"), link("/redfish/v1/TaskService"));
-    for (const auto& service : top_level_services()) {
-        if (service.in_root == root_link::property) {
-            EXPECT_EQ(root.at(service.name), link(service.url)) << service.name;
-        }
-    }
-}
 
 TEST_F(ServiceRoot, UuidIsDrawnOnceAndKept) {
     const auto first = get_resource<service_root>();

@@ -68,20 +68,6 @@ protected:
 
 // ---------------------------------------------------------------- slots
 
-TEST_F(UserTable, AnEmptyTableHasNoUsers) {
-    for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) {
-        EXPECT_EQ(UtilGetLANPriv(slot), PRIV_NO_ACCESS);
-        St_UserInfo info = info_of(slot);
-        EXPECT_EQ(info.key, 0u);
-        EXPECT_STREQ(info.name, "");
-        EXPECT_EQ(info.enabled, 0);
-        EXPECT_EQ(info.lan_privilege, PRIV_NO_ACCESS);
-    }
-    EXPECT_EQ(UtilFindUser("admin"), -1);
-    EXPECT_NE(UtilCheckUserPassword(1, "anything"), 0);
-    EXPECT_FALSE(std::filesystem::exists(platform::user_table_file()));
-}
-
 TEST_F(UserTable, ChangesAreInMemoryUntilPscommitAndThenSurviveAReload) {
     ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
     ASSERT_EQ(UtilSetUserName(3, "alice"), 0);
@@ -248,29 +234,6 @@ TEST_F(UserTable, ADuplicateIsANameOfAnotherSlot) {
     // The setter refuses a duplicate as well.
     EXPECT_NE(UtilSetUserName(3, "bob"), 0);
     EXPECT_EQ(UtilSetUserName(2, "bob"), 0);
-}
-
-TEST_F(UserTable, DeleteClearsNamePasswordEnabledAndPrivilege) {
-    add_user(5, "carol", "Secret-Pass1", PRIV_ADMINISTRATOR);
-    uint32_t old_key = info_of(5).key;
-    ASSERT_NE(old_key, 0u);
-    delete_user(5);
-    EXPECT_EQ(UtilGetLANPriv(5), PRIV_NO_ACCESS);
-    EXPECT_EQ(UtilFindUser("carol"), -1);
-    EXPECT_NE(UtilCheckUserPassword(5, "Secret-Pass1"), 0);
-    EXPECT_EQ(UtilIsValidUserName("carol", 6), 0);
-    St_UserInfo info = info_of(5);
-    EXPECT_EQ(info.key, 0u);
-    EXPECT_STREQ(info.name, "");
-    EXPECT_EQ(info.enabled, 0);
-    EXPECT_EQ(info.lan_privilege, PRIV_NO_ACCESS);
-    std::string text = file_text(platform::user_table_file());
-    EXPECT_EQ(text.find("carol"), std::string::npos);
-
-    // The next user of the slot is another record.
-    add_user(5, "dave", "Secret-Pass2", PRIV_USER);
-    EXPECT_NE(info_of(5).key, 0u);
-    EXPECT_NE(info_of(5).key, old_key);
 }
 
 TEST_F(UserTable, Slot0IsReservedAndBadArgumentsFail) {

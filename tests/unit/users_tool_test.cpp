@@ -57,25 +57,6 @@ TEST_F(UsersTool, AddPasswdDisableEnableDelete) {
     EXPECT_EQ(file_text(platform::user_table_file()).find("Bob-Pass"), std::string::npos);
 }
 
-TEST_F(UsersTool, UnlockAndComplexity) {
-    sim_testing::write_text(
-        path("/nv/redfish/accountservice.ini"),
-        "[AccountService]\nAccountLockoutThreshold=1\nAccountLockoutDuration=0\n");
-    ASSERT_EQ(run({"users", "add", "2", "bob", "Bob-Pass1", "Administrator"}), 0);
-    ASSERT_GE(AddBadPwdRecords(2), 0);
-    ASSERT_EQ(run({"users", "list"}), 0);
-    EXPECT_NE(out_.str().find("\n2 3 bob 4 Administrator yes yes\n"), std::string::npos);
-    ASSERT_EQ(run({"users", "unlock", "2"}), 0);
-    EXPECT_EQ(isUserLocked(2), 0);
-
-    ASSERT_EQ(run({"users", "complexity", "show"}), 0);
-    EXPECT_EQ(out_.str(), "off\n");
-    ASSERT_EQ(run({"users", "complexity", "on"}), 0);
-    EXPECT_EQ(UtilGetPasswordComplexity(), 1);
-    ASSERT_EQ(run({"users", "complexity", "off"}), 0);
-    EXPECT_EQ(UtilGetPasswordComplexity(), 0);
-}
-
 TEST_F(UsersTool, DirectorySwitchesAndAccounts) {
     sim_testing::write_text(path("/nv/redfish/ad.ini"),
                             "[ActiveDirectory]\nServiceAddresses=ldap://ad\n");
@@ -103,28 +84,6 @@ TEST_F(UsersTool, DirectorySwitchesAndAccounts) {
     EXPECT_EQ(privilege, PRIV_USER);
 }
 
-TEST_F(UsersTool, LockdownAndHostInterface) {
-    ASSERT_EQ(run({"lockdown", "show"}), 0);
-    EXPECT_EQ(out_.str(), "off\n");
-    ASSERT_EQ(run({"lockdown", "on"}), 0);
-    EXPECT_EQ(GetSetSysLockdownEnable(0, 0), 1);
-    ASSERT_EQ(run({"lockdown", "show"}), 0);
-    EXPECT_EQ(out_.str(), "on\n");
-    ASSERT_EQ(run({"lockdown", "off"}), 0);
-    EXPECT_EQ(GetSetSysLockdownEnable(0, 0), 0);
-
-    ASSERT_EQ(run({"hostif", "on"}), 0);
-    EXPECT_EQ(UtilIsHostInterface(), 1);
-    ASSERT_EQ(run({"hostif", "credential", "host", "Host-Pass1"}), 0);
-    EXPECT_EQ(UtilIsExistHostFWUserInfo("host", "Host-Pass1"), 1);
-    ASSERT_EQ(run({"hostif", "show"}), 0);
-    EXPECT_EQ(out_.str(), "on\nfirmware user: host\n");
-    ASSERT_EQ(run({"hostif", "credential", "clear"}), 0);
-    EXPECT_EQ(UtilIsExistHostFWUserInfo("host", "Host-Pass1"), 0);
-    ASSERT_EQ(run({"hostif", "off"}), 0);
-    EXPECT_EQ(UtilIsHostInterface(), 0);
-}
-
 TEST_F(UsersTool, SnmpShowTellsOnlyWhetherKeysAreSet) {
     ASSERT_EQ(run({"users", "seed", "admin", "admin-pass1"}), 0);
     ASSERT_EQ(UtilSNMPSaveCfg(1, 2, "AuthKey123", 0, nullptr), 0);
@@ -134,38 +93,6 @@ TEST_F(UsersTool, SnmpShowTellsOnlyWhetherKeysAreSet) {
               "daemon restarts: 1\n"
               "SLOT NAME AUTH_PROTOCOL AUTH_KEY_SET ENCRYPTION_PROTOCOL ENCRYPTION_KEY_SET\n"
               "1 admin 2 yes 0 no\n");
-}
-
-TEST_F(UsersTool, UsageErrorsExit2) {
-    const std::vector<bmcsim::arguments> wrong = {
-        {"users", "fly"},
-        {"users", "list", "extra"},
-        {"users", "add", "0", "zero", "Pass", "2"},
-        {"users", "add", "16", "big", "Pass", "2"},
-        {"users", "add", "2", "bob", "Pass", "9"},
-        {"users", "add", "2", "two words", "Pass", "2"},
-        {"users", "add", "2", "bob", "Pass"},
-        {"users", "seed", "admin"},
-        {"users", "seed", "", "Pass"},
-        {"users", "passwd", "2"},
-        {"users", "enable", "x"},
-        {"users", "complexity", "maybe"},
-        {"directory", "nis", "enable"},
-        {"directory", "ldap"},
-        {"directory", "ldap", "user", "carol", "Pass", "Boss"},
-        {"lockdown", "maybe"},
-        {"hostif", "credential", "host"},
-        {"snmp", "set"},
-    };
-    for (const auto& words : wrong) {
-        SCOPED_TRACE(words.size() > 1 ? words[1] : words[0]);
-        EXPECT_EQ(run(words), bmcsim::exit_usage);
-        EXPECT_EQ(err_.str().rfind("usage: bmcsim", 0) == 0 ||
-                      err_.str().find("\nusage: bmcsim") != std::string::npos,
-                  true)
-            << err_.str();
-    }
-    EXPECT_FALSE(std::filesystem::exists(platform::user_table_file()));
 }
 
 TEST_F(UsersTool, AnUnwritableRootFailsWith1) {
