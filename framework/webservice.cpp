@@ -5,6 +5,7 @@
 
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
+#include "frontend/result_writer.h"
 #include "platform/libweb.h"
 
 namespace odata::redfish {
@@ -50,9 +51,7 @@ void webservice::write_default_headers(unsigned length) const {
         write_link_header(schema_name());
         std::cout << "Cache-Control: no-cache\r\n";
     }
-    std::cout << "Content-Length: " << length << "\r\n"
-              << "OData-Version: 4.0\r\n"
-              << "Content-Type: application/json; charset=UTF-8\r\n\r\n";
+    write_json_headers(length);
 }
 
 int webservice::write_headers(unsigned length, const std::string&) {

@@ -16,7 +16,7 @@ bool starts_with(std::string_view text, std::string_view prefix) {
 
 }  // namespace
 
-std::string render_result(const result_record& result) {
+boost::json::object result_object(const result_record& result) {
     std::string_view code = result.code;
     boost::json::object inner;
     inner["code"] =
@@ -33,7 +33,17 @@ std::string render_result(const result_record& result) {
         inner["@Message.ExtendedInfo"] = result.entries;
         outer[code.substr(3)] = std::move(inner);
     }
-    return boost::json::serialize(outer);
+    return outer;
+}
+
+std::string render_result(const result_record& result) {
+    return boost::json::serialize(result_object(result));
+}
+
+void write_json_headers(std::size_t length) {
+    std::cout << "Content-Length: " << length << "\r\n"
+              << "OData-Version: 4.0\r\n"
+              << "Content-Type: application/json; charset=UTF-8\r\n\r\n";
 }
 
 bool end_if_no_content() {
@@ -45,10 +55,8 @@ bool end_if_no_content() {
 void write_result(const result_record& result) {
     if (end_if_no_content()) return;
     std::string body = render_result(result);
-    std::cout << "Content-Length: " << body.size() << "\r\n"
-              << "OData-Version: 4.0\r\n"
-              << "Content-Type: application/json; charset=UTF-8\r\n\r\n"
-              << body;
+    write_json_headers(body.size());
+    std::cout << body;
 }
 
 }  // namespace odata::redfish

@@ -1,15 +1,21 @@
 // Renders result records into Redfish JSON bodies and writes them.
 #pragma once
 
+#include <boost/json.hpp>
+#include <cstddef>
 #include <string>
 
 #include "frontend/message.h"
 
 namespace odata::redfish {
 
-// The compact JSON text of a result record ("Success", "Accepted",
-// "error" or Oem shape; "{}" for any other code).
+// The JSON of a result record ("Success", "Accepted", "error" or Oem
+// shape; empty for any other code), and its compact text.
+boost::json::object result_object(const result_record& result);
 std::string render_result(const result_record& result);
+
+// The headers that end every JSON answer, then the empty line.
+void write_json_headers(std::size_t length);
 
 // After a "204 No Content" status line, ends the headers (a 204 answer has
 // neither body nor content headers) and answers true; otherwise false.

@@ -37,8 +37,7 @@ std::string accepted_body(const TaskInfo& task) {
     boost::json::object body = {{"Id", std::to_string(task.id)},
                                 {"Name", task.name},
                                 {"TaskState", task_state_text(task.state)}};
-    boost::json::value rendered = boost::json::parse(render_result(result));
-    for (auto& [key, value] : rendered.as_object()) body[key] = std::move(value);
+    for (auto& [key, value] : result_object(result)) body[key] = std::move(value);
     return boost::json::serialize(body);
 }
 
@@ -48,11 +47,9 @@ void answer_accepted(const TaskInfo& task) {
     const std::string body = accepted_body(task);
     std::cout << "Status: 202 Accepted\r\n"
               << "Location: " << task_monitor_uri(task.monitor_id) << "\r\n"
-              << "Retry-After: " << retry_after_seconds << "\r\n"
-              << "Content-Length: " << body.size() << "\r\n"
-              << "OData-Version: 4.0\r\n"
-              << "Content-Type: application/json; charset=UTF-8\r\n\r\n"
-              << body;
+              << "Retry-After: " << retry_after_seconds << "\r\n";
+    write_json_headers(body.size());
+    std::cout << body;
 }
 
 }  // namespace odata::redfish
