@@ -24,7 +24,7 @@ const cached_response* response_cache::find(const std::string& key) {
 
 void response_cache::store(const std::string& key, cached_response response) {
     const std::size_t size = size_of(key, response);
-    if (size > max_bytes) return;
+    if (size > max_bytes || !response.inputs.start_watching()) return;
     auto found = responses_.find(key);
     if (found != responses_.end()) {
         bytes_ -= size_of(found->first, found->second);

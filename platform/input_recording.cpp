@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "platform/file_watch.h"
+
 namespace platform {
 namespace {
 
@@ -21,12 +23,25 @@ St_GlobalVar global_block() { return at_p_St_GlobalVar ? *at_p_St_GlobalVar : St
 }  // namespace
 
 // Looked up outside any recording, so the versions taken here note nothing.
-bool recorded_inputs::unchanged() const {
-    const St_GlobalVar now = global_block();
-    if (std::memcmp(&now, &global, sizeof now) != 0) return false;
+bool recorded_inputs::files_unchanged() const {
     for (const file_input& input : files)
         if (version_of(input.path) != input.version) return false;
     return true;
+}
+
+bool recorded_inputs::start_watching() {
+    std::vector<std::string> paths;
+    for (const file_input& input : files) paths.push_back(input.path);
+    watched_since_ = file_watch::instance().watch(paths, watch_keys_);
+    // A change between the read and the watch shows in the versions.
+    return files_unchanged();
+}
+
+bool recorded_inputs::unchanged() const {
+    const St_GlobalVar now = global_block();
+    if (std::memcmp(&now, &global, sizeof now) != 0) return false;
+    if (watched_since_) return !file_watch::instance().changed_since(watch_keys_, *watched_since_);
+    return files_unchanged();
 }
 
 input_recording::input_recording() {

@@ -3,6 +3,7 @@
 // for as long as they stay the same.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,8 +22,17 @@ struct recorded_inputs {
     std::vector<file_input> files;
     St_GlobalVar global{};
 
+    // Has the files watched from now on, so that unchanged() need not look
+    // at each; false when they already changed since they were read.
+    bool start_watching();
     // Every file still at its version and the block alike.
     bool unchanged() const;
+
+private:
+    bool files_unchanged() const;
+
+    std::vector<std::string> watch_keys_;
+    std::optional<std::uint64_t> watched_since_;  // none: looked at one by one
 };
 
 // Notes the inputs read between its construction and finish(); one at a

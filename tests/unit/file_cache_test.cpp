@@ -1,5 +1,7 @@
 // The per-process cache of parsed files: another process's change must be
 // seen by the next read, however quickly it follows.
+#include <sys/stat.h>
+
 #include <cstdio>
 #include <ctime>
 #include <string>
@@ -150,6 +152,32 @@ TEST_F(FileCache, AnAnswerIsReusedUntilOneOfItsInputsChanges) {
     sim_testing::write_text(absent, "now here");
     EXPECT_EQ(answers.find("key"), nullptr);
     EXPECT_EQ(answers.find("key"), nullptr);
+}
+
+TEST_F(FileCache, AWatchedAnswerSeesWritesInPlaceAndDirectoriesThatAppear) {
+    const std::string file = path("/a.ini");
+    const std::string deep = path("/later/HII/setting");
+    sim_testing::write_text(file, "one");
+    settle();
+    auto recorded = [&] {
+        platform::input_recording recording;
+        platform::note_input_file(file);
+        platform::note_input_file(deep);
+        std::optional<platform::recorded_inputs> inputs = recording.finish();
+        EXPECT_TRUE(inputs && inputs->start_watching());
+        return *inputs;
+    };
+    platform::recorded_inputs inputs = recorded();
+    EXPECT_TRUE(inputs.unchanged());
+    sim_testing::write_text(file, "two");
+    EXPECT_FALSE(inputs.unchanged());
+    inputs = recorded();
+    ASSERT_EQ(::mkdir(path("/later").c_str(), 0755), 0);
+    EXPECT_FALSE(inputs.unchanged());
+    inputs = recorded();
+    EXPECT_TRUE(inputs.unchanged());
+    ASSERT_EQ(::mkdir(path("/later/HII").c_str(), 0755), 0);
+    EXPECT_FALSE(inputs.unchanged());
 }
 
 TEST_F(FileCache, WorkOnFreshOrShiftingInputsIsNotReusable) {
