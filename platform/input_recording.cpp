@@ -38,6 +38,7 @@ bool recorded_inputs::start_watching() {
 }
 
 bool recorded_inputs::unchanged() const {
+    if (valid_until != 0 && lx_time_get() >= valid_until) return false;
     const St_GlobalVar now = global_block();
     if (std::memcmp(&now, &global, sizeof now) != 0) return false;
     if (watched_since_) return !file_watch::instance().changed_since(watch_keys_, *watched_since_);
@@ -75,6 +76,13 @@ void note_input(const std::string& path, const file_version& version) {
         return;
     }
     state.inputs.files.push_back({path, version});
+}
+
+void note_input_expiry(long when) {
+    recording_state& state = current();
+    if (!state.active) return;
+    long& until = state.inputs.valid_until;
+    if (until == 0 || when < until) until = when;
 }
 
 void note_input_file(const std::string& path) {

@@ -205,6 +205,17 @@ TEST_F(FileCache, WorkOnFreshOrShiftingInputsIsNotReusable) {
     EXPECT_TRUE(inputs->files.empty());
 }
 
+TEST_F(FileCache, AnAnswerLastsUntilTheFirstScheduledStep) {
+    auto recorded = [](std::initializer_list<long> steps) {
+        platform::input_recording recording;
+        for (long step : steps) platform::note_input_expiry(step);
+        return *recording.finish();
+    };
+    const long now = lx_time_get();
+    EXPECT_TRUE(recorded({now + 100, now + 50}).unchanged());
+    EXPECT_FALSE(recorded({now + 100, now}).unchanged());
+}
+
 TEST_F(FileCache, AnAnswerFollowsTheSharedParameterBlock) {
     const bool attached = at_p_St_GlobalVar != nullptr;
     if (!attached) {
