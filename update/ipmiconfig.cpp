@@ -3,6 +3,7 @@
 #include <iostream>
 #include <vector>
 
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi_config.h"
 #include "platform/libweb.h"
@@ -34,7 +35,8 @@ const std::string& uploaded_file(const form_parts& form) {
 }  // namespace
 
 ipmiconfig::ipmiconfig(request_context& context)
-    : redfish(context, "TwrIPMIConfig", "v1_0_0", "IPMI Configuration", ipmi_config_uri) {}
+    : redfish(context, "TwrIPMIConfig", std::string(schema_file_of("TwrIPMIConfig").version),
+              "IPMI Configuration", ipmi_config_uri) {}
 
 int ipmiconfig::get(request_context&) {
     set_common_properties();

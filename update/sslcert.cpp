@@ -1,5 +1,6 @@
 #include "update/sslcert.h"
 
+#include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
@@ -46,7 +47,8 @@ certificate_pair checked_pair(const form_parts& form) {
 }  // namespace
 
 sslcert::sslcert(request_context& context)
-    : redfish(context, "TwrSSLCert", "v1_0_0", "SSL Certificate", ssl_cert_uri) {}
+    : redfish(context, "TwrSSLCert", std::string(schema_file_of("TwrSSLCert").version),
+              "SSL Certificate", ssl_cert_uri) {}
 
 int sslcert::get(request_context&) {
     const std::optional<boost::json::object> properties =
