@@ -60,19 +60,20 @@ bool stage_and_commit(const ipmi_configuration& config) {
            files.stage(platform::serial_settings_file(), serial, 0644) && files.commit();
 }
 
-// Locks in one order: the user table, the alert table, the LAN settings,
-// the serial settings.
+// Locks in one order: the alert table, the user table (as an alert-table
+// commit that finds no alert change may commit the user table), the LAN
+// settings, the serial settings.
 bool store_configuration(const ipmi_configuration& config) {
-    if (lx_mutex_get(USER_TABLE_MUTEX) != 0) return false;
+    if (lx_mutex_get(ALERT_TABLE_MUTEX) != 0) return false;
     bool stored = false;
-    if (lx_mutex_get(ALERT_TABLE_MUTEX) == 0) {
+    if (lx_mutex_get(USER_TABLE_MUTEX) == 0) {
         stored = platform::sim::with_file_lock(platform::lan_settings_file(), [&] {
             return platform::sim::with_file_lock(platform::serial_settings_file(),
                                                  [&] { return stage_and_commit(config); });
         });
-        lx_mutex_put(ALERT_TABLE_MUTEX);
+        lx_mutex_put(USER_TABLE_MUTEX);
     }
-    lx_mutex_put(USER_TABLE_MUTEX);
+    lx_mutex_put(ALERT_TABLE_MUTEX);
     return stored;
 }
 
