@@ -4,7 +4,10 @@
 #include <ctime>
 #include <string>
 
+#include "framework/response_cache.h"
 #include "platform/file_cache.h"
+#include "platform/input_recording.h"
+#include "platform/libipmi.h"
 #include "platform/sim/memory_modules.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/smbios_store.h"
@@ -123,6 +126,83 @@ TEST_F(FileCache, AMissingFileIsParsedOnceUntilItAppears) {
     EXPECT_EQ(loads_, 1);
     sim_testing::write_text(file, "one");
     EXPECT_EQ(read_or_empty(), "one");
+}
+
+// A cached answer lasts exactly as long as every file it was built from.
+TEST_F(FileCache, AnAnswerIsReusedUntilOneOfItsInputsChanges) {
+    const std::string sensors = path("/sensors.ini");
+    const std::string absent = path("/absent.ini");
+    sim_testing::write_text(sensors, "one");
+    settle();
+    odata::redfish::response_cache answers;
+    {
+        platform::input_recording recording;
+        EXPECT_EQ(read(sensors), "one");
+        platform::note_input_file(absent);
+        std::optional<platform::recorded_inputs> inputs = recording.finish();
+        ASSERT_TRUE(inputs);
+        EXPECT_EQ(inputs->files.size(), 2u);
+        answers.store("key", {"body", "\"etag\"", std::move(*inputs)});
+    }
+    ASSERT_NE(answers.find("key"), nullptr);
+    EXPECT_EQ(answers.find("key")->body, "body");
+    // Creating a file that was missing is a change too.
+    sim_testing::write_text(absent, "now here");
+    EXPECT_EQ(answers.find("key"), nullptr);
+    EXPECT_EQ(answers.find("key"), nullptr);
+}
+
+TEST_F(FileCache, WorkOnFreshOrShiftingInputsIsNotReusable) {
+    const std::string file = path("/a.ini");
+    sim_testing::write_text(file, "one");
+    {
+        // Written within the last second: a later write may look the same.
+        platform::input_recording recording;
+        platform::note_input_file(file);
+        EXPECT_FALSE(recording.finish());
+    }
+    settle();
+    {
+        platform::input_recording recording;
+        platform::note_input_file(file);
+        ASSERT_TRUE(platform::sim::replace_file(file, "two", 0644));
+        platform::note_input_file(file);
+        EXPECT_FALSE(recording.finish());
+    }
+    // Nothing is noted outside a recording.
+    platform::note_input_file(file);
+    platform::input_recording recording;
+    std::optional<platform::recorded_inputs> inputs = recording.finish();
+    ASSERT_TRUE(inputs);
+    EXPECT_TRUE(inputs->files.empty());
+}
+
+TEST_F(FileCache, AnAnswerFollowsTheSharedParameterBlock) {
+    const bool attached = at_p_St_GlobalVar != nullptr;
+    if (!attached) {
+        ASSERT_NE(GlobalParaInit(), 0);
+    }
+    platform::input_recording recording;
+    std::optional<platform::recorded_inputs> inputs = recording.finish();
+    ASSERT_TRUE(inputs);
+    EXPECT_TRUE(inputs->unchanged());
+    at_p_St_GlobalVar->identify_lit ^= 1;
+    EXPECT_FALSE(inputs->unchanged());
+    at_p_St_GlobalVar->identify_lit ^= 1;
+    EXPECT_TRUE(inputs->unchanged());
+    if (!attached) GlobalParaFin();
+}
+
+TEST_F(FileCache, TheResponseCacheStaysSmall) {
+    odata::redfish::response_cache answers;
+    const std::string large(100 * 1024, 'x');
+    for (int i = 0; i < 4; ++i) answers.store(std::to_string(i), {large, "", {}});
+    // The third answer did not fit beside the first two, so they went.
+    EXPECT_EQ(answers.find("0"), nullptr);
+    EXPECT_NE(answers.find("3"), nullptr);
+    answers.store("huge", {std::string(300 * 1024, 'x'), "", {}});
+    EXPECT_EQ(answers.find("huge"), nullptr);
+    EXPECT_NE(answers.find("3"), nullptr);
 }
 
 }  // namespace

@@ -1,0 +1,69 @@
+#include "platform/input_recording.h"
+
+#include <cstring>
+
+namespace platform {
+namespace {
+
+struct recording_state {
+    bool active = false;
+    bool reusable = true;
+    recorded_inputs inputs;
+};
+
+recording_state& current() {
+    static recording_state state;
+    return state;
+}
+
+St_GlobalVar global_block() { return at_p_St_GlobalVar ? *at_p_St_GlobalVar : St_GlobalVar{}; }
+
+}  // namespace
+
+// Looked up outside any recording, so the versions taken here note nothing.
+bool recorded_inputs::unchanged() const {
+    const St_GlobalVar now = global_block();
+    if (std::memcmp(&now, &global, sizeof now) != 0) return false;
+    for (const file_input& input : files)
+        if (version_of(input.path) != input.version) return false;
+    return true;
+}
+
+input_recording::input_recording() {
+    recording_state& state = current();
+    state = recording_state();
+    state.active = true;
+    state.inputs.global = global_block();
+}
+
+input_recording::~input_recording() { current().active = false; }
+
+std::optional<recorded_inputs> input_recording::finish() {
+    recording_state& state = current();
+    state.active = false;
+    const St_GlobalVar now = global_block();
+    if (!state.reusable || std::memcmp(&now, &state.inputs.global, sizeof now) != 0)
+        return std::nullopt;
+    return std::move(state.inputs);
+}
+
+void note_input(const std::string& path, const file_version& version) {
+    recording_state& state = current();
+    if (!state.active || !state.reusable) return;
+    if (version.exists && !settled(version)) {
+        state.reusable = false;
+        return;
+    }
+    for (const file_input& input : state.inputs.files) {
+        if (input.path != path) continue;
+        if (input.version != version) state.reusable = false;
+        return;
+    }
+    state.inputs.files.push_back({path, version});
+}
+
+void note_input_file(const std::string& path) {
+    if (current().active) version_of(path);
+}
+
+}  // namespace platform
