@@ -1,5 +1,13 @@
 // index.fcgi: the BMC's Redfish service, started by the web server.
+#include <openssl/crypto.h>
+
 #include "frontend/service_loop.h"
 #include "service/pipeline.h"
 
-int main() { return odata::redfish::run_service(odata::redfish::run_pipeline); }
+int main() {
+    // The service only digests and reads certificates, with OpenSSL's
+    // defaults; reading the system-wide configuration would cost every new
+    // process milliseconds before its first answer.
+    OPENSSL_init_crypto(OPENSSL_INIT_NO_LOAD_CONFIG, nullptr);
+    return odata::redfish::run_service(odata::redfish::run_pipeline);
+}

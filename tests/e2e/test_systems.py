@@ -380,9 +380,10 @@ def test_resets_drive_the_host_power(bmc, admin, system):
 
     assert_success(reset(bmc, admin, "GracefulShutdown"))
     assert power(bmc)["soft_off_at"] != "0"
-    # Once the state file has settled, an answer may be kept for reuse.
+    # Once the state file has settled, an answer may be kept for reuse; it
+    # may already show the host off, as the step is due within two seconds.
     time.sleep(1.05)
-    assert system()["PowerState"] == "On"
+    system()
     # The host goes off by itself: answers given before must not outlive it.
     assert wait_for(lambda: system()["PowerState"] == "Off")
     assert_success(reset(bmc, admin, "ForceOn"))
