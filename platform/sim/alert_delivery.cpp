@@ -12,16 +12,18 @@ std::string alert_delivery_log_file() { return bmc_path("/var/log/alert_delivery
 bool start_alert_delivery(int index, const char* kind, const std::string& request) {
     make_parent_dirs(alert_delivery_log_file());
     child_program sender({bmc_path("/usr/sbin/bmc-alert-send"), kind, std::to_string(index)});
-    const bool sent = sender.started() && sender.send(request);
+    if (!sender.started()) {
+        console_log("[ERROR] alert delivery: bmc-alert-send cannot be started\n");
+        return false;
+    }
+    const bool sent = sender.send(request);
     sender.close_input();
     // The program exits once the delivery process has left its output.
     std::string said;
     while (!sender.read_output(said, -1)) {
     }
     if (sender.wait() == 0 && sent) return true;
-    const std::string reason = last_line(said);
-    console_log("[ERROR] alert delivery: %s\n",
-                reason.empty() ? "bmc-alert-send started no delivery" : reason.c_str());
+    console_log("[ERROR] alert delivery: %s\n", last_line(said).c_str());
     return false;
 }
 
