@@ -11,7 +11,8 @@ namespace platform::sim {
 std::string alert_delivery_log_file();
 
 // Hands request (alert_requests.h, as JSON) to a delivery process for
-// entry index; false when it cannot be started.
+// entry index, waiting only until it has been started; false when it
+// cannot be.
 bool start_alert_delivery(int index, const char* kind, const std::string& request);
 
 }  // namespace platform::sim

@@ -2,10 +2,9 @@
 // alert-destination table as KIND ("Redfish", "SMTP", "SNMPv2c",
 // "SNMPv3"). Standard input brings what to send as JSON (alert_requests.h):
 // destinations, texts, keys and passwords never go on the command line.
-// Once it has read them, the program starts a delivery process (its own
-// session, no descriptor of its caller) and exits 0, so that its caller
-// never waits for a destination; the delivery process tries as the event
-// service's settings say and logs the outcome (delivery_attempts.h).
+// Once it has read them, the program leaves its caller's session and
+// descriptors, tries as the event service's settings say, and logs the
+// outcome (delivery_attempts.h).
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -92,10 +91,7 @@ int main(int argc, char** argv) {
     boost::system::error_code error;
     const attempt_function attempt = attempt_for(argv[1], boost::json::parse(text, error));
     if (error || !attempt) return fail("the request is not one of its kind");
-    // The delivery process is nobody's child to wait for.
     ::setsid();
     ::signal(SIGPIPE, SIG_IGN);
-    const pid_t delivery = ::fork();
-    if (delivery == 0) deliver(static_cast<int>(index), argv[1], attempt);
-    return delivery > 0 ? 0 : fail("the delivery process cannot be started");
+    deliver(static_cast<int>(index), argv[1], attempt);
 }
