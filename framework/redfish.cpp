@@ -70,15 +70,24 @@ void redfish::set_members(const std::vector<std::string>& member_uris) {
 }
 
 const std::string& redfish::etag() {
-    if (body_.empty()) body_ = boost::json::serialize(value_);
-    if (etag_.empty()) etag_ = "\"" + md5_hex(body_) + "\"";
+    if (etag_.empty()) etag_ = "\"" + md5_hex(body()) + "\"";
     return etag_;
+}
+
+const std::string& redfish::body() {
+    if (body_.empty()) body_ = boost::json::serialize(value_);
+    return body_;
+}
+
+void redfish::reuse_body(std::string body, std::string etag) {
+    body_ = std::move(body);
+    etag_ = std::move(etag);
 }
 
 void redfish::send_response() {
     if (end_if_no_content()) return;
     if (context_.method == GET) etag();
-    if (body_.empty()) body_ = boost::json::serialize(value_);
+    body();
     if (!etag_.empty()) std::cout << "ETag: " << etag_ << "\r\n";
     write_headers(static_cast<unsigned>(body_.size()), body_);
     std::cout << body_;

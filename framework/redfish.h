@@ -23,6 +23,10 @@ public:
     // The quoted MD5 of the serialised body; serialises the value first.
     // GET responses always carry it.
     const std::string& etag();
+    // The serialised value (or the ready text of set_body).
+    const std::string& body();
+    // Answers with a body and ETag that the same resource built before.
+    void reuse_body(std::string body, std::string etag);
     const boost::json::object& value() const { return value_; }
     const std::string& uri() const { return uri_; }
 

@@ -112,6 +112,7 @@ std::shared_ptr<webservice> route_resolver::resolve(const std::string& path,
     const node* found = find(path, captures);
     context.captures = std::move(captures);
     if (!found) return nullptr;
+    context.handler_class = found->handler_class;
     return found->factory(context);
 }
 

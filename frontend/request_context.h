@@ -23,6 +23,7 @@ struct request_context {
     int method = 0;                     // method_code
     std::vector<std::string> segments;  // the path split at "/"
     std::vector<std::string> captures;  // texts of the route's pattern groups
+    std::string_view handler_class;     // the route's class name
     std::shared_ptr<auth> authenticator;
     std::string user_name;           // the authenticated caller
     int privilege = 0;               // the caller's privilege level

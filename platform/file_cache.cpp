@@ -4,6 +4,8 @@
 
 #include <ctime>
 
+#include "platform/input_recording.h"
+
 namespace platform {
 namespace {
 
@@ -33,8 +35,10 @@ bool file_version::operator==(const file_version& other) const {
 
 file_version version_of(const std::string& path) {
     struct stat status {};
-    if (::stat(path.c_str(), &status) != 0) return file_version();
-    return version_of(status);
+    const file_version version =
+        ::stat(path.c_str(), &status) == 0 ? version_of(status) : file_version();
+    note_input(path, version);
+    return version;
 }
 
 file_version version_of(const struct stat& status) {

@@ -29,6 +29,7 @@ struct file_version {
 };
 
 // The version of the file at path; exists is false when it cannot be seen.
+// Noted as an input of a recording in progress (input_recording.h).
 file_version version_of(const std::string& path);
 // The version of a file whose status is at hand.
 file_version version_of(const struct stat& status);

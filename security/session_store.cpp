@@ -103,12 +103,14 @@ bool write_record(const St_RedfishSession& record) {
         std::string_view(reinterpret_cast<const char*>(&record), sizeof record), 0600);
 }
 
+long last_use(const St_RedfishSession& record) { return std::strtol(record.last_use, nullptr, 10); }
+
 void set_last_use(St_RedfishSession& record, long now) {
     std::snprintf(record.last_use, sizeof record.last_use, "%ld", now);
 }
 
 bool expired(const St_RedfishSession& record, long now, long timeout) {
-    return now - std::strtol(record.last_use, nullptr, 10) > timeout;
+    return now - last_use(record) > timeout;
 }
 
 bool valid_id(int id) { return id >= 1 && id <= max_sessions; }
@@ -158,6 +160,18 @@ void remove_locked(const St_RedfishSession& record) {
 // before the rename, or its id is out of range.
 bool half_made(const St_RedfishSession& record) {
     return !valid_id(record.session_id) || !fs::is_directory(session_directory(record.session_id));
+}
+
+enum class record_check { unknown, ended, usable };
+
+// Whether a read record lets its token in; follows the account's privilege.
+record_check check_record(std::optional<St_RedfishSession>& record, const std::string& token,
+                          long now, long timeout) {
+    if (!record || CRYPTO_memcmp(record->token, token.data(), SESSION_TOKEN_LEN) != 0 ||
+        half_made(*record))
+        return record_check::unknown;
+    if (expired(*record, now, timeout) || !follow_account(*record)) return record_check::ended;
+    return record_check::usable;
 }
 
 // Removes the temporary records and scratch directories that a killed
@@ -274,18 +288,27 @@ std::optional<opened_session> open_session(const session_owner& owner) {
 std::optional<St_RedfishSession> validate_token(const std::string& token) {
     if (!well_formed_token(token)) return std::nullopt;
     const long timeout = sessionserviceconfig::session_timeout();
-    store_lock hold;
-    std::optional<St_RedfishSession> record = read_record(record_path(token));
-    if (!record || CRYPTO_memcmp(record->token, token.data(), SESSION_TOKEN_LEN) != 0 ||
-        half_made(*record))
-        return std::nullopt;
     const long now = lx_time_get();
-    if (expired(*record, now, timeout) || !follow_account(*record)) {
-        remove_locked(*record);
-        return std::nullopt;
+    const std::string path = record_path(token);
+    // Records are replaced by a rename, so a reader sees a whole one without
+    // the lock; only a change (the last use, once a second, or the end of
+    // the session) takes it.
+    std::optional<St_RedfishSession> record = read_record(path);
+    if (check_record(record, token, now, timeout) == record_check::usable &&
+        last_use(*record) == now)
+        return record;
+    store_lock hold;
+    record = read_record(path);
+    switch (check_record(record, token, now, timeout)) {
+        case record_check::unknown:
+            return std::nullopt;
+        case record_check::ended:
+            remove_locked(*record);
+            return std::nullopt;
+        case record_check::usable:
+            break;
     }
-    // Last use counts in seconds: within the same second it already holds.
-    if (std::strtol(record->last_use, nullptr, 10) != now) {
+    if (last_use(*record) != now) {
         set_last_use(*record, now);
         write_record(*record);
     }

@@ -72,7 +72,9 @@
 #include "tasks/taskservice.h"
 #include "update/firmwareinventory.h"
 #include "update/installactioninfo.h"
+#include "update/ipmiconfig.h"
 #include "update/simpleupdateactioninfo.h"
+#include "update/sslcert.h"
 #include "update/twrupdateservice_install.h"
 #include "update/updateservice.h"
 #include "update/updateservice_simpleupdate.h"
@@ -185,6 +187,11 @@ const handler_factories& handler_classes() {
         {"twrfirmwareinventorycollection", make_handler<twrfirmwareinventorycollection>},
         {"updateservice_startupdate", make_handler<updateservice_startupdate>},
         {"twrupdateservice_install", make_handler<twrupdateservice_install>},
+        {"sslcert", make_handler<sslcert>},
+        {"sslcert_upload", make_handler<sslcert_upload>},
+        {"ipmiconfig", make_handler<ipmiconfig>},
+        {"ipmiconfig_upload", make_handler<ipmiconfig_upload>},
+        {"ipmiconfig_download", make_handler<ipmiconfig_download>},
         {"thermalsubsystem", make_handler<thermalsubsystem>},
         {"powersubsystem", make_handler<powersubsystem>},
         {"environmentmetrics", make_handler<environmentmetrics>},

@@ -17,6 +17,7 @@
 #include "security/caller_authentication.h"
 #include "security/privileges.h"
 #include "service/handler_classes.h"
+#include "service/resource_reads.h"
 
 namespace odata::redfish {
 namespace {
@@ -168,7 +169,10 @@ void handle_request(request_context& context, std::istream& input) {
     check_query_options(context.query);
     check_if_match(context);
 
-    handler->call(context.method);
+    if (context.method == GET)
+        get_resource(*handler, context);
+    else
+        handler->call(context.method);
     auto* resource = dynamic_cast<redfish*>(handler.get());
     if (resource && context.method == GET) check_conditional_headers(*resource);
     // A handler that answered in full (a login, a 204) sends nothing more.

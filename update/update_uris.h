@@ -18,6 +18,15 @@ inline constexpr const char* http_push_uri = "/redfish/v1/UpdateService/upload";
 inline constexpr const char* twr_update_service_uri = "/redfish/v1/UpdateService/Oem/Tarnwright";
 inline constexpr const char* twr_firmware_inventory_uri =
     "/redfish/v1/UpdateService/Oem/Tarnwright/FirmwareInventory";
+inline constexpr const char* ssl_cert_uri = "/redfish/v1/UpdateService/Oem/Tarnwright/SSLCert";
+inline constexpr const char* ssl_cert_upload_uri =
+    "/redfish/v1/UpdateService/Oem/Tarnwright/SSLCert/Actions/TwrSSLCert.Upload";
+inline constexpr const char* ipmi_config_uri =
+    "/redfish/v1/UpdateService/Oem/Tarnwright/IPMIConfig";
+inline constexpr const char* ipmi_config_upload_uri =
+    "/redfish/v1/UpdateService/Oem/Tarnwright/IPMIConfig/Actions/TwrIPMIConfig.Upload";
+inline constexpr const char* ipmi_config_download_uri =
+    "/redfish/v1/UpdateService/Oem/Tarnwright/IPMIConfig/Actions/TwrIPMIConfig.Download";
 
 inline constexpr const char* bmc_target_uri = "/redfish/v1/Managers/1";
 inline constexpr const char* bios_target_uri = "/redfish/v1/Systems/1";

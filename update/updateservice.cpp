@@ -22,6 +22,8 @@ boost::json::object actions() {
 boost::json::object oem() {
     return {{"Tarnwright",
              {{"@odata.type", "#TwrUpdateServiceExtensions.v1_0_0.UpdateService"},
+              {"SSLCert", link(ssl_cert_uri)},
+              {"IPMIConfig", link(ipmi_config_uri)},
               {"TwrFirmwareInventory", link(twr_firmware_inventory_uri)}}}};
 }
 

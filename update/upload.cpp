@@ -12,6 +12,7 @@
 #include "tasks/accepted_response.h"
 #include "update/firmware_components.h"
 #include "update/firmware_update_checks.h"
+#include "update/form_parts.h"
 #include "update/image_download.h"
 #include "update/image_file.h"
 #include "update/multipart_reader.h"
@@ -36,13 +37,8 @@ constexpr const char* parsing_content_text = "Please check the parsing content."
     throw_http_result(400, result);
 }
 
-std::string cgi_text(const char* name) {
-    char value[513] = {};
-    return get_cgi_env(name, value, 512) < 0 ? std::string() : std::string(value);
-}
-
 long long checked_content_length() {
-    const std::string text = cgi_text("CONTENT_LENGTH");
+    const std::string text = request_cgi_text("CONTENT_LENGTH");
     long long length = 0;
     auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
     if (text.empty() || error != std::errc() || end != text.data() + text.size() || length <= 0)
@@ -53,7 +49,7 @@ long long checked_content_length() {
 }
 
 std::string checked_boundary() {
-    const std::string type = cgi_text("CONTENT_TYPE");
+    const std::string type = request_cgi_text("CONTENT_TYPE");
     if (type.rfind("multipart/form-data", 0) != 0)
         throw_push_error("[ERROR] HttpPushUri Incorrect http content type.\n",
                          parsing_content_text);

@@ -62,7 +62,11 @@ uint8_t read_small(const json::object& object, const char* key, int max) {
     return static_cast<uint8_t>(value->get_int64());
 }
 
-St_AlertDest parse_entry(const json::object& object) {
+}  // namespace
+
+namespace platform {
+
+St_AlertDest parse_alert_entry(const json::object& object) {
     St_AlertDest entry{};
     const json::value* enabled = object.if_contains("enabled");
     entry.enabled = enabled && enabled->is_bool() && enabled->get_bool();
@@ -81,7 +85,7 @@ St_AlertDest parse_entry(const json::object& object) {
     return entry;
 }
 
-json::object entry_json(const St_AlertDest& entry) {
+json::object alert_entry_json(const St_AlertDest& entry) {
     return {{"enabled", entry.enabled != 0},
             {"type", entry.type},
             {"event_types", entry.event_types},
@@ -97,11 +101,15 @@ json::object entry_json(const St_AlertDest& entry) {
             {"smtp_user", entry.smtp_user}};
 }
 
-std::string serialise(const platform::alert_table& table) {
+std::string alert_table_text(const alert_table& table) {
     json::array entries;
-    for (const St_AlertDest& entry : table) entries.emplace_back(entry_json(entry));
+    for (const St_AlertDest& entry : table) entries.emplace_back(alert_entry_json(entry));
     return json::serialize(json::object{{"format", table_format}, {"entries", std::move(entries)}});
 }
+
+}  // namespace platform
+
+namespace {
 
 bool valid_index(int index) { return index >= 0 && index < ALERT_DEST_COUNT; }
 
@@ -138,7 +146,8 @@ alert_table read_alert_table() {
     std::size_t index = 0;
     for (const json::value& entry : entries->get_array()) {
         if (index == table.size()) break;
-        if (const json::object* fields = entry.if_object()) table[index] = parse_entry(*fields);
+        if (const json::object* fields = entry.if_object())
+            table[index] = parse_alert_entry(*fields);
         ++index;
     }
     return table;
@@ -191,7 +200,7 @@ bool commit_alert_table() {
     std::lock_guard<std::recursive_mutex> hold(guard);
     locked_table& table = state();
     if (!table.held()) return false;
-    if (!sim::replace_file(alert_table_file(), serialise(table.entries), 0600)) {
+    if (!sim::replace_file(alert_table_file(), platform::alert_table_text(table.entries), 0600)) {
         console_log("[ERROR] PSCommit: cannot write %s: %s\n", alert_table_file().c_str(),
                     std::strerror(errno));
         return false;

@@ -11,6 +11,7 @@
 #pragma once
 
 #include <array>
+#include <boost/json.hpp>
 #include <string>
 
 #include "platform/libalert.h"
@@ -20,6 +21,14 @@ namespace platform {
 using alert_table = std::array<St_AlertDest, ALERT_DEST_COUNT>;
 
 std::string alert_table_file();
+
+// An entry in the JSON form of the file, and back; a field that is missing,
+// out of range or too long for its field reads as empty or 0.
+St_AlertDest parse_alert_entry(const boost::json::object& object);
+boost::json::object alert_entry_json(const St_AlertDest& entry);
+
+// The text of the file for a table.
+std::string alert_table_text(const alert_table& table);
 
 // The stored table; every entry empty when there is none or it is malformed.
 alert_table read_alert_table();

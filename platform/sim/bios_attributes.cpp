@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "platform/bmc_root.h"
+#include "platform/input_recording.h"
 #include "platform/libbios.h"
 #include "platform/sim/sim_file.h"
 
@@ -48,7 +49,9 @@ constexpr const char* attributes_file = "/tmp/attributes.json";
 constexpr const char* hand_over_file = "/tmp/user_save_to_bios.json";
 
 boost::json::object attributes_in(const char* bmc_file) {
-    std::ifstream file(platform::bmc_path(bmc_file));
+    const std::string path = platform::bmc_path(bmc_file);
+    platform::note_input_file(path);
+    std::ifstream file(path);
     std::stringstream text;
     text << file.rdbuf();
     boost::system::error_code error;

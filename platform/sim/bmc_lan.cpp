@@ -43,13 +43,6 @@ bool is_storable_name(const char* name) {
                         [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
 }
 
-bool is_valid(const St_LanConfig& config) {
-    uint32_t address = 0, mask = 0, gateway = 0;
-    return is_dotted_quad(config.ipv4_address, address) &&
-           is_dotted_quad(config.subnet_mask, mask) && is_contiguous_mask(mask) &&
-           is_dotted_quad(config.gateway, gateway) && is_storable_name(config.host_name);
-}
-
 std::string service_key(int service, const char* field) {
     return std::string("Services.") + service_defaults[service].name + field;
 }
@@ -68,6 +61,26 @@ int find_net_service(const std::string& name) {
     for (int service = 0; service < NET_SERVICE_COUNT; ++service)
         if (name == service_defaults[service].name) return service;
     return -1;
+}
+
+bool valid_lan_config(const St_LanConfig& config) {
+    uint32_t address = 0, mask = 0, gateway = 0;
+    return is_dotted_quad(config.ipv4_address, address) &&
+           is_dotted_quad(config.subnet_mask, mask) && is_contiguous_mask(mask) &&
+           is_dotted_quad(config.gateway, gateway) && is_storable_name(config.host_name);
+}
+
+void put_lan_config(pt::ptree& state, const St_LanConfig& config) {
+    state.put("LAN.DHCPEnabled", config.dhcp_enabled ? 1 : 0);
+    state.put("LAN.Address", std::string(config.ipv4_address));
+    state.put("LAN.SubnetMask", std::string(config.subnet_mask));
+    state.put("LAN.Gateway", std::string(config.gateway));
+    state.put("LAN.HostName", std::string(config.host_name));
+}
+
+void put_net_service(pt::ptree& state, int service, const St_NetService& setting) {
+    state.put(service_key(service, "Enabled"), setting.enabled ? 1 : 0);
+    state.put(service_key(service, "Port"), setting.port);
 }
 
 bool set_lan_link(bool up, int speed_mbps) {
@@ -122,14 +135,10 @@ extern "C" int PltLAN_GetConfig(St_LanConfig* config) {
 }
 
 extern "C" int PltLAN_SetConfig(const St_LanConfig* config) {
-    if (!config || !is_valid(*config)) return PLT_ERR_ARGUMENT;
+    if (!config || !platform::valid_lan_config(*config)) return PLT_ERR_ARGUMENT;
     const bool written =
         platform::sim::update_state_ini(platform::lan_settings_file(), [&](pt::ptree& state) {
-            state.put("LAN.DHCPEnabled", config->dhcp_enabled ? 1 : 0);
-            state.put("LAN.Address", std::string(config->ipv4_address));
-            state.put("LAN.SubnetMask", std::string(config->subnet_mask));
-            state.put("LAN.Gateway", std::string(config->gateway));
-            state.put("LAN.HostName", std::string(config->host_name));
+            platform::put_lan_config(state, *config);
             return true;
         });
     return written ? PLT_OK : PLT_ERR_IO;
@@ -148,8 +157,7 @@ extern "C" int PltNET_SetService(int service, const St_NetService* state) {
     if (!state || state->port == 0 || !platform::net_service_name(service)) return PLT_ERR_ARGUMENT;
     const bool written =
         platform::sim::update_state_ini(platform::lan_settings_file(), [&](pt::ptree& stored) {
-            stored.put(service_key(service, "Enabled"), state->enabled ? 1 : 0);
-            stored.put(service_key(service, "Port"), state->port);
+            platform::put_net_service(stored, service, *state);
             return true;
         });
     return written ? PLT_OK : PLT_ERR_IO;

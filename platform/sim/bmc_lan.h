@@ -9,8 +9,11 @@
 // Every key has a default, so a missing file is a BMC as shipped.
 #pragma once
 
+#include <boost/property_tree/ptree.hpp>
 #include <string>
 #include <vector>
+
+#include "platform/liblan.h"
 
 namespace platform {
 
@@ -21,6 +24,15 @@ const char* net_service_name(int service);
 
 // The NET_SERVICE_* code of a name (as above), or -1.
 int find_net_service(const std::string& name);
+
+// The rules PltLAN_SetConfig checks: dotted quads, a contiguous mask, a
+// host name that stays on one line.
+bool valid_lan_config(const St_LanConfig& config);
+
+// Puts the settings PltLAN_SetConfig and PltNET_SetService store into the
+// file's tree.
+void put_lan_config(boost::property_tree::ptree& state, const St_LanConfig& config);
+void put_net_service(boost::property_tree::ptree& state, int service, const St_NetService& setting);
 
 // Sets the link state as the switch port would; false when not stored.
 bool set_lan_link(bool up, int speed_mbps);

@@ -6,6 +6,7 @@
 
 #include "platform/bmc_root.h"
 #include "platform/file_cache.h"
+#include "platform/input_recording.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/sim/chassis_events.h"
@@ -101,6 +102,9 @@ int look(const operation& read) {
     event_list events;
     apply_due_steps(state, now, events);
     if (!(state == stored)) return run(read);
+    // What is read now changes by itself when a scheduled step comes due.
+    for (long long due : {state.soft_off_at, state.power_on_at})
+        if (due != 0) note_input_expiry(static_cast<long>(due));
     return read(state, now, events);
 }
 

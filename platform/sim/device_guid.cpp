@@ -13,6 +13,7 @@
 #include <string>
 
 #include "platform/bmc_root.h"
+#include "platform/file_cache.h"
 #include "platform/sim/sim_file.h"
 
 namespace {
@@ -59,7 +60,15 @@ bool create_guid(const std::string& path) {
 }  // namespace
 
 extern "C" int GetDeviceGUID(unsigned char guid[16]) {
-    std::string path = guid_file();
-    if (read_guid(path, guid)) return 0;
-    return create_guid(path) && read_guid(path, guid) ? 0 : -1;
+    static platform::file_cache<guid_bytes> cache;
+    const std::string path = guid_file();
+    auto load = [&path](guid_bytes& bytes) {
+        return read_guid(path, bytes.data()) ? PLT_OK : PLT_ERR_IO;
+    };
+    std::shared_ptr<const guid_bytes> stored;
+    if (cache.get(path, load, stored) != PLT_OK &&
+        (!create_guid(path) || cache.get(path, load, stored) != PLT_OK))
+        return -1;
+    std::memcpy(guid, stored->data(), stored->size());
+    return 0;
 }

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "platform/bmc_root.h"
+#include "platform/input_recording.h"
 #include "platform/libipmi.h"
 #include "platform/libsel.h"
 #include "platform/libweb.h"
@@ -94,7 +95,9 @@ std::string event_log_file() { return bmc_path("/var/log/bmc_events.jsonl"); }
 
 std::vector<event_record> read_event_log() {
     std::vector<event_record> records;
-    sim::unique_fd fd(::open(event_log_file().c_str(), O_RDONLY | O_CLOEXEC));
+    const std::string path = event_log_file();
+    note_input_file(path);
+    sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     std::string text;
     if (!fd.valid()) return records;
     {

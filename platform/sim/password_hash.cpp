@@ -63,25 +63,32 @@ std::string_view next_field(std::string_view& text) {
     return field;
 }
 
-// Derives the key of secret with the stored salt and rounds and compares.
-bool derived_matches(std::string_view stored, std::string_view secret) {
+struct stored_form {
+    int rounds = 0;
+    std::array<unsigned char, salt_size> salt;
+    std::array<unsigned char, hash_size> hash;
+};
+
+bool parse_stored(std::string_view stored, stored_form& form) {
     std::string_view rest = stored;
     if (next_field(rest) != scheme) return false;
     std::string_view count = next_field(rest);
-    int rounds = 0;
-    auto [end, error] = std::from_chars(count.data(), count.data() + count.size(), rounds);
-    if (count.empty() || error != std::errc() || end != count.data() + count.size() || rounds < 1 ||
-        rounds > max_iterations)
+    auto [end, error] = std::from_chars(count.data(), count.data() + count.size(), form.rounds);
+    if (count.empty() || error != std::errc() || end != count.data() + count.size() ||
+        form.rounds < 1 || form.rounds > max_iterations)
         return false;
-    std::array<unsigned char, salt_size> salt;
-    std::array<unsigned char, hash_size> expected;
-    std::array<unsigned char, hash_size> actual;
-    if (!from_hex(next_field(rest), salt)) return false;
+    if (!from_hex(next_field(rest), form.salt)) return false;
     std::string_view hash_text = next_field(rest);
-    if (!rest.empty() || !from_hex(hash_text, expected) ||
-        !derive(secret, salt.data(), rounds, actual))
+    return rest.empty() && from_hex(hash_text, form.hash);
+}
+
+// Derives the key of secret with the stored salt and rounds and compares.
+bool derived_matches(std::string_view stored, std::string_view secret) {
+    stored_form form;
+    std::array<unsigned char, hash_size> actual;
+    if (!parse_stored(stored, form) || !derive(secret, form.salt.data(), form.rounds, actual))
         return false;
-    return CRYPTO_memcmp(expected.data(), actual.data(), hash_size) == 0;
+    return CRYPTO_memcmp(form.hash.data(), actual.data(), hash_size) == 0;
 }
 
 }  // namespace
@@ -101,6 +108,11 @@ bool verify_secret(std::string_view stored, std::string_view secret) {
     if (!derived_matches(stored, secret)) return false;
     remember_verified(stored, secret);
     return true;
+}
+
+bool well_formed_secret(std::string_view stored) {
+    stored_form form;
+    return parse_stored(stored, form);
 }
 
 unsigned random_key() {

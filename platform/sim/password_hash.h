@@ -16,6 +16,9 @@ std::string hash_secret(std::string_view secret);
 // compared in constant time. A malformed stored form matches nothing.
 bool verify_secret(std::string_view stored, std::string_view secret);
 
+// Whether stored has the stored form above.
+bool well_formed_secret(std::string_view stored);
+
 // Four random bytes, never zero (record keys); 0 when no random bytes.
 unsigned random_key();
 

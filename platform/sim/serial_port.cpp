@@ -10,14 +10,6 @@ namespace {
 
 constexpr uint32_t bit_rates[] = {9600, 19200, 38400, 57600, 115200};
 
-bool is_valid(const St_SerialConfig& config) {
-    bool known_rate = false;
-    for (uint32_t rate : bit_rates) known_rate |= rate == config.bit_rate;
-    return known_rate && (config.data_bits == 7 || config.data_bits == 8) &&
-           (config.parity == 'N' || config.parity == 'E' || config.parity == 'O') &&
-           (config.stop_bits == 1 || config.stop_bits == 2);
-}
-
 St_SerialConfig stored_config(const pt::ptree& state) {
     St_SerialConfig config{};
     config.enabled = state.get("Port1.Enabled", 1) != 0;
@@ -35,26 +27,38 @@ namespace platform {
 
 std::string serial_settings_file() { return bmc_path("/nv/bmc/serial.ini"); }
 
+bool valid_serial_config(const St_SerialConfig& config) {
+    bool known_rate = false;
+    for (uint32_t rate : bit_rates) known_rate |= rate == config.bit_rate;
+    return known_rate && (config.data_bits == 7 || config.data_bits == 8) &&
+           (config.parity == 'N' || config.parity == 'E' || config.parity == 'O') &&
+           (config.stop_bits == 1 || config.stop_bits == 2);
+}
+
+void put_serial_config(pt::ptree& state, const St_SerialConfig& config) {
+    state.put("Port1.Enabled", config.enabled ? 1 : 0);
+    state.put("Port1.BitRate", config.bit_rate);
+    state.put("Port1.DataBits", static_cast<int>(config.data_bits));
+    state.put("Port1.Parity", config.parity);
+    state.put("Port1.StopBits", static_cast<int>(config.stop_bits));
+    state.put("Port1.FlowControl", config.hardware_flow_control ? 1 : 0);
+}
+
 }  // namespace platform
 
 extern "C" int PltSERIAL_GetConfig(int port, St_SerialConfig* config) {
     if (!config) return PLT_ERR_ARGUMENT;
     if (port < 1 || port > SERIAL_PORT_COUNT) return PLT_ERR_NOT_FOUND;
     *config = stored_config(platform::sim::read_state_ini(platform::serial_settings_file()));
-    return is_valid(*config) ? PLT_OK : PLT_ERR_FORMAT;
+    return platform::valid_serial_config(*config) ? PLT_OK : PLT_ERR_FORMAT;
 }
 
 extern "C" int PltSERIAL_SetConfig(int port, const St_SerialConfig* config) {
-    if (!config || !is_valid(*config)) return PLT_ERR_ARGUMENT;
+    if (!config || !platform::valid_serial_config(*config)) return PLT_ERR_ARGUMENT;
     if (port < 1 || port > SERIAL_PORT_COUNT) return PLT_ERR_NOT_FOUND;
     const bool written =
         platform::sim::update_state_ini(platform::serial_settings_file(), [&](pt::ptree& state) {
-            state.put("Port1.Enabled", config->enabled ? 1 : 0);
-            state.put("Port1.BitRate", config->bit_rate);
-            state.put("Port1.DataBits", static_cast<int>(config->data_bits));
-            state.put("Port1.Parity", config->parity);
-            state.put("Port1.StopBits", static_cast<int>(config->stop_bits));
-            state.put("Port1.FlowControl", config->hardware_flow_control ? 1 : 0);
+            platform::put_serial_config(state, *config);
             return true;
         });
     return written ? PLT_OK : PLT_ERR_IO;

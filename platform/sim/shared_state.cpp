@@ -120,7 +120,15 @@ extern "C" int GlobalParaInit(void) {
 
 extern "C" int GlobalParaCheck(void) {
     if (!attached) return 0;
-    std::string path = platform::shared_state_file();
+    const std::string path = platform::shared_state_file();
+    // Checked on every request: the intact block costs one stat, the size
+    // first so that the mapping is not read past the end of the file.
+    struct stat status;
+    if (::stat(path.c_str(), &status) == 0 &&
+        status.st_size == static_cast<off_t>(sizeof(shared_block)) &&
+        attached->global.layout_magic == global_layout_magic &&
+        attached->global.layout_size == sizeof(St_GlobalVar))
+        return 0;
     platform::sim::unique_fd fd(::open(path.c_str(), O_RDWR | O_CLOEXEC));
     if (!fd.valid()) return 0;
     platform::sim::file_lock lock(fd.get(), LOCK_EX);

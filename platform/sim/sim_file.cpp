@@ -1,6 +1,7 @@
 #include "platform/sim/sim_file.h"
 
 #include "platform/atomic_file.h"
+#include "platform/input_recording.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -62,6 +63,7 @@ bool replace_file(const std::string& path, const std::string& content, mode_t mo
 }
 
 bool read_file(const std::string& path, std::string& text) {
+    note_input_file(path);
     unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     text.clear();
     return fd.valid() && read_all(fd.get(), text);

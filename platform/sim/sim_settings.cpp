@@ -37,17 +37,24 @@ long long ini_number(const std::string& path, const std::string& key, long long 
     return tree.get_optional<long long>(key).value_or(fallback);
 }
 
-bool write_ini(const std::string& path, const pt::ptree& tree, mode_t new_mode) {
-    std::ostringstream text;
+bool ini_text(const std::string& path, const pt::ptree& tree, std::string& text) {
+    std::ostringstream stream;
     try {
-        pt::write_ini(text, tree);
+        pt::write_ini(stream, tree);
     } catch (const pt::ptree_error& error) {
         console_log("[ERROR] %s: %s\n", path.c_str(), error.what());
         return false;
     }
+    text = stream.str();
+    return true;
+}
+
+bool write_ini(const std::string& path, const pt::ptree& tree, mode_t new_mode) {
+    std::string text;
+    if (!ini_text(path, tree, text)) return false;
     struct stat status;
     mode_t mode = ::stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : new_mode;
-    return replace_file(path, text.str(), mode);
+    return replace_file(path, text, mode);
 }
 
 }  // namespace sim

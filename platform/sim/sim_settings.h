@@ -39,6 +39,10 @@ bool read_ini(const std::string& path, boost::property_tree::ptree& tree);
 // "Section.Key" of an INI file as an integer, fallback as above.
 long long ini_number(const std::string& path, const std::string& key, long long fallback);
 
+// The INI text of a tree meant for path (named in the log when the tree
+// cannot be written as INI).
+bool ini_text(const std::string& path, const boost::property_tree::ptree& tree, std::string& text);
+
 // Writes the tree to path through a temporary file and rename; an existing
 // file keeps its mode, a new one gets new_mode.
 bool write_ini(const std::string& path, const boost::property_tree::ptree& tree, mode_t new_mode);

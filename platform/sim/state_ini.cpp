@@ -1,5 +1,7 @@
 #include "platform/sim/state_ini.h"
 
+#include "platform/input_recording.h"
+
 #include <fcntl.h>
 #include <sys/file.h>
 
@@ -21,6 +23,7 @@ bool with_file_lock(const std::string& path, const std::function<bool()>& body) 
 
 pt::ptree read_state_ini(const std::string& path) {
     pt::ptree tree;
+    platform::note_input_file(path);
     read_ini(path, tree);
     return tree;
 }

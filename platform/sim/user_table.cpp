@@ -27,17 +27,8 @@ namespace {
 constexpr int table_format = 1;
 constexpr std::size_t max_password_length = 20;
 
-struct slot_record {
-    uint32_t key = 0;
-    std::string name;
-    int privilege = PRIV_NO_ACCESS;
-    bool enabled = false;
-    std::string password;  // stored hash, empty when none
-
-    bool used() const { return key != 0 && !name.empty(); }
-};
-
-using slot_array = std::array<slot_record, MAX_USER_SLOTS>;
+using slot_record = platform::user_slot;
+using slot_array = platform::user_slots;
 
 // The table of this process, for the root it was loaded from.
 struct table_state {
@@ -151,19 +142,18 @@ bool parse_table(const std::string& text, slot_array& slots) {
     return true;
 }
 
+json::object slot_json(int slot, const slot_record& record) {
+    return {{"slot", slot},
+            {"key", static_cast<std::int64_t>(record.key)},
+            {"name", record.name},
+            {"privilege", record.privilege},
+            {"enabled", record.enabled},
+            {"password", record.password}};
+}
+
 std::string serialise_table(const slot_array& slots) {
     json::array list;
-    for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) {
-        const slot_record& record = slots[slot];
-        json::object entry;
-        entry["slot"] = slot;
-        entry["key"] = static_cast<std::int64_t>(record.key);
-        entry["name"] = record.name;
-        entry["privilege"] = record.privilege;
-        entry["enabled"] = record.enabled;
-        entry["password"] = record.password;
-        list.push_back(std::move(entry));
-    }
+    for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) list.push_back(slot_json(slot, slots[slot]));
     // One slot a line, for people who look at the file.
     std::string text = "{\"format\":" + std::to_string(table_format) + ",\"slots\":[\n";
     for (std::size_t i = 0; i < list.size(); ++i)
@@ -278,6 +268,22 @@ namespace platform {
 std::string user_table_file() { return bmc_path("/nv/bmc/users"); }
 
 std::string user_table_lock_file() { return bmc_path("/var/bmc/user_table.lock"); }
+
+bool parse_user_slot(const json::value& value, user_slot& record, int& slot) {
+    return parse_slot(value, record, slot);
+}
+
+json::object user_slot_json(int slot, const user_slot& record) { return slot_json(slot, record); }
+
+bool read_user_slots(user_slots& slots) {
+    slots = user_slots();
+    std::string text;
+    struct stat status;
+    if (::stat(user_table_file().c_str(), &status) != 0 && errno == ENOENT) return true;
+    return sim::read_file(user_table_file(), text) && parse_table(text, slots);
+}
+
+std::string user_table_text(const user_slots& slots) { return serialise_table(slots); }
 
 bool valid_user_name(const std::string& name) {
     if (name.empty() || name.size() > MAX_USER_NAME_LEN) return false;

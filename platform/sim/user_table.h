@@ -17,13 +17,39 @@
 // pairs count; a put without a get does nothing).
 #pragma once
 
+#include <array>
+#include <boost/json.hpp>
 #include <cstdint>
 #include <string>
+
+#include "platform/libipmi_users.h"
 
 namespace platform {
 
 std::string user_table_file();
 std::string user_table_lock_file();
+
+// One slot as the table keeps it.
+struct user_slot {
+    uint32_t key = 0;
+    std::string name;
+    int privilege = PRIV_NO_ACCESS;
+    bool enabled = false;
+    std::string password;  // stored hash, empty when none
+
+    bool used() const { return key != 0 && !name.empty(); }
+};
+using user_slots = std::array<user_slot, MAX_USER_SLOTS>;
+
+// A slot in the JSON form of the file, and back; false for a malformed one.
+bool parse_user_slot(const boost::json::value& value, user_slot& record, int& slot);
+boost::json::object user_slot_json(int slot, const user_slot& record);
+
+// The table as the file holds it now (a missing file is the empty table);
+// false when the file is malformed or unreadable.
+bool read_user_slots(user_slots& slots);
+// The text of the file for a table.
+std::string user_table_text(const user_slots& slots);
 
 enum class seed_result { seeded, exists, failed };
 

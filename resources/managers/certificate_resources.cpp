@@ -10,8 +10,6 @@
 #include "resources/managers/x509_certificate.h"
 
 namespace odata::redfish {
-namespace {
-
 std::string served_certificate() {
     std::vector<char> pem(WEB_CERT_PEM_SIZE);
     const int length = PltWEB_GetCertificate(pem.data(), static_cast<int>(pem.size()));
@@ -19,8 +17,6 @@ std::string served_certificate() {
     console_log("[ERROR] Certificate: the web server's certificate is unreadable (%d)\n", length);
     throw_http_error(500, "Base.1.10.InternalError");
 }
-
-}  // namespace
 
 certificateservice::certificateservice(request_context& context)
     : redfish(context, "CertificateService",

@@ -6,6 +6,10 @@
 
 namespace odata::redfish {
 
+// The certificate chain that the web server serves, as PEM; answers 500
+// when it cannot be read.
+std::string served_certificate();
+
 class certificateservice : public redfish {
 public:
     explicit certificateservice(request_context& context);

@@ -11,6 +11,7 @@
 
 #include "framework/ini_settings.h"
 #include "platform/bmc_root.h"
+#include "platform/input_recording.h"
 #include "platform/libbios.h"
 #include "resources/systems/bios_attributes.h"
 
@@ -40,7 +41,9 @@ std::string boot_uri_in(const boost::json::object& document, std::string_view gr
 }
 
 bool file_exists(const char* bmc_file) {
-    return std::ifstream(platform::bmc_path(bmc_file)).good();
+    const std::string path = platform::bmc_path(bmc_file);
+    platform::note_input_file(path);
+    return std::ifstream(path).good();
 }
 
 bool names_pending_boot_next(const char* bmc_file) {
@@ -62,7 +65,9 @@ bool names_ipv6_host(std::string_view uri) {
 }  // namespace
 
 boost::json::object read_json_object(const char* bmc_file) {
-    std::ifstream file(platform::bmc_path(bmc_file));
+    const std::string path = platform::bmc_path(bmc_file);
+    platform::note_input_file(path);
+    std::ifstream file(path);
     std::stringstream text;
     text << file.rdbuf();
     boost::system::error_code error;

@@ -23,6 +23,18 @@ def served(bmc):
     return ssl.get_server_certificate(("127.0.0.1", bmc.tls_port), timeout=10)
 
 
+def wait_until_served(bmc, cert):
+    """Waits up to 10 s for lighttpd's reload to serve cert."""
+    for _ in range(100):
+        try:
+            if der(served(bmc)) == der(cert):
+                break
+        except OSError:
+            pass
+        time.sleep(0.1)
+    assert der(served(bmc)) == der(cert)
+
+
 def self_signed(directory, name, days="30"):
     """A new EC key and a certificate for it, as PEM texts."""
     key, cert = os.path.join(directory, name + ".key"), os.path.join(directory, name + ".crt")
@@ -66,14 +78,7 @@ def test_a_replaced_certificate_is_served_after_the_reload(bmc, admin, tmp_path)
         "CertificateUri": {"@odata.id": CERTIFICATE}})
     assert answer.status_code == 200, answer.text
     assert os.stat(os.path.join(bmc.root, "etc", "ssl", "server.pem")).st_mode & 0o777 == 0o600
-    for _ in range(100):
-        try:
-            if der(served(bmc)) == der(cert):
-                break
-        except OSError:
-            pass
-        time.sleep(0.1)
-    assert der(served(bmc)) == der(cert)
+    wait_until_served(bmc, cert)
     body = admin.get(bmc.url(CERTIFICATE), timeout=10).json()
     assert (body["Subject"]["CommonName"], body["Subject"]["Organization"]) == ("replaced.localdomain", "Rack 7")
 

@@ -1,10 +1,15 @@
 // The per-process cache of parsed files: another process's change must be
 // seen by the next read, however quickly it follows.
+#include <sys/stat.h>
+
 #include <cstdio>
 #include <ctime>
 #include <string>
 
+#include "framework/response_cache.h"
 #include "platform/file_cache.h"
+#include "platform/input_recording.h"
+#include "platform/libipmi.h"
 #include "platform/sim/memory_modules.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/smbios_store.h"
@@ -123,6 +128,120 @@ TEST_F(FileCache, AMissingFileIsParsedOnceUntilItAppears) {
     EXPECT_EQ(loads_, 1);
     sim_testing::write_text(file, "one");
     EXPECT_EQ(read_or_empty(), "one");
+}
+
+// A cached answer lasts exactly as long as every file it was built from.
+TEST_F(FileCache, AnAnswerIsReusedUntilOneOfItsInputsChanges) {
+    const std::string sensors = path("/sensors.ini");
+    const std::string absent = path("/absent.ini");
+    sim_testing::write_text(sensors, "one");
+    settle();
+    odata::redfish::response_cache answers;
+    {
+        platform::input_recording recording;
+        EXPECT_EQ(read(sensors), "one");
+        platform::note_input_file(absent);
+        std::optional<platform::recorded_inputs> inputs = recording.finish();
+        ASSERT_TRUE(inputs);
+        EXPECT_EQ(inputs->files.size(), 2u);
+        answers.store("key", {"body", "\"etag\"", std::move(*inputs)});
+    }
+    ASSERT_NE(answers.find("key"), nullptr);
+    EXPECT_EQ(answers.find("key")->body, "body");
+    // Creating a file that was missing is a change too.
+    sim_testing::write_text(absent, "now here");
+    EXPECT_EQ(answers.find("key"), nullptr);
+    EXPECT_EQ(answers.find("key"), nullptr);
+}
+
+TEST_F(FileCache, AWatchedAnswerSeesWritesInPlaceAndDirectoriesThatAppear) {
+    const std::string file = path("/a.ini");
+    const std::string deep = path("/later/HII/setting");
+    sim_testing::write_text(file, "one");
+    settle();
+    auto recorded = [&] {
+        platform::input_recording recording;
+        platform::note_input_file(file);
+        platform::note_input_file(deep);
+        std::optional<platform::recorded_inputs> inputs = recording.finish();
+        EXPECT_TRUE(inputs && inputs->start_watching());
+        return *inputs;
+    };
+    platform::recorded_inputs inputs = recorded();
+    EXPECT_TRUE(inputs.unchanged());
+    sim_testing::write_text(file, "two");
+    EXPECT_FALSE(inputs.unchanged());
+    inputs = recorded();
+    ASSERT_EQ(::mkdir(path("/later").c_str(), 0755), 0);
+    EXPECT_FALSE(inputs.unchanged());
+    inputs = recorded();
+    EXPECT_TRUE(inputs.unchanged());
+    ASSERT_EQ(::mkdir(path("/later/HII").c_str(), 0755), 0);
+    EXPECT_FALSE(inputs.unchanged());
+}
+
+TEST_F(FileCache, WorkOnFreshOrShiftingInputsIsNotReusable) {
+    const std::string file = path("/a.ini");
+    sim_testing::write_text(file, "one");
+    {
+        // Written within the last second: a later write may look the same.
+        platform::input_recording recording;
+        platform::note_input_file(file);
+        EXPECT_FALSE(recording.finish());
+    }
+    settle();
+    {
+        platform::input_recording recording;
+        platform::note_input_file(file);
+        ASSERT_TRUE(platform::sim::replace_file(file, "two", 0644));
+        platform::note_input_file(file);
+        EXPECT_FALSE(recording.finish());
+    }
+    // Nothing is noted outside a recording.
+    platform::note_input_file(file);
+    platform::input_recording recording;
+    std::optional<platform::recorded_inputs> inputs = recording.finish();
+    ASSERT_TRUE(inputs);
+    EXPECT_TRUE(inputs->files.empty());
+}
+
+TEST_F(FileCache, AnAnswerLastsUntilTheFirstScheduledStep) {
+    auto recorded = [](std::initializer_list<long> steps) {
+        platform::input_recording recording;
+        for (long step : steps) platform::note_input_expiry(step);
+        return *recording.finish();
+    };
+    const long now = lx_time_get();
+    EXPECT_TRUE(recorded({now + 100, now + 50}).unchanged());
+    EXPECT_FALSE(recorded({now + 100, now}).unchanged());
+}
+
+TEST_F(FileCache, AnAnswerFollowsTheSharedParameterBlock) {
+    const bool attached = at_p_St_GlobalVar != nullptr;
+    if (!attached) {
+        ASSERT_NE(GlobalParaInit(), 0);
+    }
+    platform::input_recording recording;
+    std::optional<platform::recorded_inputs> inputs = recording.finish();
+    ASSERT_TRUE(inputs);
+    EXPECT_TRUE(inputs->unchanged());
+    at_p_St_GlobalVar->identify_lit ^= 1;
+    EXPECT_FALSE(inputs->unchanged());
+    at_p_St_GlobalVar->identify_lit ^= 1;
+    EXPECT_TRUE(inputs->unchanged());
+    if (!attached) GlobalParaFin();
+}
+
+TEST_F(FileCache, TheResponseCacheStaysSmall) {
+    odata::redfish::response_cache answers;
+    const std::string large(100 * 1024, 'x');
+    for (int i = 0; i < 4; ++i) answers.store(std::to_string(i), {large, "", {}});
+    // The third answer did not fit beside the first two, so they went.
+    EXPECT_EQ(answers.find("0"), nullptr);
+    EXPECT_NE(answers.find("3"), nullptr);
+    answers.store("huge", {std::string(300 * 1024, 'x'), "", {}});
+    EXPECT_EQ(answers.find("huge"), nullptr);
+    EXPECT_NE(answers.find("3"), nullptr);
 }
 
 }  // namespace

@@ -1,0 +1,43 @@
+// Tells whether files have changed since a moment without a system call per
+// file: one inotify instance per process watches the directories that hold
+// them (for a missing directory, the nearest one that exists).
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace platform {
+
+class file_watch {
+public:
+    static file_watch& instance();
+
+    // Watches the files from now on; returns the moment to ask about later
+    // and fills keys (one per file, for changed_since), or returns none when
+    // one of them cannot be watched.
+    std::optional<std::uint64_t> watch(const std::vector<std::string>& paths,
+                                       std::vector<std::string>& keys);
+    // Whether a file of keys was (or may have been) changed after since.
+    bool changed_since(const std::vector<std::string>& keys, std::uint64_t since);
+
+    file_watch(const file_watch&) = delete;
+    file_watch& operator=(const file_watch&) = delete;
+
+private:
+    file_watch();
+    ~file_watch();
+    void start_again();
+    void read_events();
+    std::optional<std::string> watch_key(const std::string& path);
+
+    int fd_;
+    std::uint64_t sequence_ = 0;  // counts the changes seen
+    std::uint64_t everything_changed_ = 0;
+    std::unordered_map<int, std::string> directories_;            // by watch descriptor
+    std::unordered_map<std::string, std::uint64_t> last_change_;  // by key: 0 for none yet
+};
+
+}  // namespace platform

@@ -1,0 +1,92 @@
+#include "platform/input_recording.h"
+
+#include <cstring>
+
+#include "platform/file_watch.h"
+
+namespace platform {
+namespace {
+
+struct recording_state {
+    bool active = false;
+    bool reusable = true;
+    recorded_inputs inputs;
+};
+
+recording_state& current() {
+    static recording_state state;
+    return state;
+}
+
+St_GlobalVar global_block() { return at_p_St_GlobalVar ? *at_p_St_GlobalVar : St_GlobalVar{}; }
+
+}  // namespace
+
+// Looked up outside any recording, so the versions taken here note nothing.
+bool recorded_inputs::files_unchanged() const {
+    for (const file_input& input : files)
+        if (version_of(input.path) != input.version) return false;
+    return true;
+}
+
+bool recorded_inputs::start_watching() {
+    std::vector<std::string> paths;
+    for (const file_input& input : files) paths.push_back(input.path);
+    watched_since_ = file_watch::instance().watch(paths, watch_keys_);
+    // A change between the read and the watch shows in the versions.
+    return files_unchanged();
+}
+
+bool recorded_inputs::unchanged() const {
+    if (valid_until != 0 && lx_time_get() >= valid_until) return false;
+    const St_GlobalVar now = global_block();
+    if (std::memcmp(&now, &global, sizeof now) != 0) return false;
+    if (watched_since_) return !file_watch::instance().changed_since(watch_keys_, *watched_since_);
+    return files_unchanged();
+}
+
+input_recording::input_recording() {
+    recording_state& state = current();
+    state = recording_state();
+    state.active = true;
+    state.inputs.global = global_block();
+}
+
+input_recording::~input_recording() { current().active = false; }
+
+std::optional<recorded_inputs> input_recording::finish() {
+    recording_state& state = current();
+    state.active = false;
+    const St_GlobalVar now = global_block();
+    if (!state.reusable || std::memcmp(&now, &state.inputs.global, sizeof now) != 0)
+        return std::nullopt;
+    return std::move(state.inputs);
+}
+
+void note_input(const std::string& path, const file_version& version) {
+    recording_state& state = current();
+    if (!state.active || !state.reusable) return;
+    if (version.exists && !settled(version)) {
+        state.reusable = false;
+        return;
+    }
+    for (const file_input& input : state.inputs.files) {
+        if (input.path != path) continue;
+        if (input.version != version) state.reusable = false;
+        return;
+    }
+    state.inputs.files.push_back({path, version});
+}
+
+void note_input_expiry(long when) {
+    recording_state& state = current();
+    if (!state.active) return;
+    long& until = state.inputs.valid_until;
+    if (until == 0 || when < until) until = when;
+}
+
+void note_input_file(const std::string& path) {
+    if (current().active) version_of(path);
+}
+
+}  // namespace platform

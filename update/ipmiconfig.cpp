@@ -1,0 +1,85 @@
+#include "update/ipmiconfig.h"
+
+#include <iostream>
+#include <vector>
+
+#include "framework/schema_files.h"
+#include "frontend/exception_http.h"
+#include "platform/libipmi_config.h"
+#include "platform/libweb.h"
+#include "update/configuration_audit.h"
+#include "update/form_parts.h"
+#include "update/update_uris.h"
+
+namespace odata::redfish {
+namespace {
+
+constexpr const char* config_part = "ConfigFile";
+constexpr const char* config_file_name = "ipmi_config.json";
+
+boost::json::object action(const char* target) { return {{"target", target}}; }
+
+[[noreturn]] void throw_not_restored(const char* reason) {
+    console_log("[IPMIConfig] restore refused: %s\n", reason);
+    throw_http_error(400, "TWR.1.0.OemIpmiConfigRestoreErrorMessage", {reason});
+}
+
+const std::string& uploaded_file(const form_parts& form) {
+    if (form.status == form_status::too_large) throw_not_restored("the file is too large");
+    const auto part = form.parts.find(config_part);
+    if (part == form.parts.end())
+        throw_http_error(400, "TWR.1.0.OemIpmiConfigMissingItem", {config_part});
+    return part->second;
+}
+
+}  // namespace
+
+ipmiconfig::ipmiconfig(request_context& context)
+    : redfish(context, "TwrIPMIConfig", std::string(schema_file_of("TwrIPMIConfig").version),
+              "IPMI Configuration", ipmi_config_uri) {}
+
+int ipmiconfig::get(request_context&) {
+    set_common_properties();
+    set("Description",
+        "The BMC's IPMI configuration: LAN, network services, serial port, users and alert "
+        "destinations");
+    set("Actions",
+        boost::json::object{{"#TwrIPMIConfig.Upload", action(ipmi_config_upload_uri)},
+                            {"#TwrIPMIConfig.Download", action(ipmi_config_download_uri)}});
+    return 0;
+}
+
+// The file holds the users' password hashes, so that a restore gives back
+// accounts that can log in; like the rest of the update service's actions
+// it is for administrators only (ConfigureManager), and never cached.
+int ipmiconfig_download::post(request_context& context) {
+    std::vector<char> text(IPMI_CONFIG_MAX_SIZE);
+    const int length = PltIPMI_BackupConfig(text.data(), static_cast<int>(text.size()));
+    if (length < 0) {
+        console_log("[ERROR] IPMIConfig: the configuration cannot be read (%d)\n", length);
+        throw_http_error(500, "Base.1.10.InternalError");
+    }
+    audit_configuration(context.user_name, "TWR.1.0.OemFileDownloaded", {config_file_name});
+    std::cout << "Status: 200 OK\r\n"
+              << "Content-Type: application/octet-stream\r\n"
+              << "Content-Disposition: attachment; filename=\"" << config_file_name << "\"\r\n"
+              << "Cache-Control: no-store\r\n"
+              << "Content-Length: " << length << "\r\n\r\n";
+    std::cout.write(text.data(), length);
+    return 0;
+}
+
+int ipmiconfig_upload::post(request_context& context) {
+    const form_parts form = read_form_parts(context, IPMI_CONFIG_MAX_SIZE, 1);
+    const std::string& file = uploaded_file(form);
+    char reason[IPMI_CONFIG_REASON_SIZE] = {};
+    const int result =
+        PltIPMI_RestoreConfig(file.data(), static_cast<int>(file.size()), reason, sizeof reason);
+    if (result == PLT_ERR_FORMAT) throw_not_restored(reason);
+    if (result != PLT_OK) throw_http_error(500, "Base.1.10.InternalError");
+    audit_configuration(context.user_name, "TWR.1.0.OemIpmiConfigRestored");
+    answer_form_success("TWR.1.0.OemIpmiConfigRestored");
+    return 0;
+}
+
+}  // namespace odata::redfish
