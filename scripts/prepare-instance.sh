@@ -12,9 +12,12 @@ build=$(cd "$build" && pwd)
 mkdir -p "$root/tmp/web/bin" "$root/tmp/www" "$root/nv/redfish" "$root/run" "$root/log" \
          "$root/etc/ssl"
 ln -sfn "$build/service/index.fcgi" "$root/tmp/web/bin/index.fcgi"
-# The simulated BMC's flash program, where the update service runs it.
+# The simulated BMC's flash program, and the service's programs for alert
+# delivery and image downloads, where the service runs them.
 mkdir -p "$root/usr/sbin"
 ln -sfn "$build/platform/sim/fw_update/fw_update" "$root/usr/sbin/fw_update"
+ln -sfn "$build/platform/sim/alert_send/bmc-alert-send" "$root/usr/sbin/bmc-alert-send"
+ln -sfn "$build/update/image_fetch/bmc-image-fetch" "$root/usr/sbin/bmc-image-fetch"
 
 # The web server's own certificate, made once per instance.
 if [ ! -s "$root/etc/ssl/server.pem" ]; then

@@ -7,10 +7,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <boost/filesystem.hpp>
-#include <boost/random/random_device.hpp>
-#include <boost/random/uniform_int_distribution.hpp>
 #include <cstring>
+#include <filesystem>
+#include <random>
+#include <system_error>
 
 #include "platform/atomic_file.h"
 #include "platform/bmc_root.h"
@@ -21,7 +21,7 @@
 namespace odata::redfish {
 namespace {
 
-namespace fs = boost::filesystem;
+namespace fs = std::filesystem;
 
 constexpr char token_alphabet[] = "abcdefghijklmnopqrstuvwxyz1234567890";
 constexpr char record_prefix[] = "redfish_";
@@ -77,8 +77,8 @@ bool well_formed_token(const std::string& token) {
 }
 
 std::string draw_token() {
-    boost::random::random_device device;
-    boost::random::uniform_int_distribution<int> pick(0, 35);
+    std::random_device device("/dev/urandom");
+    std::uniform_int_distribution<int> pick(0, 35);
     std::string token;
     for (int i = 0; i < SESSION_TOKEN_LEN; ++i) token += token_alphabet[pick(device)];
     return token;
@@ -136,7 +136,7 @@ std::vector<St_RedfishSession> all_records() {
 }
 
 void remove_directory(const fs::path& directory) {
-    boost::system::error_code ignored;
+    std::error_code ignored;
     fs::remove_all(directory, ignored);
 }
 
@@ -147,7 +147,7 @@ void remove_locked(const St_RedfishSession& record) {
     console_log("delete %s\n", session_uri(id).c_str());
     if (valid_id(id)) {
         remove_directory(scratch_directory(id));
-        boost::system::error_code ignored;
+        std::error_code ignored;
         fs::rename(session_directory(id), scratch_directory(id), ignored);
         remove_directory(scratch_directory(id));
         unlink(platform::bmc_path("/tmp/rf_launch_ikvm_uid_" + std::to_string(id)).c_str());
@@ -218,7 +218,7 @@ void sweep_locked(long timeout) {
 }
 
 bool make_scratch_directory(int id) {
-    boost::system::error_code error;
+    std::error_code error;
     const fs::path directory = scratch_directory(id);
     remove_directory(directory);
     fs::create_directories(directory, error);
@@ -254,7 +254,7 @@ St_RedfishSession new_record(const session_owner& owner, int id) {
 // before the rename leaves a half-made session that the sweep removes.
 bool create_locked(const St_RedfishSession& record) {
     const int id = record.session_id;
-    boost::system::error_code error;
+    std::error_code error;
     if (make_scratch_directory(id) && write_record(record)) {
         fs::rename(scratch_directory(id), session_directory(id), error);
         if (!error) return true;
@@ -348,7 +348,7 @@ std::optional<St_RedfishSession> find_session(int id) {
 
 std::vector<int> session_ids() {
     std::vector<int> ids;
-    boost::system::error_code error;
+    std::error_code error;
     fs::directory_iterator entries(sessions_directory(), error);
     for (fs::directory_iterator end; !error && entries != end; entries.increment(error)) {
         const std::string name = entries->path().filename().string();

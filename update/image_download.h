@@ -1,6 +1,9 @@
-// Pulls a firmware image from a server into a private file with libcurl.
+// Pulls a firmware image from a server into a private file. The download
+// runs in the program bmc-image-fetch (update/image_fetch/), so that the
+// service itself links no network client library.
 #pragma once
 
+#include <boost/describe/class.hpp>
 #include <functional>
 #include <string>
 
@@ -11,6 +14,8 @@ struct image_source {
     std::string username;  // "" when the server takes no credentials
     std::string password;
 };
+// The program reads it as JSON from its standard input.
+BOOST_DESCRIBE_STRUCT(image_source, (), (url, username, password))
 
 // Images larger than this are refused.
 inline constexpr long long max_image_bytes = 128LL << 20;

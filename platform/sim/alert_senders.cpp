@@ -5,7 +5,7 @@
 #include "platform/libweb.h"
 #include "platform/sim/alert_delivery.h"
 #include "platform/sim/alert_payload.h"
-#include "platform/sim/alert_transports.h"
+#include "platform/sim/alert_requests.h"
 
 namespace {
 
@@ -21,10 +21,8 @@ bool usable_entry(int index, int type, St_AlertDest& entry) {
 int send_trap(int index, int type, const St_AlertEvent* event) {
     St_AlertDest entry{};
     if (!event || !usable_entry(index, type, entry)) return -1;
-    const alert_content alert = copy_alert(*event);
-    return start_alert_delivery(
-               index, type == ALERT_DEST_SNMPV3_TRAP ? "SNMPv3" : "SNMPv2c",
-               [entry, alert](std::string& error) { return send_snmp_trap(entry, alert, error); })
+    return start_alert_delivery(index, type == ALERT_DEST_SNMPV3_TRAP ? "SNMPv3" : "SNMPv2c",
+                                request_text(trap_for(entry, copy_alert(*event))))
                ? 0
                : -1;
 }
@@ -47,26 +45,17 @@ extern "C" int SendSMTPEvtViaLAN(int index, const St_AlertEvent* event) {
         console_log("[ERROR] SendSMTPEvtViaLAN: SMTP is not configured\n");
         return -1;
     }
-    const std::string recipient = mail_address(entry.destination);
-    const std::string message = mail_message(copy_alert(*event), entry, smtp.from_address);
-    return start_alert_delivery(index, "SMTP",
-                                [smtp, recipient, message](std::string& error) {
-                                    return send_mail(smtp, recipient, message, error);
-                                })
-               ? 0
-               : -1;
+    const mail_delivery mail{smtp, mail_address(entry.destination),
+                             mail_message(copy_alert(*event), entry, smtp.from_address)};
+    return start_alert_delivery(index, "SMTP", request_text(mail)) ? 0 : -1;
 }
 
 extern "C" int SendRedfishEvent(int index, const St_AlertEvent* event) {
     St_AlertDest entry{};
     if (!event || !usable_entry(index, ALERT_DEST_REDFISH, entry)) return -1;
-    const std::string url = entry.destination;
-    const std::string body = redfish_event_body(copy_alert(*event), entry.context);
-    return start_alert_delivery(
-               index, "Redfish",
-               [url, body](std::string& error) { return post_redfish_event(url, body, error); })
-               ? 0
-               : -1;
+    const redfish_delivery delivery{entry.destination,
+                                    redfish_event_body(copy_alert(*event), entry.context)};
+    return start_alert_delivery(index, "Redfish", request_text(delivery)) ? 0 : -1;
 }
 
 extern "C" int SendAlertEvent(int index, const St_AlertEvent* event) {

@@ -4,15 +4,15 @@
 #include <signal.h>
 #include <sys/stat.h>
 
-#include <chrono>
 #include <string>
-#include <thread>
 
 #include "platform/alert_settings.h"
 #include "platform/libalert.h"
 #include "platform/libipmi_users.h"
 #include "platform/sim/alert_delivery.h"
+#include "platform/sim/alert_send/delivery_attempts.h"
 #include "platform/sim/alert_table.h"
+#include "platform/sim/sim_file.h"
 #include "sim_root_fixture.h"
 
 using sim_testing::file_text;
@@ -104,16 +104,16 @@ TEST_F(alert_table, community_strings_are_printable_without_blanks) {
 }
 
 TEST_F(alert_table, a_delivery_that_keeps_failing_gives_up_after_its_attempts) {
-    ASSERT_TRUE(platform::update_event_service_settings([](platform::event_service_settings& s) {
-        s.delivery_retry_attempts = 1;
-        s.delivery_retry_interval_seconds = 1;
-    }));
-    ASSERT_TRUE(platform::sim::start_alert_delivery(4, "Test", [](std::string& error) {
-        error = "refused";
-        return false;
-    }));
-    const std::string log = platform::sim::alert_delivery_log_file();
-    for (int i = 0; i < 100 && file_text(log).empty(); ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    EXPECT_EQ(file_text(log), "entry 4 Test: gave up after 2 attempts: refused\n");
+    platform::event_service_settings settings;
+    settings.delivery_retry_attempts = 1;
+    settings.delivery_retry_interval_seconds = 1;
+    ASSERT_TRUE(platform::sim::make_parent_dirs(platform::sim::alert_delivery_log_file()));
+    int attempts = 0;
+    EXPECT_FALSE(
+        platform::sim::deliver_with_retries(4, "Test", settings, [&attempts](std::string& error) {
+            error = "refused " + std::to_string(++attempts);
+            return false;
+        }));
+    EXPECT_EQ(file_text(platform::sim::alert_delivery_log_file()),
+              "entry 4 Test: gave up after 2 attempts: refused 2\n");
 }

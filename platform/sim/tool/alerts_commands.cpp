@@ -5,8 +5,8 @@
 
 #include "platform/libalert.h"
 #include "platform/sim/alert_delivery.h"
+#include "platform/sim/alert_engine_id.h"
 #include "platform/sim/alert_table.h"
-#include "platform/sim/alert_transports.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/tool/areas.h"
 

@@ -3,18 +3,14 @@
 #include <net-snmp/net-snmp-includes.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 #include <ctime>
 
-#include "platform/sim/alert_transports.h"
+#include "platform/sim/alert_engine_id.h"
+#include "platform/sim/alert_send/alert_transports.h"
 
 namespace platform::sim {
 namespace {
-
-// The BMC is the authoritative engine of its traps: enterprise 8072,
-// format 4 (text), "twr-bmc".
-constexpr u_char engine_id[] = {0x80, 0x00, 0x1f, 0x88, 0x04, 't', 'w', 'r', '-', 'b', 'm', 'c'};
 
 // snmpTrapOID of every alert, and the objects it carries, under the
 // experimental netSnmpPlaypen subtree.
@@ -28,7 +24,7 @@ void init_library() {
     netsnmp_ds_set_boolean(NETSNMP_DS_LIBRARY_ID, NETSNMP_DS_LIB_DISABLE_PERSISTENT_LOAD, 1);
     netsnmp_ds_set_boolean(NETSNMP_DS_LIBRARY_ID, NETSNMP_DS_LIB_DISABLE_PERSISTENT_SAVE, 1);
     init_snmp("bmc-alerts");
-    set_exact_engineID(engine_id, sizeof engine_id);
+    set_exact_engineID(alert_engine_id, sizeof alert_engine_id);
     // Each trap comes from a fresh process whose engine time starts at 0:
     // the boots count, the current second, keeps growing instead, so that
     // receivers keep accepting the traps.
@@ -36,21 +32,21 @@ void init_library() {
     engineBoots_conf("engineBoots", boots.data());
 }
 
-bool set_key(const oid* protocol, size_t protocol_length, const char* pass, u_char* key,
+bool set_key(const oid* protocol, size_t protocol_length, const std::string& pass, u_char* key,
              size_t& key_length) {
     key_length = USM_AUTH_KU_LEN;
-    return generate_Ku(protocol, protocol_length, reinterpret_cast<const u_char*>(pass),
-                       std::strlen(pass), key, &key_length) == SNMPERR_SUCCESS;
+    return generate_Ku(protocol, protocol_length, reinterpret_cast<const u_char*>(pass.data()),
+                       pass.size(), key, &key_length) == SNMPERR_SUCCESS;
 }
 
-bool set_v3_security(netsnmp_session& session, const St_AlertDest& entry) {
+bool set_v3_security(netsnmp_session& session, const trap_delivery& entry) {
     session.version = SNMP_VERSION_3;
-    session.securityName = const_cast<char*>(entry.snmp_user);
-    session.securityNameLen = std::strlen(entry.snmp_user);
-    session.securityEngineID = const_cast<u_char*>(engine_id);
-    session.securityEngineIDLen = sizeof engine_id;
-    session.contextEngineID = const_cast<u_char*>(engine_id);
-    session.contextEngineIDLen = sizeof engine_id;
+    session.securityName = const_cast<char*>(entry.user.c_str());
+    session.securityNameLen = entry.user.size();
+    session.securityEngineID = const_cast<u_char*>(alert_engine_id);
+    session.securityEngineIDLen = sizeof alert_engine_id;
+    session.contextEngineID = const_cast<u_char*>(alert_engine_id);
+    session.contextEngineIDLen = sizeof alert_engine_id;
     session.securityLevel = SNMP_SEC_LEVEL_NOAUTH;
     if (entry.authentication_protocol == 0) return true;
     const bool md5 = entry.authentication_protocol == 1;
@@ -78,7 +74,7 @@ void add_text(netsnmp_pdu* pdu, oid item, const std::string& text) {
     snmp_pdu_add_variable(pdu, name, OID_LENGTH(name), ASN_OCTET_STR, text.data(), text.size());
 }
 
-netsnmp_pdu* alert_pdu(const alert_content& alert, const St_AlertDest& entry) {
+netsnmp_pdu* alert_pdu(const alert_content& alert, const std::string& context) {
     netsnmp_pdu* pdu = snmp_pdu_create(SNMP_MSG_TRAP2);
     const long uptime = get_uptime();
     snmp_pdu_add_variable(pdu, sys_uptime_oid, OID_LENGTH(sys_uptime_oid), ASN_TIMETICKS, &uptime,
@@ -91,23 +87,13 @@ netsnmp_pdu* alert_pdu(const alert_content& alert, const St_AlertDest& entry) {
     add_text(pdu, 4, alert.origin);
     add_text(pdu, 5, alert.timestamp);
     add_text(pdu, 6, alert.event_type);
-    add_text(pdu, 7, entry.context);
+    add_text(pdu, 7, context);
     return pdu;
 }
 
 }  // namespace
 
-std::string snmp_engine_id_hex() {
-    std::string hex;
-    char digits[3];
-    for (u_char byte : engine_id) {
-        std::snprintf(digits, sizeof digits, "%02X", byte);
-        hex += digits;
-    }
-    return hex;
-}
-
-bool send_snmp_trap(const St_AlertDest& entry, const alert_content& alert, std::string& error) {
+bool send_snmp_trap(const trap_delivery& entry, std::string& error) {
     init_library();
     netsnmp_session session;
     snmp_sess_init(&session);
@@ -115,14 +101,15 @@ bool send_snmp_trap(const St_AlertDest& entry, const alert_content& alert, std::
         if (!set_v3_security(session, entry)) return error = "cannot derive SNMPv3 keys", false;
     } else {
         session.version = SNMP_VERSION_2c;
-        session.community = reinterpret_cast<u_char*>(const_cast<char*>(entry.community));
-        session.community_len = std::strlen(entry.community);
+        session.community = reinterpret_cast<u_char*>(const_cast<char*>(entry.community.c_str()));
+        session.community_len = entry.community.size();
     }
-    netsnmp_transport* transport = netsnmp_transport_open_client("snmptrap", entry.destination);
+    netsnmp_transport* transport =
+        netsnmp_transport_open_client("snmptrap", entry.destination.c_str());
     if (!transport) return error = "cannot open a transport to the destination", false;
     netsnmp_session* opened = snmp_add(&session, transport, nullptr, nullptr);
     if (!opened) return error = "cannot open an SNMP session", false;
-    netsnmp_pdu* pdu = alert_pdu(alert, entry);
+    netsnmp_pdu* pdu = alert_pdu(entry.alert, entry.context);
     const bool sent = snmp_send(opened, pdu) != 0;
     if (!sent) {
         error = snmp_api_errstring(opened->s_snmp_errno);

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <memory>
 
-#include "platform/sim/alert_transports.h"
+#include "platform/sim/alert_send/alert_transports.h"
 
 namespace platform::sim {
 namespace {

@@ -4,9 +4,7 @@
 
 #include <string>
 
-#include "platform/alert_settings.h"
-#include "platform/libalert.h"
-#include "platform/sim/alert_payload.h"
+#include "platform/sim/alert_requests.h"
 
 namespace platform::sim {
 
@@ -21,9 +19,6 @@ bool send_mail(const smtp_settings& settings, const std::string& recipient,
                const std::string& message, std::string& error);
 
 // Sends an SNMPv2c or SNMPv3 trap to the entry's destination.
-bool send_snmp_trap(const St_AlertDest& entry, const alert_content& alert, std::string& error);
-
-// The engine ID that SNMPv3 traps come from, as hexadecimal digits.
-std::string snmp_engine_id_hex();
+bool send_snmp_trap(const trap_delivery& trap, std::string& error);
 
 }  // namespace platform::sim
