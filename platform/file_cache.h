@@ -2,47 +2,19 @@
 // is parsed again as soon as another process changes it.
 #pragma once
 
-#include <sys/stat.h>
-#include <sys/types.h>
-
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
+#include "platform/file_version.h"
+#include "platform/file_watch.h"
+#include "platform/input_recording.h"
 #include "platform/plt_result.h"
 
 namespace platform {
-
-// What tells one version of a file from the next: a writer that renames a
-// new file into place changes the inode, one that rewrites it in place the
-// size or the times.
-struct file_version {
-    bool exists = false;
-    dev_t device = 0;
-    ino_t inode = 0;
-    off_t size = 0;
-    long long modified_ns = 0;
-    long long changed_ns = 0;
-
-    bool operator==(const file_version& other) const;
-    bool operator!=(const file_version& other) const { return !(*this == other); }
-};
-
-// The version of the file at path; exists is false when it cannot be seen.
-// Noted as an input of a recording in progress (input_recording.h).
-file_version version_of(const std::string& path);
-// The version of a file whose status is at hand.
-file_version version_of(const struct stat& status);
-
-// True when the version is old enough to tell every later change: two
-// writes within one tick of the file system's clock, the second reusing the
-// first's freed inode at the same size, would look alike. The change time
-// decides, as no writer can set it.
-bool settled(const file_version& version);
-
-// The clock that settled() reads, in nanoseconds; null for the real one.
-using settle_clock = long long (*)();
-void set_settle_clock_for_tests(settle_clock clock);
 
 // The parsed content of one file. load(Parsed&) reads and parses it and
 // returns a PLT_ result; it runs again only when the file changed since.
@@ -51,6 +23,13 @@ class file_cache {
 public:
     template <typename Load>
     int get(const std::string& path, Load&& load, std::shared_ptr<const Parsed>& parsed) {
+        // While the file is watched and no event named it, it needs no stat.
+        if (cached_ && path == path_ && watched_since_ &&
+            !file_watch::instance().changed_since(watch_keys_, *watched_since_)) {
+            note_input(path, version_);
+            parsed = cached_;
+            return PLT_OK;
+        }
         // The version comes before the read: a change in between shows as
         // a new version next time.
         const file_version version = version_of(path);
@@ -65,14 +44,24 @@ public:
         version_ = version;
         // A missing file is a version too: whatever creates it changes it.
         cached_ = !version.exists || settled(version) ? fresh : nullptr;
+        watched_since_.reset();
+        if (cached_) watch();
         parsed = std::move(fresh);
         return PLT_OK;
     }
 
 private:
+    // A change between the read and the watch shows in the version.
+    void watch() {
+        watched_since_ = file_watch::instance().watch({path_}, watch_keys_);
+        if (watched_since_ && version_of(path_) != version_) cached_ = nullptr;
+    }
+
     std::string path_;
     file_version version_;
     std::shared_ptr<const Parsed> cached_;
+    std::vector<std::string> watch_keys_;
+    std::optional<std::uint64_t> watched_since_;
 };
 
 }  // namespace platform

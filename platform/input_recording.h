@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/file_cache.h"
+#include "platform/file_version.h"
 #include "platform/libipmi.h"
 
 namespace platform {

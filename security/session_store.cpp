@@ -14,6 +14,7 @@
 
 #include "platform/atomic_file.h"
 #include "platform/bmc_root.h"
+#include "platform/file_watch.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "security/session_settings.h"
@@ -162,13 +163,47 @@ bool half_made(const St_RedfishSession& record) {
     return !valid_id(record.session_id) || !fs::is_directory(session_directory(record.session_id));
 }
 
+// The record at path while its session is in place.
+std::optional<St_RedfishSession> read_whole_record(const std::string& path) {
+    std::optional<St_RedfishSession> record = read_record(path);
+    if (record && half_made(*record)) return std::nullopt;
+    return record;
+}
+
+// The same, kept while neither the record nor its session's directory
+// changes: most requests bring the token of the one before.
+std::optional<St_RedfishSession> remembered_whole_record(const std::string& path) {
+    static struct {
+        std::string path;
+        std::optional<St_RedfishSession> record;
+        std::vector<std::string> watch_keys;
+        std::optional<std::uint64_t> watched_since;
+    } last;
+    platform::file_watch& watch = platform::file_watch::instance();
+    if (last.watched_since && last.path == path &&
+        !watch.changed_since(last.watch_keys, *last.watched_since))
+        return last.record;
+    // Each is watched before it is looked at, so that a change made while
+    // reading shows next time.
+    last.path = path;
+    last.watched_since = watch.watch({path}, last.watch_keys);
+    last.record = read_record(path);
+    std::vector<std::string> directory_keys;
+    if (last.record && valid_id(last.record->session_id) &&
+        watch.watch({session_directory(last.record->session_id).string()}, directory_keys))
+        last.watch_keys.insert(last.watch_keys.end(), directory_keys.begin(), directory_keys.end());
+    else
+        last.watched_since.reset();
+    if (last.record && half_made(*last.record)) last.record.reset();
+    return last.record;
+}
+
 enum class record_check { unknown, ended, usable };
 
-// Whether a read record lets its token in; follows the account's privilege.
+// Whether a whole record lets its token in; follows the account's privilege.
 record_check check_record(std::optional<St_RedfishSession>& record, const std::string& token,
                           long now, long timeout) {
-    if (!record || CRYPTO_memcmp(record->token, token.data(), SESSION_TOKEN_LEN) != 0 ||
-        half_made(*record))
+    if (!record || CRYPTO_memcmp(record->token, token.data(), SESSION_TOKEN_LEN) != 0)
         return record_check::unknown;
     if (expired(*record, now, timeout) || !follow_account(*record)) return record_check::ended;
     return record_check::usable;
@@ -293,12 +328,12 @@ std::optional<St_RedfishSession> validate_token(const std::string& token) {
     // Records are replaced by a rename, so a reader sees a whole one without
     // the lock; only a change (the last use, once a second, or the end of
     // the session) takes it.
-    std::optional<St_RedfishSession> record = read_record(path);
+    std::optional<St_RedfishSession> record = remembered_whole_record(path);
     if (check_record(record, token, now, timeout) == record_check::usable &&
         last_use(*record) == now)
         return record;
     store_lock hold;
-    record = read_record(path);
+    record = read_whole_record(path);
     switch (check_record(record, token, now, timeout)) {
         case record_check::unknown:
             return std::nullopt;

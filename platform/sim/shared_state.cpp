@@ -10,8 +10,12 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "platform/bmc_root.h"
+#include "platform/file_watch.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "platform/sim/sim_file.h"
@@ -80,6 +84,25 @@ int open_initialised(const std::string& path) {
     return -1;
 }
 
+// Checked on every request, before the mapping is read: a file cut short
+// would fault. While no event names the file it keeps its size (writes
+// through the mapping raise none).
+bool file_intact(const std::string& path) {
+    static std::string watched_path;
+    static std::vector<std::string> watch_keys;
+    static std::optional<std::uint64_t> watched_since;
+    platform::file_watch& watch = platform::file_watch::instance();
+    if (watched_since && path == watched_path && !watch.changed_since(watch_keys, *watched_since))
+        return true;
+    watched_path = path;
+    watched_since = watch.watch({path}, watch_keys);
+    struct stat status;
+    const bool intact = ::stat(path.c_str(), &status) == 0 &&
+                        status.st_size == static_cast<off_t>(sizeof(shared_block));
+    if (!intact) watched_since.reset();
+    return intact;
+}
+
 }  // namespace
 
 namespace platform {
@@ -121,12 +144,7 @@ extern "C" int GlobalParaInit(void) {
 extern "C" int GlobalParaCheck(void) {
     if (!attached) return 0;
     const std::string path = platform::shared_state_file();
-    // Checked on every request: the intact block costs one stat, the size
-    // first so that the mapping is not read past the end of the file.
-    struct stat status;
-    if (::stat(path.c_str(), &status) == 0 &&
-        status.st_size == static_cast<off_t>(sizeof(shared_block)) &&
-        attached->global.layout_magic == global_layout_magic &&
+    if (file_intact(path) && attached->global.layout_magic == global_layout_magic &&
         attached->global.layout_size == sizeof(St_GlobalVar))
         return 0;
     platform::sim::unique_fd fd(::open(path.c_str(), O_RDWR | O_CLOEXEC));

@@ -11,9 +11,13 @@
 #include <cerrno>
 #include <cstring>
 #include <mutex>
+#include <optional>
+#include <vector>
 
 #include "platform/bmc_root.h"
 #include "platform/file_cache.h"
+#include "platform/file_watch.h"
+#include "platform/input_recording.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
 #include "platform/sim/alert_table.h"
@@ -35,6 +39,8 @@ struct table_state {
     std::string root;
     bool loaded = false;
     platform::file_version identity;
+    std::vector<std::string> watch_keys;
+    std::optional<std::uint64_t> watched_since;  // none: the version decides
     slot_array slots;
     bool damaged = false;  // the file is malformed: kept as it is for repair
     std::array<bool, MAX_USER_SLOTS> dirty{};
@@ -192,11 +198,23 @@ platform::file_version trusted_identity() {
     return platform::settled(version) ? version : platform::file_version();
 }
 
+// Whether the table read last is still the file's content: while it is
+// watched, no event named the file; else its version is the same.
+bool still_current(table_state& table, const std::string& path) {
+    platform::file_watch& watch = platform::file_watch::instance();
+    if (table.watched_since && !watch.changed_since(table.watch_keys, *table.watched_since)) {
+        platform::note_input(path, table.identity);
+        return true;
+    }
+    // Armed before the version is taken and the file read again, so that
+    // any later change shows.
+    table.watched_since = watch.watch({path}, table.watch_keys);
+    return platform::version_of(path) == table.identity;
+}
+
 // Brings the slots this process has not changed up to the file.
 void refresh(table_state& table, bool force) {
-    if (table.loaded && !force &&
-        platform::version_of(platform::user_table_file()) == table.identity)
-        return;
+    if (table.loaded && !force && still_current(table, platform::user_table_file())) return;
     slot_array fresh;
     read_table(fresh, table.identity, table.damaged);
     for (int slot = 0; slot < MAX_USER_SLOTS; ++slot)

@@ -1,4 +1,4 @@
-#include "platform/file_cache.h"
+#include "platform/file_version.h"
 
 #include <sys/stat.h>
 
