@@ -199,10 +199,13 @@ platform::file_version trusted_identity() {
 }
 
 // Whether the table read last is still the file's content: while it is
-// watched, no event named the file; else its version is the same.
+// watched, no event named the file; else its version is the same. A file
+// read before it settled is looked at until it has, so that answers built
+// from it can be kept.
 bool still_current(table_state& table, const std::string& path) {
     platform::file_watch& watch = platform::file_watch::instance();
-    if (table.watched_since && !watch.changed_since(table.watch_keys, *table.watched_since)) {
+    if (table.identity.exists && table.watched_since &&
+        !watch.changed_since(table.watch_keys, *table.watched_since)) {
         platform::note_input(path, table.identity);
         return true;
     }
