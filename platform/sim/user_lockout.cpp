@@ -7,9 +7,12 @@
 #include <boost/property_tree/ptree.hpp>
 #include <cstdint>
 #include <map>
+#include <memory>
+#include <string>
 #include <vector>
 
 #include "platform/bmc_root.h"
+#include "platform/file_cache.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
@@ -123,6 +126,29 @@ int with_lockout(int failed, Change change) {
     return result;
 }
 
+// The stored state, parsed once per version: most checks find nothing to
+// change and need neither the lock nor the policy.
+std::shared_ptr<const lockout_table> stored_lockouts() {
+    static platform::file_cache<lockout_table> cache;
+    const std::string path = platform::lockout_file();
+    std::shared_ptr<const lockout_table> table;
+    cache.get(
+        path,
+        [&path](lockout_table& parsed) {
+            std::string text;
+            parsed = platform::sim::read_file(path, text) ? parse_table(text) : lockout_table();
+            return PLT_OK;
+        },
+        table);
+    return table;
+}
+
+// The stored entry of the slot's current user, if any.
+const slot_lockout* stored_entry(const lockout_table& table, int slot, uint32_t key) {
+    auto found = table.find(slot);
+    return found != table.end() && key != 0 && found->second.key == key ? &found->second : nullptr;
+}
+
 bool lockout_active(const platform::lockout_policy& policy) {
     return policy.enabled && policy.threshold > 0;
 }
@@ -215,8 +241,10 @@ void set_lockout_clock_for_tests(long (*clock)()) { test_clock = clock; }
 
 extern "C" int isUserLocked(int slot) {
     if (!valid_slot(slot)) return 0;
-    platform::lockout_policy policy = platform::read_lockout_policy();
     uint32_t key = platform::user_slot_key(slot);
+    const slot_lockout* stored = stored_entry(*stored_lockouts(), slot, key);
+    if (!stored || !stored->locked) return 0;
+    platform::lockout_policy policy = platform::read_lockout_policy();
     return with_lockout(0, [&](lockout_table& table, bool& changed) {
         slot_lockout* entry = entry_of(table, slot, key, changed);
         if (!entry || !entry->locked) return 0;
@@ -261,6 +289,8 @@ extern "C" int AddBadPwdRecords(int slot) {
 extern "C" int ClearBadPwdRecords(int slot) {
     if (!valid_slot(slot)) return -1;
     uint32_t key = platform::user_slot_key(slot);
+    const slot_lockout* stored = stored_entry(*stored_lockouts(), slot, key);
+    if (!stored || stored->failures.empty()) return 0;
     return with_lockout(-1, [&](lockout_table& table, bool& changed) {
         slot_lockout* entry = entry_of(table, slot, key, changed);
         if (entry && !entry->failures.empty()) {
