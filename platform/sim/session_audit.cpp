@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstring>
 #include <memory>
 
@@ -50,9 +51,13 @@ std::string session_audit_file() { return bmc_path("/var/log/session_audit.log")
 
 extern "C" int UtilSessionAduit(const char* name, const char* client_ip, int login) {
     std::string path = platform::session_audit_file();
-    if (!platform::sim::make_parent_dirs(path)) return -1;
-    platform::sim::unique_fd fd(
-        ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600));
+    auto open_log = [&path] {
+        return ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
+    };
+    // Every Basic request logs in: the directory is made only when missing.
+    int opened = open_log();
+    if (opened < 0 && errno == ENOENT && platform::sim::make_parent_dirs(path)) opened = open_log();
+    platform::sim::unique_fd fd(opened);
     if (!fd.valid()) return -1;
     platform::sim::file_lock lock(fd.get(), LOCK_EX);
     std::string line = std::to_string(lx_time_get()) + (login ? " login" : " logout") +
