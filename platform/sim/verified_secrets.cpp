@@ -2,7 +2,7 @@
 
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
-#include <openssl/hmac.h>
+#include <openssl/params.h>
 #include <openssl/rand.h>
 
 #include <array>
@@ -18,17 +18,33 @@ constexpr std::size_t remembered_pairs = 8;
 using digest = std::array<unsigned char, digest_size>;
 
 struct memory {
-    bool keyed = false;
-    std::array<unsigned char, digest_size> key{};
+    // HMAC-SHA-256 under a key drawn once: fetching the algorithm costs more
+    // than the digest, so each digest starts from a copy of this.
+    EVP_MAC_CTX* keyed_mac = nullptr;
     std::array<digest, remembered_pairs> pairs{};
     std::size_t used = 0;
     std::size_t next = 0;
 };
 
+EVP_MAC_CTX* new_keyed_mac() {
+    std::array<unsigned char, digest_size> key{};
+    if (RAND_bytes(key.data(), static_cast<int>(key.size())) != 1) return nullptr;
+    EVP_MAC* hmac = EVP_MAC_fetch(nullptr, "HMAC", nullptr);
+    EVP_MAC_CTX* context = hmac ? EVP_MAC_CTX_new(hmac) : nullptr;
+    EVP_MAC_free(hmac);
+    char sha256[] = "SHA256";
+    const OSSL_PARAM parameters[] = {OSSL_PARAM_construct_utf8_string("digest", sha256, 0),
+                                     OSSL_PARAM_construct_end()};
+    const bool keyed = context && EVP_MAC_init(context, key.data(), key.size(), parameters) == 1;
+    OPENSSL_cleanse(key.data(), key.size());
+    if (keyed) return context;
+    EVP_MAC_CTX_free(context);
+    return nullptr;
+}
+
 memory& verified() {
     static memory current;
-    if (!current.keyed)
-        current.keyed = RAND_bytes(current.key.data(), static_cast<int>(digest_size)) == 1;
+    if (!current.keyed_mac) current.keyed_mac = new_keyed_mac();
     return current;
 }
 
@@ -36,16 +52,19 @@ memory& verified() {
 // hash holds none.
 bool pair_digest(const memory& state, std::string_view stored, std::string_view secret,
                  digest& out) {
-    if (!state.keyed) return false;
-    std::string message;
-    message.reserve(stored.size() + 1 + secret.size());
-    message.append(stored).append(1, '\0').append(secret);
-    unsigned int length = 0;
-    const bool made = HMAC(EVP_sha256(), state.key.data(), static_cast<int>(digest_size),
-                           reinterpret_cast<const unsigned char*>(message.data()), message.size(),
-                           out.data(), &length) != nullptr &&
+    if (!state.keyed_mac) return false;
+    EVP_MAC_CTX* context = EVP_MAC_CTX_dup(state.keyed_mac);
+    const unsigned char separator = 0;
+    std::size_t length = 0;
+    const bool made = context &&
+                      EVP_MAC_update(context, reinterpret_cast<const unsigned char*>(stored.data()),
+                                     stored.size()) == 1 &&
+                      EVP_MAC_update(context, &separator, 1) == 1 &&
+                      EVP_MAC_update(context, reinterpret_cast<const unsigned char*>(secret.data()),
+                                     secret.size()) == 1 &&
+                      EVP_MAC_final(context, out.data(), &length, out.size()) == 1 &&
                       length == digest_size;
-    OPENSSL_cleanse(message.data(), message.size());
+    EVP_MAC_CTX_free(context);
     return made;
 }
 
