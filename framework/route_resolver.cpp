@@ -40,6 +40,8 @@ route_resolver::route_resolver(const std::vector<route>& routes,
         node* at = &root_;
         for (std::string_view segment : split_segments(entry.path)) {
             if (segment == number_shorthand) segment = number_pattern;
+            // The common number segment is matched without the regex engine.
+            const bool numeric = segment == number_pattern;
             node* next = nullptr;
             for (node& child : at->children) {
                 if (child.literal == segment) {
@@ -50,7 +52,8 @@ route_resolver::route_resolver(const std::vector<route>& routes,
             if (!next) {
                 node& child = at->children.emplace_back();
                 child.literal = std::string(segment);
-                if (is_pattern(segment))
+                child.numeric = numeric;
+                if (is_pattern(segment) && !numeric)
                     child.pattern = std::make_unique<boost::regex>(child.literal);
                 next = &child;
             }
@@ -79,7 +82,12 @@ const route_resolver::node* route_resolver::walk(const node& from,
     std::string_view segment = segments[index];
     for (const node& child : from.children) {
         const size_t kept = captures.size();
-        if (child.pattern) {
+        if (child.numeric) {
+            if (segment.empty() || segment.size() > max_pattern_segment ||
+                segment.find_first_not_of("0123456789") != std::string_view::npos)
+                continue;
+            captures.emplace_back(segment);
+        } else if (child.pattern) {
             if (segment.size() > max_pattern_segment) continue;
             boost::match_results<std::string_view::const_iterator> groups;
             if (!boost::regex_match(segment.begin(), segment.end(), groups, *child.pattern))

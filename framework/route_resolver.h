@@ -54,7 +54,8 @@ public:
 private:
     struct node {
         std::string literal;                    // the segment text, also of a pattern
-        std::unique_ptr<boost::regex> pattern;  // null for a literal segment
+        std::unique_ptr<boost::regex> pattern;  // null for a literal or numeric segment
+        bool numeric = false;                   // "{n}": digits, matched without a regex
         std::string handler_class;              // empty: no route ends here
         handler_factory factory = nullptr;
         bool crashdump = false;
