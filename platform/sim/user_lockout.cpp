@@ -242,7 +242,8 @@ void set_lockout_clock_for_tests(long (*clock)()) { test_clock = clock; }
 extern "C" int isUserLocked(int slot) {
     if (!valid_slot(slot)) return 0;
     uint32_t key = platform::user_slot_key(slot);
-    const slot_lockout* stored = stored_entry(*stored_lockouts(), slot, key);
+    const std::shared_ptr<const lockout_table> table = stored_lockouts();
+    const slot_lockout* stored = stored_entry(*table, slot, key);
     if (!stored || !stored->locked) return 0;
     platform::lockout_policy policy = platform::read_lockout_policy();
     return with_lockout(0, [&](lockout_table& table, bool& changed) {
@@ -289,7 +290,8 @@ extern "C" int AddBadPwdRecords(int slot) {
 extern "C" int ClearBadPwdRecords(int slot) {
     if (!valid_slot(slot)) return -1;
     uint32_t key = platform::user_slot_key(slot);
-    const slot_lockout* stored = stored_entry(*stored_lockouts(), slot, key);
+    const std::shared_ptr<const lockout_table> table = stored_lockouts();
+    const slot_lockout* stored = stored_entry(*table, slot, key);
     if (!stored || stored->failures.empty()) return 0;
     return with_lockout(-1, [&](lockout_table& table, bool& changed) {
         slot_lockout* entry = entry_of(table, slot, key, changed);
