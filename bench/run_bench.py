@@ -136,6 +136,28 @@ def wrk(client_cpu, url, headers, concurrency):
     return float(re.search(r"Requests/sec:\s+([0-9.]+)", output).group(1))
 
 
+def server_cpu_seconds(server):
+    """User and system time so far of a lighttpd and the processes it started."""
+    ticks = 0
+    for pid in [server.pid] + responder_pids(server):
+        try:
+            with open("/proc/%d/stat" % pid) as stat:
+                fields = stat.read().rsplit(")", 1)[1].split()
+        except OSError:
+            continue
+        ticks += int(fields[11]) + int(fields[12])
+    return ticks / os.sysconf("SC_CLK_TCK")
+
+
+def wrk_with_cpu(client_cpu, server, url, headers, concurrency):
+    """Requests per second, and the microseconds of CPU that the web server
+    and its responders spent per request: steadier than the rate on a busy
+    machine."""
+    before = server_cpu_seconds(server)
+    rate = wrk(client_cpu, url, headers, concurrency)
+    return rate, (server_cpu_seconds(server) - before) * 1e6 / (rate * SECONDS)
+
+
 def instructions_per_request(site, binary, requests_by_key, workdir):
     """Callgrind instructions of each request: the responder dumps its
     counters as each accept begins, so dump n + 1 holds request n."""
@@ -221,6 +243,16 @@ def auth_headers(instance):
                    "basic": {"Authorization": "Basic " + basic.decode()}}
 
 
+def warm_up(instance, keys, headers):
+    """Each process reads every file once; answers are kept once their files
+    have settled, a second after they were written."""
+    for _ in range(2):
+        for auth, path in keys:
+            for _ in range(4):
+                requests.get(instance.url(path), headers=headers[auth], timeout=10)
+        time.sleep(1.1)
+
+
 def measure(client_cpu):
     instance = BmcInstance(processes=2, check_reused_responses=False)
     floor_directory = None
@@ -232,13 +264,14 @@ def measure(client_cpu):
         floor_site = Site(floor_directory.name)
         sites.append(floor_site)
         keys = [(auth, path) for auth in headers for path in PATHS]
-        rps = {}
+        warm_up(instance, keys, headers)
+        rps, cpu = {}, {}
         for concurrency in CONCURRENCIES:
-            rps[("floor", concurrency)] = wrk(client_cpu, floor_site.base + PATHS[0], {},
-                                              concurrency)
+            rps[("floor", concurrency)], cpu[("floor", concurrency)] = wrk_with_cpu(
+                client_cpu, floor_site.server, floor_site.base + PATHS[0], {}, concurrency)
             for auth, path in keys:
-                rps[(auth, path, concurrency)] = wrk(client_cpu, instance.url(path),
-                                                     headers[auth], concurrency)
+                rps[(auth, path, concurrency)], cpu[(auth, path, concurrency)] = wrk_with_cpu(
+                    client_cpu, instance.server, instance.url(path), headers[auth], concurrency)
         memory = {"service": resident_mib(instance.service_processes()),
                   "floor": resident_mib(responder_pids(floor_site.server))}
         floor_site.stop()
@@ -255,7 +288,7 @@ def measure(client_cpu):
                 floor_external, FLOOR, {"floor": (PATHS[0], {})}, workdir))
         start_up = {"service": start_up_ms(service_site, SERVICE, PATHS[0], headers["token"]),
                     "floor": start_up_ms(floor_external, FLOOR, PATHS[0], {})}
-        return keys, rps, instructions, memory, start_up
+        return keys, rps, cpu, instructions, memory, start_up
     finally:
         for site in sites:
             site.stop()
@@ -270,13 +303,13 @@ def meets(auth, ratios):
             ratios["instructions"] <= target.get("instructions", float("inf")))
 
 
-def print_table(keys, rps, instructions, memory, start_up):
-    line = "%-36s %-6s %9s %6s %9s %6s %10s %6s  %s"
+def print_table(keys, rps, cpu, instructions, memory, start_up):
+    line = "%-36s %-6s %9s %6s %9s %6s %10s %6s %9s %6s  %s"
     print(line % ("path", "auth", "req/s c1", "floor", "req/s c16", "floor", "instr/req",
-                  "floor", "target"))
+                  "floor", "cpu us c16", "floor", "target"))
     print(line % ("(floor responder)", "-", "%.0f" % rps[("floor", 1)], "1.00",
                   "%.0f" % rps[("floor", 16)], "1.00", "%.0f" % instructions["floor"], "1.00",
-                  ""))
+                  "%.1f" % cpu[("floor", 16)], "1.00", ""))
     missed = 0
     for auth, path in keys:
         ratios = {"rps": [rps[(auth, path, c)] / rps[("floor", c)] for c in CONCURRENCIES],
@@ -286,6 +319,8 @@ def print_table(keys, rps, instructions, memory, start_up):
         print(line % (path, auth, "%.0f" % rps[(auth, path, 1)], "%.2f" % ratios["rps"][0],
                       "%.0f" % rps[(auth, path, 16)], "%.2f" % ratios["rps"][1],
                       "%.0f" % instructions[(auth, path)], "%.2f" % ratios["instructions"],
+                      "%.1f" % cpu[(auth, path, 16)],
+                      "%.2f" % (cpu[(auth, path, 16)] / cpu[("floor", 16)]),
                       "ok" if ok else "MISSED"))
     memory_ok = memory["service"][0] <= MEMORY_LIMIT_MIB
     print("resident memory per service process: %.1f MiB proportional, %.1f MiB with whole "
