@@ -24,6 +24,8 @@ void serve(FCGX_Request& current, request_server serve_request) {
     fcgi_streambuf output(current.out);
     fcgi_streambuf input(current.in);
     counting_streambuf counted(&output);
+    // rdbuf() also clears the error state that a client gone away may have
+    // left from the last request.
     std::streambuf* saved_output = std::cout.rdbuf(&counted);
     char** saved_environment = environ;
     environ = current.envp;
