@@ -5,9 +5,12 @@ Prints one table: requests per second with wrk at concurrency 1 and 16,
 callgrind instructions per request, and each as a ratio to the floor; then
 the resident memory of the service processes and the time from process
 start to first answer. The numbers are from one short run on a shared
-machine: read the ratios, not the absolute values.
+machine: read the ratios, not the absolute values. Each rate ratio is the
+median of a few rounds that run the floor and then the service; the floor's
+row shows the median of all its runs.
 
-Environment: BENCH_SECONDS (each wrk run, default 2), BENCH_REQUESTS
+Environment: BENCH_SECONDS (each wrk run, default 1), BENCH_ROUNDS (floor
+and service runs per path and concurrency, default 3), BENCH_REQUESTS
 (callgrind requests per path after two warm-up requests, default 5),
 BMC_BUILD_DIR and BMC_SOURCE_DIR as for the end-to-end tests."""
 
@@ -31,7 +34,8 @@ from bmc_instance import (BUILD_DIR, SOURCE_DIR, BmcInstance, free_port,  # noqa
 PATHS = ["/redfish/v1/", "/redfish/v1/Systems/1", "/redfish/v1/Chassis/1/Thermal",
          "/redfish/v1/Chassis/1/Sensors/1", "/redfish/v1/AccountService/Accounts"]
 CONCURRENCIES = [1, 16]
-SECONDS = float(os.environ.get("BENCH_SECONDS", "2"))
+SECONDS = float(os.environ.get("BENCH_SECONDS", "1"))
+ROUNDS = int(os.environ.get("BENCH_ROUNDS", "3"))
 WARM_UP_REQUESTS = 2
 MEASURED_REQUESTS = int(os.environ.get("BENCH_REQUESTS", "5"))
 START_UP_TRIALS = 3
@@ -158,6 +162,19 @@ def wrk_with_cpu(client_cpu, server, url, headers, concurrency):
     return rate, (server_cpu_seconds(server) - before) * 1e6 / (rate * SECONDS)
 
 
+def paired_rates(client_cpu, floor, service, concurrency):
+    """Rates and CPU per request of the floor and the service in alternating
+    runs, so that each ratio compares two neighbouring runs on a machine whose
+    speed drifts; the medians over the rounds, of each and of the ratios."""
+    rounds = []
+    for _ in range(ROUNDS):
+        floor_rate, floor_cpu = wrk_with_cpu(client_cpu, *floor, concurrency)
+        rate, cpu = wrk_with_cpu(client_cpu, *service, concurrency)
+        rounds.append({"floor rps": floor_rate, "floor cpu": floor_cpu, "rps": rate, "cpu": cpu,
+                       "rps ratio": rate / floor_rate, "cpu ratio": cpu / floor_cpu})
+    return {name: statistics.median(one[name] for one in rounds) for name in rounds[0]}
+
+
 def instructions_per_request(site, binary, requests_by_key, workdir):
     """Callgrind instructions of each request: the responder dumps its
     counters as each accept begins, so dump n + 1 holds request n."""
@@ -265,13 +282,12 @@ def measure(client_cpu):
         sites.append(floor_site)
         keys = [(auth, path) for auth in headers for path in PATHS]
         warm_up(instance, keys, headers)
-        rps, cpu = {}, {}
+        rates = {}
         for concurrency in CONCURRENCIES:
-            rps[("floor", concurrency)], cpu[("floor", concurrency)] = wrk_with_cpu(
-                client_cpu, floor_site.server, floor_site.base + PATHS[0], {}, concurrency)
             for auth, path in keys:
-                rps[(auth, path, concurrency)], cpu[(auth, path, concurrency)] = wrk_with_cpu(
-                    client_cpu, instance.server, instance.url(path), headers[auth], concurrency)
+                rates[(auth, path, concurrency)] = paired_rates(
+                    client_cpu, (floor_site.server, floor_site.base + PATHS[0], {}),
+                    (instance.server, instance.url(path), headers[auth]), concurrency)
         memory = {"service": resident_mib(instance.service_processes()),
                   "floor": resident_mib(responder_pids(floor_site.server))}
         floor_site.stop()
@@ -288,7 +304,7 @@ def measure(client_cpu):
                 floor_external, FLOOR, {"floor": (PATHS[0], {})}, workdir))
         start_up = {"service": start_up_ms(service_site, SERVICE, PATHS[0], headers["token"]),
                     "floor": start_up_ms(floor_external, FLOOR, PATHS[0], {})}
-        return keys, rps, cpu, instructions, memory, start_up
+        return keys, rates, instructions, memory, start_up
     finally:
         for site in sites:
             site.stop()
@@ -303,25 +319,28 @@ def meets(auth, ratios):
             ratios["instructions"] <= target.get("instructions", float("inf")))
 
 
-def print_table(keys, rps, cpu, instructions, memory, start_up):
+def print_table(keys, rates, instructions, memory, start_up):
     line = "%-36s %-6s %9s %6s %9s %6s %10s %6s %9s %6s  %s"
     print(line % ("path", "auth", "req/s c1", "floor", "req/s c16", "floor", "instr/req",
                   "floor", "cpu us c16", "floor", "target"))
-    print(line % ("(floor responder)", "-", "%.0f" % rps[("floor", 1)], "1.00",
-                  "%.0f" % rps[("floor", 16)], "1.00", "%.0f" % instructions["floor"], "1.00",
-                  "%.1f" % cpu[("floor", 16)], "1.00", ""))
+    floor = {(name, c): statistics.median(rates[(auth, path, c)]["floor " + name]
+                                          for auth, path in keys)
+             for name in ("rps", "cpu") for c in CONCURRENCIES}
+    print(line % ("(floor responder)", "-", "%.0f" % floor[("rps", 1)], "1.00",
+                  "%.0f" % floor[("rps", 16)], "1.00", "%.0f" % instructions["floor"], "1.00",
+                  "%.1f" % floor[("cpu", 16)], "1.00", ""))
     missed = 0
     for auth, path in keys:
-        ratios = {"rps": [rps[(auth, path, c)] / rps[("floor", c)] for c in CONCURRENCIES],
+        by_concurrency = [rates[(auth, path, c)] for c in CONCURRENCIES]
+        ratios = {"rps": [one["rps ratio"] for one in by_concurrency],
                   "instructions": instructions[(auth, path)] / instructions["floor"]}
         ok = meets(auth, ratios)
         missed += not ok
-        print(line % (path, auth, "%.0f" % rps[(auth, path, 1)], "%.2f" % ratios["rps"][0],
-                      "%.0f" % rps[(auth, path, 16)], "%.2f" % ratios["rps"][1],
+        c1, c16 = by_concurrency
+        print(line % (path, auth, "%.0f" % c1["rps"], "%.2f" % c1["rps ratio"],
+                      "%.0f" % c16["rps"], "%.2f" % c16["rps ratio"],
                       "%.0f" % instructions[(auth, path)], "%.2f" % ratios["instructions"],
-                      "%.1f" % cpu[(auth, path, 16)],
-                      "%.2f" % (cpu[(auth, path, 16)] / cpu[("floor", 16)]),
-                      "ok" if ok else "MISSED"))
+                      "%.1f" % c16["cpu"], "%.2f" % c16["cpu ratio"], "ok" if ok else "MISSED"))
     memory_ok = memory["service"][0] <= MEMORY_LIMIT_MIB
     print("resident memory per service process: %.1f MiB proportional, %.1f MiB with whole "
           "shared libraries (floor %.1f and %.1f; at most %g proportional): %s"
