@@ -31,11 +31,16 @@ std::string& root_storage() {
 
 const std::string& bmc_root() { return root_storage(); }
 
+// Built in one allocation: the service asks for paths on every request.
 std::string bmc_path(std::string_view absolute_path) {
     const std::string& root = bmc_root();
-    std::string path = root == "/" ? std::string() : root;
-    if (absolute_path.empty() || absolute_path.front() != '/') path += '/';
-    path += absolute_path;
+    const std::string_view prefix = root == "/" ? std::string_view() : std::string_view(root);
+    const bool needs_slash = absolute_path.empty() || absolute_path.front() != '/';
+    std::string path;
+    path.reserve(prefix.size() + needs_slash + absolute_path.size());
+    path.append(prefix);
+    if (needs_slash) path += '/';
+    path.append(absolute_path);
     return path;
 }
 

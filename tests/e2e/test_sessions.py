@@ -264,3 +264,26 @@ def test_concurrent_logins_fill_exactly_sixteen_sessions():
         assert all(token_session(token).get(bmc.url(SESSIONS)).status_code == 200 for token in tokens)
     finally:
         bmc.stop()
+
+
+def test_every_basic_request_is_audited_whole_by_concurrent_processes():
+    from bmc_instance import BmcInstance
+    bmc = BmcInstance(processes=4)
+    log = os.path.join(bmc.root, "var", "log", "session_audit.log")
+    try:
+        before = open(log).read().splitlines() if os.path.exists(log) else []
+
+        def basic_get(_):
+            return bmc.basic_session(bmc.admin_user, bmc.admin_password).get(
+                bmc.url("/redfish/v1/Systems/1")).status_code
+
+        with concurrent.futures.ThreadPoolExecutor(max_workers=16) as pool:
+            assert set(pool.map(basic_get, range(120))) == {200}
+        lines = open(log).read().splitlines()[len(before):]
+        assert len(lines) == 120
+        for line in lines:
+            seconds, rest = line.split(" ", 1)
+            assert seconds.isdigit() and rest == "login user=%s address=127.0.0.1" % bmc.admin_user
+        assert os.stat(log).st_mode & 0o777 == 0o600
+    finally:
+        bmc.stop()
