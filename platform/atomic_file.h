@@ -19,6 +19,9 @@ bool write_file_atomically(const std::string& path, std::string_view content, mo
 // Several files that change together: each is staged in a synced temporary
 // file, and only when every one is staged are they renamed into place. A
 // set that fails or is dropped before commit leaves every file as it was.
+// Before the first rename, commit writes a journal of the set (under
+// /var/bmc/commits, owner-only), removed after the last: a writer killed
+// in between has its set finished by finish_interrupted_commits.
 class staged_files {
 public:
     staged_files() = default;
@@ -39,12 +42,19 @@ private:
         bool existed = false;
     };
     void discard_temporaries();
+    std::string write_journal() const;
+    void roll_back(std::size_t renamed);
 
     std::vector<staged> files_;
     bool failed_ = false;
 };
 
-// Removes the temporary files that killed writers left beside path.
+// Removes the temporary files that killed writers left beside path, after
+// finishing the commits that those writers had begun.
 void remove_stale_temporaries(const std::string& path);
+
+// Renames into place every file that a killed writer's journal still
+// lists, then removes the journal; journals of living writers stay.
+void finish_interrupted_commits();
 
 }  // namespace platform

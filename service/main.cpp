@@ -2,6 +2,7 @@
 #include <openssl/crypto.h>
 
 #include "frontend/service_loop.h"
+#include "platform/atomic_file.h"
 #include "service/pipeline.h"
 
 int main() {
@@ -9,5 +10,7 @@ int main() {
     // defaults; reading the system-wide configuration would cost every new
     // process milliseconds before its first answer.
     OPENSSL_init_crypto(OPENSSL_INIT_NO_LOAD_CONFIG, nullptr);
+    // Before anything reads them: sets of files a killed writer left half-renamed.
+    platform::finish_interrupted_commits();
     return odata::redfish::run_service(odata::redfish::run_pipeline);
 }

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <iostream>
 
+#include "platform/atomic_file.h"
 #include "platform/sim/tool/areas.h"
 
 int main(int argc, char** argv) {
@@ -13,5 +14,7 @@ int main(int argc, char** argv) {
         setenv("BMC_ROOT", words[1].c_str(), 1);
         words.erase(words.begin(), words.begin() + 2);
     }
+    // Before anything reads them: sets of files a killed writer left half-renamed.
+    platform::finish_interrupted_commits();
     return bmcsim::run(words, std::cout, std::cerr);
 }
