@@ -10,7 +10,7 @@ median of a few rounds that run the floor and then the service; the floor's
 row shows the median of all its runs.
 
 Environment: BENCH_SECONDS (each wrk run, default 1), BENCH_ROUNDS (floor
-and service runs per path and concurrency, default 3), BENCH_REQUESTS
+and service runs per path and concurrency, default 5), BENCH_REQUESTS
 (callgrind requests per path after two warm-up requests, default 5),
 BMC_BUILD_DIR and BMC_SOURCE_DIR as for the end-to-end tests."""
 
@@ -35,7 +35,7 @@ PATHS = ["/redfish/v1/", "/redfish/v1/Systems/1", "/redfish/v1/Chassis/1/Thermal
          "/redfish/v1/Chassis/1/Sensors/1", "/redfish/v1/AccountService/Accounts"]
 CONCURRENCIES = [1, 16]
 SECONDS = float(os.environ.get("BENCH_SECONDS", "1"))
-ROUNDS = int(os.environ.get("BENCH_ROUNDS", "3"))
+ROUNDS = int(os.environ.get("BENCH_ROUNDS", "5"))
 WARM_UP_REQUESTS = 2
 MEASURED_REQUESTS = int(os.environ.get("BENCH_REQUESTS", "5"))
 START_UP_TRIALS = 3

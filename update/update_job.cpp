@@ -68,12 +68,14 @@ void run_update_job(const update_job& job) {
     TaskServiceUpdateTaskState(job.task_id, TASK_STATE_RUNNING);
     std::string reason;
     const bool succeeded = update(job, reason);
+    // Freed before the task shows its end: a client that sees the end may
+    // start the next update at once.
+    release_fw_updating_lock();
     if (!update_cancelled(job.task_id)) {
         end_task(job, succeeded, reason);
         console_log("[FirmwareUpdate] task %d: %s\n", job.task_id,
                     succeeded ? "completed" : reason.c_str());
     }
-    release_fw_updating_lock();
 }
 
 bool start_update_worker(const update_job& job) {

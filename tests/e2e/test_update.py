@@ -83,6 +83,10 @@ def test_simple_update_over_http_runs_the_new_version(bmc, images):
     validate(inventory)
     assert inventory["Version"] == "2.01.00"
     assert firmware(bmc)["updating"] == "0"
+    # The lock is free as soon as the task shows its end.
+    again = simple_update(bmc, admin, ImageURI=host + "/bmc-2.img", TransferProtocol="HTTP")
+    assert again.status_code == 202, again.text
+    assert wait_for_end(bmc, admin, again.headers["Location"]).status_code == 200
 
 
 def test_ftp_download_with_credentials(bmc, images):

@@ -51,6 +51,16 @@ TEST(HandlerBinding, EveryHandlerClassIsRouted) {
     }
 }
 
+// The factory table is a map: a name listed twice would silently keep one.
+TEST(HandlerBinding, EveryHandlerClassIsListedOnce) {
+    const boost::regex entry(R"re(\{"(\w+)",\s*make_handler<)re");
+    std::multiset<std::string> listed;
+    for_each_match_in_sources(
+        entry, [&listed](const auto& match, const auto&) { listed.insert(match[1].str()); });
+    for (const std::string& name : listed) EXPECT_EQ(listed.count(name), 1u) << name;
+    EXPECT_EQ(listed.size(), rf::handler_classes().size());
+}
+
 // Every message id written as a literal in the service's sources.
 TEST(MessageBinding, EveryMessageIdInTheSourcesIsInTheTable) {
     const boost::regex id_literal(R"re("((Base\.1\.10|TWR\.1\.0)\.[A-Za-z]+)")re");
