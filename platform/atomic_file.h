@@ -30,8 +30,8 @@ public:
     ~staged_files();
 
     bool stage(const std::string& path, std::string_view content, mode_t mode);
-    // False when a stage failed or a rename failed; the files already
-    // renamed then get their old content back.
+    // False when a stage, the journal or a rename failed; the files
+    // already renamed then get their old content back.
     bool commit();
 
 private:

@@ -29,6 +29,13 @@ std::vector<std::string> names_in(const std::string& directory) {
     return names;
 }
 
+// A pid that surely belongs to no living process.
+pid_t reaped_child() {
+    const pid_t child = sim_testing::start_child([] { return 0; });
+    EXPECT_EQ(sim_testing::wait_child(child), 0);
+    return child;
+}
+
 TEST_F(AtomicFile, WritesWholeFilesWithTheirModeAndNothingElse) {
     const std::string secret = path("/nv/redfish/ldap.ini");
     const mode_t saved = umask(0);
@@ -66,6 +73,9 @@ TEST_F(AtomicFile, StagedFilesChangeTogetherOrNotAtAll) {
     EXPECT_EQ(sim_testing::file_text(path("/nv/a")), "old a");
     EXPECT_EQ(names_in(path("/nv")), std::vector<std::string>{"a"});
 
+    // A journal directory that others could read is made private.
+    std::filesystem::create_directories(path("/var/bmc/commits"));
+    chmod(path("/var/bmc/commits").c_str(), 0755);
     platform::staged_files both;
     ASSERT_TRUE(both.stage(path("/nv/a"), "new a", 0600));
     ASSERT_TRUE(both.stage(path("/nv/b"), "new b", 0600));
@@ -76,7 +86,7 @@ TEST_F(AtomicFile, StagedFilesChangeTogetherOrNotAtAll) {
     EXPECT_TRUE(names_in(path("/var/bmc/commits")).empty());
 }
 
-TEST_F(AtomicFile, AFailedRenamePutsTheSetBackAndLeavesNoJournal) {
+TEST_F(AtomicFile, AFailedRenameOrJournalPutsTheSetBackAndLeavesNoJournal) {
     sim_testing::write_text(path("/nv/a"), "old a");
     platform::staged_files both;
     ASSERT_TRUE(both.stage(path("/nv/a"), "new a", 0600));
@@ -87,12 +97,14 @@ TEST_F(AtomicFile, AFailedRenamePutsTheSetBackAndLeavesNoJournal) {
     EXPECT_EQ(sim_testing::file_text(path("/nv/a")), "old a");
     EXPECT_EQ(names_in(path("/nv")), (std::vector<std::string>{"a", "b"}));
     EXPECT_TRUE(names_in(path("/var/bmc/commits")).empty());
-}
 
-pid_t reaped_child() {
-    const pid_t child = sim_testing::start_child([] { return 0; });
-    EXPECT_EQ(sim_testing::wait_child(child), 0);
-    return child;
+    std::filesystem::remove_all(path("/var/bmc/commits"));
+    sim_testing::write_text(path("/var/bmc/commits"), "not a directory");
+    platform::staged_files unjournaled;
+    ASSERT_TRUE(unjournaled.stage(path("/nv/a"), "new a", 0600));
+    EXPECT_FALSE(unjournaled.commit());
+    EXPECT_EQ(sim_testing::file_text(path("/nv/a")), "old a");
+    EXPECT_EQ(names_in(path("/nv")), (std::vector<std::string>{"a", "b"}));
 }
 
 // What a writer killed between two renames leaves: "new" staged for every
@@ -218,8 +230,7 @@ TEST_F(AtomicFile, AWriterKilledAtAnyMomentLeavesWholeSetsAfterRecovery) {
 }
 
 TEST_F(AtomicFile, TemporariesOfKilledWritersAreSweptOthersKept) {
-    const pid_t dead = sim_testing::start_child([] { return 0; });
-    ASSERT_EQ(sim_testing::wait_child(dead), 0);
+    const pid_t dead = reaped_child();
     const std::string target = path("/nv/redfish/sessionservice.ini");
     const std::string stale = target + ".tmp." + std::to_string(dead) + ".0";
     const std::string live = target + ".tmp." + std::to_string(getpid()) + ".99";
