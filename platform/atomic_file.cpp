@@ -55,16 +55,16 @@ bool has_died(pid_t writer) { return writer > 0 && ::kill(writer, 0) != 0 && err
 
 // The names in directory made of prefix and "<pid>.<...>" of a writer that
 // has died. Listed whole before anyone acts on them.
-std::vector<std::string> left_by_dead_writers(const std::string& directory,
-                                              std::string_view prefix) {
+std::vector<std::string> left_by_dead_writers(const std::string& directory, std::string_view prefix,
+                                              bool own_pid_is_dead = false) {
     std::vector<std::string> names;
     DIR* listing = ::opendir(directory.c_str());
     if (!listing) return names;
     while (const dirent* entry = ::readdir(listing)) {
         const std::string_view name = entry->d_name;
-        if (name.substr(0, prefix.size()) == prefix &&
-            has_died(writer_of(entry->d_name + prefix.size())))
-            names.emplace_back(name);
+        if (name.substr(0, prefix.size()) != prefix) continue;
+        const pid_t writer = writer_of(entry->d_name + prefix.size());
+        if (has_died(writer) || (own_pid_is_dead && writer == ::getpid())) names.emplace_back(name);
     }
     ::closedir(listing);
     return names;
@@ -296,7 +296,9 @@ void remove_stale_temporaries(const std::string& path) {
 
 void finish_interrupted_commits() {
     const std::string directory = journal_directory();
-    for (const std::string& name : left_by_dead_writers(directory, "")) {
+    // A commit removes its journal before it returns, so a journal under
+    // this process's own pid is an earlier process's that had the same pid.
+    for (const std::string& name : left_by_dead_writers(directory, "", true)) {
         const std::string path = directory + "/" + name;
         // A journal's own temporary: its writer died before any rename.
         if (name.find(temporary_marker) != std::string::npos)

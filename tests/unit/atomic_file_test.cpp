@@ -149,7 +149,8 @@ TEST_F(AtomicFile, JournalsOfLivingOrDamagedWritersStay) {
     const std::string target = path("/nv/a");
     sim_testing::write_text(target, "old");
     const std::string commits = path("/var/bmc/commits/");
-    leave_half_commit(commits + std::to_string(getpid()) + ".0", getpid(), {path("/nv/b"), target});
+    const pid_t living = getppid();
+    leave_half_commit(commits + std::to_string(living) + ".0", living, {path("/nv/b"), target});
     const std::string dead_name = std::to_string(dead);
     const std::string stolen = path("/nv/unrelated");
     sim_testing::write_text(stolen, "unrelated");
@@ -168,7 +169,19 @@ TEST_F(AtomicFile, JournalsOfLivingOrDamagedWritersStay) {
     EXPECT_EQ(sim_testing::file_text(target), "old");
     EXPECT_EQ(sim_testing::file_text(stolen), "unrelated");
     EXPECT_EQ(names_in(path("/var/bmc/commits")).size(), damaged.size() + 1);
-    EXPECT_EQ(sim_testing::file_text(target + ".tmp." + std::to_string(getpid()) + ".1"), "new");
+    EXPECT_EQ(sim_testing::file_text(target + ".tmp." + std::to_string(living) + ".1"), "new");
+}
+
+// After a restart, a new process may get the pid of a writer that was
+// killed: its journal is no commit of the new process.
+TEST_F(AtomicFile, AJournalUnderTheOwnPidIsAnEarlierProcesssAndIsFinished) {
+    const std::vector<std::string> set{path("/nv/a"), path("/nv/b")};
+    for (const std::string& target : set) sim_testing::write_text(target, "old");
+    leave_half_commit(path("/var/bmc/commits/") + std::to_string(getpid()) + ".0", getpid(), set);
+
+    platform::finish_interrupted_commits();
+    for (const std::string& target : set) EXPECT_EQ(sim_testing::file_text(target), "new");
+    EXPECT_TRUE(names_in(path("/var/bmc/commits")).empty());
 }
 
 TEST_F(AtomicFile, TheSweepFinishesAKilledWritersSetInsteadOfDeletingIt) {
