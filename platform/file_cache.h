@@ -2,12 +2,9 @@
 // is parsed again as soon as another process changes it.
 #pragma once
 
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "platform/file_version.h"
 #include "platform/file_watch.h"
@@ -24,8 +21,7 @@ public:
     template <typename Load>
     int get(const std::string& path, Load&& load, std::shared_ptr<const Parsed>& parsed) {
         // While the file is watched and no event named it, it needs no stat.
-        if (cached_ && path == path_ && watched_since_ &&
-            !file_watch::instance().changed_since(watch_keys_, *watched_since_)) {
+        if (cached_ && path == path_ && watched_.unchanged()) {
             note_input(path, version_);
             parsed = cached_;
             return PLT_OK;
@@ -44,7 +40,6 @@ public:
         version_ = version;
         // A missing file is a version too: whatever creates it changes it.
         cached_ = !version.exists || settled(version) ? fresh : nullptr;
-        watched_since_.reset();
         if (cached_) watch();
         parsed = std::move(fresh);
         return PLT_OK;
@@ -53,15 +48,13 @@ public:
 private:
     // A change between the read and the watch shows in the version.
     void watch() {
-        watched_since_ = file_watch::instance().watch({path_}, watch_keys_);
-        if (watched_since_ && version_of(path_) != version_) cached_ = nullptr;
+        if (watched_.watch({path_}) && version_of(path_) != version_) cached_ = nullptr;
     }
 
     std::string path_;
     file_version version_;
     std::shared_ptr<const Parsed> cached_;
-    std::vector<std::string> watch_keys_;
-    std::optional<std::uint64_t> watched_since_;
+    watched_files watched_;
 };
 
 }  // namespace platform

@@ -116,4 +116,23 @@ void file_watch::read_events() {
     everything_changed_ = ++sequence_;
 }
 
+bool watched_files::watch(const std::vector<std::string>& paths) {
+    since_ = file_watch::instance().watch(paths, keys_);
+    return watching();
+}
+
+bool watched_files::watch_also(const std::vector<std::string>& paths) {
+    std::vector<std::string> more;
+    if (watching() && file_watch::instance().watch(paths, more)) {
+        keys_.insert(keys_.end(), more.begin(), more.end());
+        return true;
+    }
+    forget();
+    return false;
+}
+
+bool watched_files::unchanged() const {
+    return watching() && !file_watch::instance().changed_since(keys_, *since_);
+}
+
 }  // namespace platform

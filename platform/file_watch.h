@@ -11,10 +11,37 @@
 
 namespace platform {
 
+// Some files, watched by one reader from one moment on.
+class watched_files {
+public:
+    // Watches paths from now on; false, with nothing watched, when one of
+    // them cannot be watched.
+    bool watch(const std::vector<std::string>& paths);
+    // Adds paths to those watched; false, with nothing watched, when one of
+    // them cannot be watched.
+    bool watch_also(const std::vector<std::string>& paths);
+    void forget() { since_.reset(); }
+
+    bool watching() const { return since_.has_value(); }
+    // True while watching and no event named one of the files since.
+    bool unchanged() const;
+
+private:
+    std::vector<std::string> keys_;  // one per file, as its directory's events name it
+    std::optional<std::uint64_t> since_;
+};
+
 class file_watch {
 public:
     static file_watch& instance();
 
+    file_watch(const file_watch&) = delete;
+    file_watch& operator=(const file_watch&) = delete;
+
+private:
+    friend class watched_files;
+
+    file_watch();
     // Watches the files from now on; returns the moment to ask about later
     // and fills keys (one per file, for changed_since), or returns none when
     // one of them cannot be watched.
@@ -23,11 +50,6 @@ public:
     // Whether a file of keys was (or may have been) changed after since.
     bool changed_since(const std::vector<std::string>& keys, std::uint64_t since);
 
-    file_watch(const file_watch&) = delete;
-    file_watch& operator=(const file_watch&) = delete;
-
-private:
-    file_watch();
     ~file_watch();
     void start_again();
     void read_events();

@@ -32,7 +32,7 @@ bool recorded_inputs::files_unchanged() const {
 bool recorded_inputs::start_watching() {
     std::vector<std::string> paths;
     for (const file_input& input : files) paths.push_back(input.path);
-    watched_since_ = file_watch::instance().watch(paths, watch_keys_);
+    watched_.watch(paths);
     // A change between the read and the watch shows in the versions.
     return files_unchanged();
 }
@@ -41,7 +41,7 @@ bool recorded_inputs::unchanged() const {
     if (valid_until != 0 && lx_time_get() >= valid_until) return false;
     const St_GlobalVar now = global_block();
     if (std::memcmp(&now, &global, sizeof now) != 0) return false;
-    if (watched_since_) return !file_watch::instance().changed_since(watch_keys_, *watched_since_);
+    if (watched_.watching()) return watched_.unchanged();
     return files_unchanged();
 }
 

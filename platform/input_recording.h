@@ -3,12 +3,12 @@
 // for as long as they stay the same.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/file_version.h"
+#include "platform/file_watch.h"
 #include "platform/libipmi.h"
 
 namespace platform {
@@ -32,8 +32,7 @@ struct recorded_inputs {
 private:
     bool files_unchanged() const;
 
-    std::vector<std::string> watch_keys_;
-    std::optional<std::uint64_t> watched_since_;  // none: looked at one by one
+    watched_files watched_;  // not watching: looked at one by one
 };
 
 // Notes the inputs read between its construction and finish(); one at a

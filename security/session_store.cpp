@@ -176,24 +176,17 @@ std::optional<St_RedfishSession> remembered_whole_record(const std::string& path
     static struct {
         std::string path;
         std::optional<St_RedfishSession> record;
-        std::vector<std::string> watch_keys;
-        std::optional<std::uint64_t> watched_since;
+        platform::watched_files watched;
     } last;
-    platform::file_watch& watch = platform::file_watch::instance();
-    if (last.watched_since && last.path == path &&
-        !watch.changed_since(last.watch_keys, *last.watched_since))
-        return last.record;
+    if (last.path == path && last.watched.unchanged()) return last.record;
     // Each is watched before it is looked at, so that a change made while
     // reading shows next time.
     last.path = path;
-    last.watched_since = watch.watch({path}, last.watch_keys);
+    last.watched.watch({path});
     last.record = read_record(path);
-    std::vector<std::string> directory_keys;
-    if (last.record && valid_id(last.record->session_id) &&
-        watch.watch({session_directory(last.record->session_id).string()}, directory_keys))
-        last.watch_keys.insert(last.watch_keys.end(), directory_keys.begin(), directory_keys.end());
-    else
-        last.watched_since.reset();
+    if (!last.record || !valid_id(last.record->session_id) ||
+        !last.watched.watch_also({session_directory(last.record->session_id).string()}))
+        last.watched.forget();
     if (last.record && half_made(*last.record)) last.record.reset();
     return last.record;
 }

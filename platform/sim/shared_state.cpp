@@ -10,9 +10,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/bmc_root.h"
 #include "platform/file_watch.h"
@@ -89,17 +87,14 @@ int open_initialised(const std::string& path) {
 // through the mapping raise none).
 bool file_intact(const std::string& path) {
     static std::string watched_path;
-    static std::vector<std::string> watch_keys;
-    static std::optional<std::uint64_t> watched_since;
-    platform::file_watch& watch = platform::file_watch::instance();
-    if (watched_since && path == watched_path && !watch.changed_since(watch_keys, *watched_since))
-        return true;
+    static platform::watched_files watched;
+    if (path == watched_path && watched.unchanged()) return true;
     watched_path = path;
-    watched_since = watch.watch({path}, watch_keys);
+    watched.watch({path});
     struct stat status;
     const bool intact = ::stat(path.c_str(), &status) == 0 &&
                         status.st_size == static_cast<off_t>(sizeof(shared_block));
-    if (!intact) watched_since.reset();
+    if (!intact) watched.forget();
     return intact;
 }
 

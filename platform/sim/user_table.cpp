@@ -11,8 +11,6 @@
 #include <cerrno>
 #include <cstring>
 #include <mutex>
-#include <optional>
-#include <vector>
 
 #include "platform/bmc_root.h"
 #include "platform/file_cache.h"
@@ -39,8 +37,7 @@ struct table_state {
     std::string root;
     bool loaded = false;
     platform::file_version identity;
-    std::vector<std::string> watch_keys;
-    std::optional<std::uint64_t> watched_since;  // none: the version decides
+    platform::watched_files watched;  // not watching: the version decides
     slot_array slots;
     bool damaged = false;  // the file is malformed: kept as it is for repair
     std::array<bool, MAX_USER_SLOTS> dirty{};
@@ -203,15 +200,13 @@ platform::file_version trusted_identity() {
 // read before it settled is looked at until it has, so that answers built
 // from it can be kept.
 bool still_current(table_state& table, const std::string& path) {
-    platform::file_watch& watch = platform::file_watch::instance();
-    if (table.identity.exists && table.watched_since &&
-        !watch.changed_since(table.watch_keys, *table.watched_since)) {
+    if (table.identity.exists && table.watched.unchanged()) {
         platform::note_input(path, table.identity);
         return true;
     }
     // Armed before the version is taken and the file read again, so that
     // any later change shows.
-    table.watched_since = watch.watch({path}, table.watch_keys);
+    table.watched.watch({path});
     return platform::version_of(path) == table.identity;
 }
 
