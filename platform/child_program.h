@@ -30,9 +30,9 @@ public:
     bool send(std::string_view text);
     // Ends the child's standard input.
     void close_input();
-    // Adds what the child writes to said (its first kilobyte or so) until
-    // it ends its output or timeout_ms pass (-1: no limit); true once its
-    // output has ended.
+    // Waits up to timeout_ms (-1: no limit) for the child to write and adds
+    // what it wrote to said (its first kilobyte or so is kept); true once
+    // its output has ended. Callers repeat it until then.
     bool read_output(std::string& said, int timeout_ms);
     void kill();
     // Waits for the child to end; its exit status, -1 when it did not exit
