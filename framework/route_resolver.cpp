@@ -34,8 +34,7 @@ bool is_pattern(std::string_view segment) { return !segment.empty() && segment.f
 
 }  // namespace
 
-route_resolver::route_resolver(const std::vector<route>& routes,
-                               const handler_factories& factories) {
+route_resolver::route_resolver(const std::vector<route>& routes) {
     for (const route& entry : routes) {
         node* at = &root_;
         for (std::string_view segment : split_segments(entry.path)) {
@@ -59,25 +58,20 @@ route_resolver::route_resolver(const std::vector<route>& routes,
             }
             at = next;
         }
-        // The first row for a path wins; a class without a factory leaves
-        // the node without a route.
-        if (!at->handler_class.empty()) continue;
-        auto factory = factories.find(entry.handler_class);
-        if (factory == factories.end() || !factory->second) continue;
-        at->handler_class = std::string(entry.handler_class);
-        at->factory = factory->second;
-        at->crashdump = entry.crashdump;
+        if (!at->row) at->row = &entry;
     }
 }
 
-const route_resolver::node* route_resolver::walk(const node& from,
-                                                 const std::vector<std::string_view>& segments,
-                                                 size_t index,
-                                                 std::vector<std::string>& captures) const {
+const route* route_resolver::walk(const node& from, const std::vector<std::string_view>& segments,
+                                  size_t index, std::vector<std::string>& captures,
+                                  unserved_match& unserved) const {
     if (index == segments.size()) {
-        if (from.handler_class.empty()) return nullptr;
-        if (from.crashdump && is_ACD_crashdump_supported() == 0) return nullptr;
-        return &from;
+        const route* row = from.row;
+        if (!row || (row->has(route_crashdump) && is_ACD_crashdump_supported() == 0))
+            return nullptr;
+        if (row->served()) return row;
+        if (!unserved.row) unserved = {row, captures};
+        return nullptr;
     }
     std::string_view segment = segments[index];
     for (const node& child : from.children) {
@@ -98,36 +92,33 @@ const route_resolver::node* route_resolver::walk(const node& from,
         } else if (child.literal != segment) {
             continue;
         }
-        if (const node* found = walk(child, segments, index + 1, captures)) return found;
+        if (const route* found = walk(child, segments, index + 1, captures, unserved)) return found;
         // A dead end: try the next sibling without this one's captures.
         captures.resize(kept);
     }
     return nullptr;
 }
 
-const route_resolver::node* route_resolver::find(const std::string& path,
-                                                 std::vector<std::string>& captures) const {
+const route* route_resolver::resolve(const std::string& path,
+                                     std::vector<std::string>& captures) const {
     if (path.empty() || path.front() != '/') {
         throw invalid_uri("provided uri is invalid: " + path);
     }
     captures.clear();
-    return walk(root_, split_segments(path), 0, captures);
-}
-
-std::shared_ptr<webservice> route_resolver::resolve(const std::string& path,
-                                                    request_context& context) const {
-    std::vector<std::string> captures;
-    const node* found = find(path, captures);
-    context.captures = std::move(captures);
-    if (!found) return nullptr;
-    context.handler_class = found->handler_class;
-    return found->factory(context);
+    unserved_match unserved;
+    if (const route* served = walk(root_, split_segments(path), 0, captures, unserved))
+        return served;
+    captures = std::move(unserved.captures);
+    return unserved.row;
 }
 
 std::string_view route_resolver::resolve_class(const std::string& path,
                                                std::vector<std::string>& captures) const {
-    const node* found = find(path, captures);
-    if (!found) return {};
+    const route* found = resolve(path, captures);
+    if (!found || !found->served()) {
+        captures.clear();
+        return {};
+    }
     return found->handler_class;
 }
 

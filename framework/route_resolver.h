@@ -1,5 +1,5 @@
-// URI -> new handler object. The route table is a tree of path segments,
-// literal or regular-expression, built once per process.
+// URI -> route. The route table is compiled into a tree of path segments,
+// literal or regular-expression, once per process.
 #pragma once
 
 #include <boost/regex.hpp>
@@ -8,23 +8,47 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
-#include <unordered_map>
 #include <vector>
 
+#include "framework/route_privileges.h"
 #include "framework/webservice.h"
 
 namespace odata::redfish {
 
+using handler_factory = std::shared_ptr<webservice> (*)(request_context&);
+
+// What a route is besides its handler (bits of route::flags).
+enum route_flag : unsigned {
+    // GET needs no credentials while the service is set so
+    // (/nv/redfish/redfish.ini [Service] UnauthenticatedServiceRoot=1).
+    route_open_read = 1u << 0,
+    // A GET answer follows only the stored state it reads and the caller,
+    // so it may be used again while those are unchanged.
+    route_reusable = 1u << 1,
+    // A POST body is left unread for the handler, which streams it.
+    route_upload = 1u << 2,
+    // A POST changes firmware or the BMC's configuration: refused while the
+    // system is locked down.
+    route_refused_in_lockdown = 1u << 3,
+    // Resolves only while the platform supports crash dumps.
+    route_crashdump = 1u << 4,
+};
+
 // One route of the table: a path from the root, such as
-// "/redfish/v1/Chassis/1/PCIeDevices/(NIC)([0-9]+)", and the class made
-// when a request path ends there. A segment that begins with "(" is a
-// regular expression matched against the whole segment; "{n}" stands for
-// "([0-9]+)". Routes flagged crashdump resolve only while the platform
-// supports crash dumps.
+// "/redfish/v1/Chassis/1/PCIeDevices/(NIC)([0-9]+)", and what a request
+// whose path ends there gets. A segment that begins with "(" is a regular
+// expression matched against the whole segment; "{n}" stands for
+// "([0-9]+)". A row without a factory is not served yet.
 struct route {
     std::string_view path;
     std::string_view handler_class;
-    bool crashdump = false;
+    handler_factory factory = nullptr;
+    unsigned methods = 0;  // the methods its class serves, 1 << method code each
+    route_privileges privileges = {};
+    unsigned flags = 0;  // route_flag bits
+
+    bool served() const { return factory != nullptr; }
+    bool has(route_flag flag) const { return (flags & flag) != 0; }
 };
 
 // A request path that is not a URI; the pipeline writes its text.
@@ -32,22 +56,17 @@ struct invalid_uri : std::invalid_argument {
     using std::invalid_argument::invalid_argument;
 };
 
-// The whole URI space of the service.
-const std::vector<route>& route_table();
-
-using handler_factory = std::shared_ptr<webservice> (*)(request_context&);
-using handler_factories = std::unordered_map<std::string_view, handler_factory>;
-
 class route_resolver {
 public:
-    // Compiles the routes into a tree; classes without a factory resolve
-    // to nothing.
-    route_resolver(const std::vector<route>& routes, const handler_factories& factories);
+    // Compiles the routes into a tree; the first row of a path wins.
+    explicit route_resolver(const std::vector<route>& routes);
 
-    // A new handler for path with context.captures filled, or null.
-    std::shared_ptr<webservice> resolve(const std::string& path, request_context& context) const;
+    // The route that path ends at, with captures filled: a served one when
+    // one matches, else a row not served yet; null for none. Throws
+    // invalid_uri for a path that is not a URI.
+    const route* resolve(const std::string& path, std::vector<std::string>& captures) const;
 
-    // The class name that path resolves to, "" for none; fills captures.
+    // The class name of the served route of path, "" for none; fills captures.
     std::string_view resolve_class(const std::string& path,
                                    std::vector<std::string>& captures) const;
 
@@ -56,15 +75,16 @@ private:
         std::string literal;                    // the segment text, also of a pattern
         std::unique_ptr<boost::regex> pattern;  // null for a literal or numeric segment
         bool numeric = false;                   // "{n}": digits, matched without a regex
-        std::string handler_class;              // empty: no route ends here
-        handler_factory factory = nullptr;
-        bool crashdump = false;
-        std::vector<node> children;  // in table order
+        const route* row = nullptr;             // null: no route ends here
+        std::vector<node> children;             // in table order
     };
-    // The node that path ends at, with its captures; throws for an invalid path.
-    const node* find(const std::string& path, std::vector<std::string>& captures) const;
-    const node* walk(const node& from, const std::vector<std::string_view>& segments, size_t index,
-                     std::vector<std::string>& captures) const;
+    // A match of a row not served yet, kept while served ones are looked for.
+    struct unserved_match {
+        const route* row = nullptr;
+        std::vector<std::string> captures;
+    };
+    const route* walk(const node& from, const std::vector<std::string_view>& segments, size_t index,
+                      std::vector<std::string>& captures, unserved_match& unserved) const;
 
     node root_;
 };
@@ -81,7 +101,7 @@ constexpr unsigned served_methods() {
            (std::is_same_v<decltype(&handler::del), refusal> ? 0 : 1u << DELETE);
 }
 
-// The factory of a handler class, for the factory tables.
+// The factory of a handler class, for the route table.
 template <class handler>
 std::shared_ptr<webservice> make_handler(request_context& context) {
     auto made = std::make_shared<handler>(context);

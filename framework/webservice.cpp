@@ -66,8 +66,6 @@ int webservice::put(request_context&) { method_not_allowed(); }
 int webservice::del(request_context&) { method_not_allowed(); }
 void webservice::send_response() {}
 
-bool webservice::authenticates_itself(int) const { return false; }
-
 int webservice::call(int method) {
     switch (method) {
         case GET:

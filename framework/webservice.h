@@ -21,10 +21,6 @@ public:
     virtual int del(request_context& context);
     virtual void send_response();
 
-    // True when the handler checks the caller itself for this method (the
-    // login), so the pipeline lets the request through unauthenticated.
-    virtual bool authenticates_itself(int method) const;
-
     // The operation of a method code.
     int call(int method);
 

@@ -15,14 +15,6 @@ namespace {
 
 constexpr int event_failed_login = 137;
 
-constexpr std::string_view open_documents[] = {"/redfish", "/redfish/v1", "/redfish/v1/odata",
-                                               "/redfish/v1/$metadata"};
-
-std::string_view without_trailing_slash(std::string_view path) {
-    while (path.size() > 1 && path.back() == '/') path.remove_suffix(1);
-    return path;
-}
-
 bool accept_token(request_context& context) {
     char token[SESSION_TOKEN_LEN + 2] = {};
     if (get_cgi_env("HTTP_X_AUTH_TOKEN", token, SESSION_TOKEN_LEN + 1) != SESSION_TOKEN_LEN)
@@ -63,15 +55,9 @@ void authenticate_caller(request_context& context) {
     refuse(context);
 }
 
-bool reads_without_credentials(const request_context& context) {
+bool open_reads_allowed() {
     static const ini_settings service_settings("/nv/redfish/redfish.ini");
-    if (context.method != GET) return false;
-    std::string_view path = without_trailing_slash(context.uri);
-    for (std::string_view document : open_documents) {
-        if (path == document)
-            return service_settings.get<int>("Service.UnauthenticatedServiceRoot", 0) == 1;
-    }
-    return false;
+    return service_settings.get<int>("Service.UnauthenticatedServiceRoot", 0) == 1;
 }
 
 }  // namespace odata::redfish

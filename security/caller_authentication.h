@@ -10,9 +10,8 @@ namespace odata::redfish {
 // the 401 answer after logging the failure.
 void authenticate_caller(request_context& context);
 
-// True for a GET of the version document, the service root, the service
-// document or the metadata while /nv/redfish/redfish.ini allows reading
-// them without credentials ([Service] UnauthenticatedServiceRoot=1).
-bool reads_without_credentials(const request_context& context);
+// True while /nv/redfish/redfish.ini lets the routes marked open be read
+// without credentials ([Service] UnauthenticatedServiceRoot=1).
+bool open_reads_allowed();
 
 }  // namespace odata::redfish

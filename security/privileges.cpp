@@ -9,33 +9,6 @@
 namespace odata::redfish {
 namespace {
 
-struct privilege_rule {
-    std::string_view prefix;
-    unsigned privileges;
-    own_target own;
-};
-
-// Changes to a path under a prefix need the rule's privileges; the first
-// rule whose prefix holds the path applies, and any other change needs
-// ConfigureManager. Reading needs Login everywhere.
-constexpr privilege_rule change_rules[] = {
-    {"/redfish/v1/SessionService/Sessions", privilege_configure_manager, own_target::session},
-    {"/redfish/v1/SessionService", privilege_configure_manager, own_target::none},
-    {"/redfish/v1/AccountService/Accounts", privilege_configure_users, own_target::account},
-    {"/redfish/v1/AccountService", privilege_configure_users, own_target::none},
-    {"/redfish/v1/Systems", privilege_configure_components, own_target::none},
-    {"/redfish/v1/Chassis", privilege_configure_components, own_target::none},
-    {"/redfish/v1/Managers", privilege_configure_manager, own_target::none},
-    {"/redfish/v1/UpdateService", privilege_configure_manager, own_target::none},
-    {"/redfish/v1/EventService", privilege_configure_manager, own_target::none},
-    {"/redfish/v1/TaskService", privilege_configure_manager, own_target::none},
-};
-
-bool under(std::string_view path, std::string_view prefix) {
-    return path.substr(0, prefix.size()) == prefix &&
-           (path.size() == prefix.size() || path[prefix.size()] == '/');
-}
-
 // The last segment of a member path, as a number; 0 for none.
 int member_id(std::string_view path) {
     while (!path.empty() && path.back() == '/') path.remove_suffix(1);
@@ -62,20 +35,23 @@ bool is_own(const request_context& context, own_target own) {
 
 }  // namespace
 
-required_privilege privilege_required(const std::string& path, int method) {
-    if (method == GET) return {privilege_login, own_target::none};
-    for (const auto& rule : change_rules) {
-        if (under(path, rule.prefix)) return {rule.privileges, rule.own};
+bool requirement_met(const method_requirement& requirement, unsigned granted, bool own) {
+    for (unsigned set : requirement.sets) {
+        if (set == 0) break;
+        if ((granted & set) != set) continue;
+        if (!(set & privilege_configure_self) || own) return true;
     }
-    return {privilege_configure_manager, own_target::none};
+    return false;
 }
 
-bool caller_is_authorised(const request_context& context) {
+bool caller_is_authorised(const request_context& context, const route_privileges& privileges) {
     const role_definition* role = role_of_level(context.privilege);
     const unsigned granted = role ? role->privileges : 0;
-    required_privilege required = privilege_required(context.uri, context.method);
-    if ((granted & required.privileges) == required.privileges) return true;
-    return (granted & privilege_configure_self) && is_own(context, required.own);
+    const method_requirement& requirement = privileges.of(context.method);
+    // Ownership is looked up only when a ConfigureSelf set would decide.
+    return requirement_met(requirement, granted, false) ||
+           ((granted & privilege_configure_self) &&
+            requirement_met(requirement, granted, is_own(context, privileges.own)));
 }
 
 }  // namespace odata::redfish

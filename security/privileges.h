@@ -1,25 +1,17 @@
-// Which privilege each resource and method requires.
+// Whether the caller may run a request's method on its route.
 #pragma once
 
-#include <string>
-
+#include "framework/route_privileges.h"
 #include "frontend/request_context.h"
 
 namespace odata::redfish {
 
-// What a request may touch without the required privilege when it is the
-// caller's own.
-enum class own_target { none, session, account };
+// True when a caller of the given role privileges meets requirement; own
+// tells whether the request's target is the caller's own.
+bool requirement_met(const method_requirement& requirement, unsigned granted, bool own);
 
-struct required_privilege {
-    unsigned privileges;  // every one of these bits, or ...
-    own_target own;       // ... ConfigureSelf on the caller's own target
-};
-
-// The privilege that a method on path requires.
-required_privilege privilege_required(const std::string& path, int method);
-
-// True when the authenticated caller of context may run its method on its path.
-bool caller_is_authorised(const request_context& context);
+// True when the authenticated caller of context may run its method on a
+// route of these privileges.
+bool caller_is_authorised(const request_context& context, const route_privileges& privileges);
 
 }  // namespace odata::redfish

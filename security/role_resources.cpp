@@ -40,7 +40,7 @@ int role::get(request_context& context) {
     set("Description", definition->description);
     set("IsPredefined", true);
     set("AssignedPrivileges", texts(privilege_names(definition->privileges)));
-    set("OemPrivileges", texts(definition->oem_privileges));
+    set("OemPrivileges", texts(oem_privilege_names(definition->privileges)));
     set("RoleId", definition->id);
     return 0;
 }

@@ -15,29 +15,33 @@ constexpr std::pair<unsigned, std::string_view> privilege_table[] = {
     {privilege_configure_components, "ConfigureComponents"},
 };
 
+constexpr std::pair<unsigned, std::string_view> oem_privilege_table[] = {
+    {privilege_oem_clear_log, "OemClearLog"},
+    {privilege_oem_power_control, "OemPowerControl"},
+};
+
+template <size_t count>
+std::vector<std::string_view> names_of(const std::pair<unsigned, std::string_view> (&table)[count],
+                                       unsigned privileges) {
+    std::vector<std::string_view> names;
+    for (const auto& [bit, name] : table)
+        if (privileges & bit) names.push_back(name);
+    return names;
+}
+
 }  // namespace
 
 const std::vector<role_definition>& predefined_roles() {
     static const std::vector<role_definition> roles = {
-        {"Administrator",
-         PRIV_ADMINISTRATOR,
-         "Administrator",
-         "Administrator User Role",
+        {"Administrator", PRIV_ADMINISTRATOR, "Administrator", "Administrator User Role",
          privilege_login | privilege_configure_manager | privilege_configure_users |
-             privilege_configure_self | privilege_configure_components,
-         {"OemClearLog", "OemPowerControl"}},
-        {"Operator",
-         PRIV_OPERATOR,
-         "Operator",
-         "Operator User Role",
-         privilege_login | privilege_configure_self | privilege_configure_components,
-         {"OemPowerControl"}},
-        {"ReadOnly",
-         PRIV_USER,
-         "User",
-         "ReadOnly User Role",
-         privilege_login | privilege_configure_self,
-         {}},
+             privilege_configure_self | privilege_configure_components | privilege_oem_clear_log |
+             privilege_oem_power_control},
+        {"Operator", PRIV_OPERATOR, "Operator", "Operator User Role",
+         privilege_login | privilege_configure_self | privilege_configure_components |
+             privilege_oem_power_control},
+        {"ReadOnly", PRIV_USER, "User", "ReadOnly User Role",
+         privilege_login | privilege_configure_self},
     };
     return roles;
 }
@@ -57,10 +61,11 @@ const role_definition* role_named(std::string_view id) {
 }
 
 std::vector<std::string_view> privilege_names(unsigned privileges) {
-    std::vector<std::string_view> names;
-    for (const auto& [bit, name] : privilege_table)
-        if (privileges & bit) names.push_back(name);
-    return names;
+    return names_of(privilege_table, privileges);
+}
+
+std::vector<std::string_view> oem_privilege_names(unsigned privileges) {
+    return names_of(oem_privilege_table, privileges);
 }
 
 std::string_view level_log_text(int level) {

@@ -4,23 +4,16 @@
 #include <string_view>
 #include <vector>
 
-namespace odata::redfish {
+#include "framework/route_privileges.h"
 
-enum privilege : unsigned {
-    privilege_login = 1u << 0,
-    privilege_configure_manager = 1u << 1,
-    privilege_configure_users = 1u << 2,
-    privilege_configure_self = 1u << 3,
-    privilege_configure_components = 1u << 4,
-};
+namespace odata::redfish {
 
 struct role_definition {
     std::string_view id;        // RoleId: "Administrator", "Operator", "ReadOnly"
     int level;                  // the user table's privilege level
     std::string_view log_text;  // how event-log lines name the level
     std::string_view description;
-    unsigned privileges;  // privilege bits
-    std::vector<std::string_view> oem_privileges;
+    unsigned privileges;  // privilege bits, the Oem ones included
 };
 
 // The three predefined roles, in collection order.
@@ -30,8 +23,10 @@ const std::vector<role_definition>& predefined_roles();
 const role_definition* role_of_level(int level);
 const role_definition* role_named(std::string_view id);
 
-// The privilege names of a bit set, in Redfish order.
+// The names of the Redfish privileges of a bit set, in Redfish order, and
+// those of its Oem privileges.
 std::vector<std::string_view> privilege_names(unsigned privileges);
+std::vector<std::string_view> oem_privilege_names(unsigned privileges);
 
 // "Administrator", "Operator", "User", "No access" or "Unknown".
 std::string_view level_log_text(int level);

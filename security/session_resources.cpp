@@ -91,10 +91,9 @@ int sessionscollection::get(request_context&) {
     return 0;
 }
 
-// The login: the login authenticator checks the body's credentials.
-bool sessionscollection::authenticates_itself(int method) const { return method == POST; }
-
-// A disabled session service opens no new sessions; those open stay.
+// The login: the login authenticator checks the body's credentials (the
+// route lets it through unauthenticated). A disabled session service opens no new sessions; those
+// open stay.
 int sessionscollection::post(request_context& context) {
     if (!sessionserviceconfig::service_enabled())
         throw_http_error(403, "Base.1.10.AccessDenied", {collection_uri});

@@ -18,7 +18,6 @@ public:
     explicit sessionscollection(request_context& context);
     int get(request_context& context) override;
     int post(request_context& context) override;
-    bool authenticates_itself(int method) const override;
 };
 
 class sessions : public redfish {

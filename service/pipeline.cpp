@@ -16,8 +16,8 @@
 #include "platform/libweb.h"
 #include "security/caller_authentication.h"
 #include "security/privileges.h"
-#include "service/handler_classes.h"
 #include "service/resource_reads.h"
+#include "service/route_table.h"
 
 namespace odata::redfish {
 namespace {
@@ -90,12 +90,12 @@ bool if_match_names(const std::string& list, const std::string& etag) {
 
 // A change with If-Match goes ahead only while the resource's ETag, as a GET
 // of it gives now, is one of those named.
-void check_if_match(const request_context& context) {
+void check_if_match(const request_context& context, const route& row) {
     if ((context.method != PATCH && context.method != DELETE) || !cgi_variable_set("HTTP_IF_MATCH"))
         return;
     request_context reading = context;
     reading.method = GET;
-    std::shared_ptr<webservice> current = service_routes().resolve(reading.uri, reading);
+    std::shared_ptr<webservice> current = row.factory(reading);
     auto* resource = dynamic_cast<redfish*>(current.get());
     if (!resource) return;
     resource->call(GET);
@@ -111,44 +111,28 @@ void check_path_form(const request_context& context) {
         throw_http_error(400, "Base.1.10.ResourceAtUriInUnknownFormat", {context.uri});
 }
 
-// Uploads are recognised by the last segment of the request path (lighttpd
-// names the same script for every request); their body is left to the
-// upload handler.
-struct upload_action {
-    const char* segment;
-    bool firmware;  // refused while the system is locked down
-};
-constexpr upload_action upload_actions[] = {{"TwrFirmwareInventory.Upload", true},
-                                            {"upload", true},
-                                            {"TwrSSLCert.Upload", false},
-                                            {"TwrIPMIConfig.Upload", false},
-                                            {"BiosFile.Upload", false}};
-
-const upload_action* recognised_upload(const request_context& context) {
-    if (context.method != POST) return nullptr;
-    for (const upload_action& action : upload_actions) {
-        if (context.segments.back() == action.segment) return &action;
-    }
-    return nullptr;
-}
-
-void read_body_or_leave_upload(request_context& context, std::istream& input) {
-    const upload_action* upload = recognised_upload(context);
-    if (!upload) {
+// An upload's body is left to its handler, which streams it; an action
+// that changes firmware or the configuration is refused while the system is
+// locked down, before its body is read.
+void read_body_or_leave_upload(request_context& context, const route* row, std::istream& input) {
+    const bool post = context.method == POST && row;
+    if (post && row->has(route_refused_in_lockdown) && GetSetSysLockdownEnable(0, 0))
+        throw_system_lockdown();
+    if (!post || !row->has(route_upload)) {
         read_request_input(input);
         return;
     }
     console_log("[FileUpload] CgiVars is not initialized due to file upload.\n");
-    if (upload->firmware && GetSetSysLockdownEnable(0, 0)) throw_system_lockdown();
     context.upload = &input;
 }
 
 // The login authenticates itself; the open documents may be read without
 // credentials when the service is set so.
-void authorise(request_context& context, const webservice& handler) {
-    if (handler.authenticates_itself(context.method) || reads_without_credentials(context)) return;
+void authorise(request_context& context, const route& row) {
+    if (row.privileges.of(context.method).sets[0] == privilege_no_auth) return;
+    if (context.method == GET && row.has(route_open_read) && open_reads_allowed()) return;
     authenticate_caller(context);
-    if (!caller_is_authorised(context)) throw_insufficient_privilege();
+    if (!caller_is_authorised(context, row.privileges)) throw_insufficient_privilege();
 }
 
 void handle_request(request_context& context, std::istream& input) {
@@ -161,16 +145,17 @@ void handle_request(request_context& context, std::istream& input) {
     check_odata_version();
     check_path_form(context);
     drop_members_segment(context);
-    read_body_or_leave_upload(context, input);
-
-    std::shared_ptr<webservice> handler = service_routes().resolve(context.uri, context);
-    if (!handler) throw_http(404);
-    authorise(context, *handler);
+    const route* row = service_routes().resolve(context.uri, context.captures);
+    read_body_or_leave_upload(context, row, input);
+    if (!row || !row->served()) throw_http(404);
+    context.handler_class = row->handler_class;
+    authorise(context, *row);
     check_query_options(context.query);
-    check_if_match(context);
+    check_if_match(context, *row);
 
+    std::shared_ptr<webservice> handler = row->factory(context);
     if (context.method == GET)
-        get_resource(*handler, context);
+        get_resource(*handler, context, row->has(route_reusable));
     else
         handler->call(context.method);
     auto* resource = dynamic_cast<redfish*>(handler.get());

@@ -1,8 +1,6 @@
 #include "service/resource_reads.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <iterator>
 #include <string_view>
 
 #include "framework/redfish.h"
@@ -13,17 +11,11 @@
 namespace odata::redfish {
 namespace {
 
-// Resources whose GET body follows only the BMC's stored state (its files
-// and the shared parameter block) and the caller: no clock, no live data.
-constexpr std::string_view reusable_classes[] = {
-    "service_root", "system", "thermal", "sensor", "manageraccountcollection",
-};
-
-bool reusable(const request_context& context) {
-    return context.query.empty() &&
-           std::find(std::begin(reusable_classes), std::end(reusable_classes),
-                     context.handler_class) != std::end(reusable_classes);
-}
+// BMC_REUSE_ANSWERS=0 builds every answer afresh, for measurements.
+const bool reuse_allowed = [] {
+    const char* setting = std::getenv("BMC_REUSE_ANSWERS");
+    return !setting || std::string_view(setting) != "0";
+}();
 
 // Set by the end-to-end tests: a reused answer is built again as well, and
 // a difference is logged. Read before main, while the environment is still
@@ -42,9 +34,9 @@ response_cache& responses() {
 
 }  // namespace
 
-void get_resource(webservice& handler, request_context& context) {
+void get_resource(webservice& handler, request_context& context, bool reusable) {
     auto* resource = dynamic_cast<redfish*>(&handler);
-    if (!resource || !reusable(context)) {
+    if (!resource || !reusable || !reuse_allowed || !context.query.empty()) {
         handler.call(GET);
         return;
     }

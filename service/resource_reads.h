@@ -7,6 +7,8 @@
 
 namespace odata::redfish {
 
-void get_resource(webservice& handler, request_context& context);
+// A reusable route's answer (see route_reusable) is kept per process and
+// caller; others are built each time.
+void get_resource(webservice& handler, request_context& context, bool reusable);
 
 }  // namespace odata::redfish

@@ -6,12 +6,10 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <set>
 #include <sstream>
 
 #include "framework/schema_files.h"
 #include "frontend/message_table.h"
-#include "service/handler_classes.h"
 
 namespace rf = odata::redfish;
 
@@ -42,24 +40,6 @@ size_t for_each_match_in_sources(const boost::regex& pattern, const match_check&
 }
 
 }  // namespace
-
-TEST(HandlerBinding, EveryHandlerClassIsRouted) {
-    std::set<std::string_view> routed;
-    for (const rf::route& entry : rf::route_table()) routed.insert(entry.handler_class);
-    for (const auto& [name, factory] : rf::handler_classes()) {
-        EXPECT_TRUE(routed.count(name)) << name << " has a factory but no route";
-    }
-}
-
-// The factory table is a map: a name listed twice would silently keep one.
-TEST(HandlerBinding, EveryHandlerClassIsListedOnce) {
-    const boost::regex entry(R"re(\{"(\w+)",\s*make_handler<)re");
-    std::multiset<std::string> listed;
-    for_each_match_in_sources(
-        entry, [&listed](const auto& match, const auto&) { listed.insert(match[1].str()); });
-    for (const std::string& name : listed) EXPECT_EQ(listed.count(name), 1u) << name;
-    EXPECT_EQ(listed.size(), rf::handler_classes().size());
-}
 
 // Every message id written as a literal in the service's sources.
 TEST(MessageBinding, EveryMessageIdInTheSourcesIsInTheTable) {

@@ -12,6 +12,7 @@
 
 #include "framework/route_resolver.h"
 #include "platform/libipmi.h"
+#include "service/route_table.h"
 
 namespace rf = odata::redfish;
 
@@ -59,17 +60,24 @@ rf::handler_factory factory_for(std::string_view name) {
     return slot_factories[names.size() - 1];
 }
 
-// A factory for every class that the given routes name.
-rf::handler_factories factories_for(const std::vector<rf::route>& routes) {
-    rf::handler_factories factories;
-    for (const rf::route& entry : routes)
-        factories[entry.handler_class] = factory_for(entry.handler_class);
-    return factories;
+// The routes, each served by a handler named after its class.
+std::vector<rf::route> named(const std::vector<rf::route>& routes) {
+    std::vector<rf::route> served = routes;
+    for (rf::route& entry : served) entry.factory = factory_for(entry.handler_class);
+    return served;
 }
 
 const rf::route_resolver& service_resolver() {
-    static const rf::route_resolver resolver(rf::route_table(), factories_for(rf::route_table()));
+    static const std::vector<rf::route> routes = named(rf::route_table());
+    static const rf::route_resolver resolver(routes);
     return resolver;
+}
+
+// The handler that path's route makes, null for none.
+std::shared_ptr<rf::webservice> make_for(const rf::route_resolver& resolver,
+                                         const std::string& path, rf::request_context& context) {
+    const rf::route* row = resolver.resolve(path, context.captures);
+    return row && row->served() ? row->factory(context) : nullptr;
 }
 
 struct expected_route {
@@ -199,7 +207,7 @@ TEST(RouteTable, EveryRowResolvesToItsOwnClass) {
         if (!sampled) continue;
         captures_t captures;
         std::string_view expected = entry.handler_class;
-        if (entry.crashdump && !crashdump_supported()) expected = "";
+        if (entry.has(rf::route_crashdump) && !crashdump_supported()) expected = "";
         EXPECT_EQ(service_resolver().resolve_class(path, captures), expected) << path;
     }
 }
@@ -281,12 +289,11 @@ TEST(RouteResolver, EmptySegmentsAndTrailingSlashAreIgnored) {
 }
 
 TEST(RouteResolver, InvalidUriThrows) {
-    rf::request_context context;
     captures_t captures;
     for (std::string path : {"", "redfish/v1", " /redfish", "Chassis/1"}) {
         SCOPED_TRACE(path);
         try {
-            service_resolver().resolve(path, context);
+            service_resolver().resolve(path, captures);
             ADD_FAILURE() << "no exception";
         } catch (const std::invalid_argument& error) {
             EXPECT_EQ(std::string(error.what()), "provided uri is invalid: " + path);
@@ -325,11 +332,11 @@ TEST(RouteResolver, CrashdumpRoutesFollowPlatformSupport) {
         captures_t captures;
         EXPECT_EQ(service_resolver().resolve_class(path, captures), supported ? handler_class : "");
         rf::request_context context;
-        EXPECT_EQ(service_resolver().resolve(path, context) != nullptr, supported);
+        EXPECT_EQ(make_for(service_resolver(), path, context) != nullptr, supported);
     }
     for (const rf::route& entry : rf::route_table()) {
         const bool under_crashdump = entry.path.substr(0, crashdump.size()) == crashdump;
-        EXPECT_EQ(entry.crashdump, under_crashdump) << entry.path;
+        EXPECT_EQ(entry.has(rf::route_crashdump), under_crashdump) << entry.path;
     }
     // The sibling log service does not depend on crash-dump support.
     expect_routes(service_resolver(),
@@ -345,8 +352,8 @@ TEST(RouteResolver, CrashdumpRoutesFollowPlatformSupport) {
 TEST(RouteResolverFactories, ResolveMakesTheRoutedClassWithCaptures) {
     rf::request_context context;
     context.captures = {"stale"};
-    auto handler = service_resolver().resolve(
-        "/redfish/v1/Chassis/1/PCIeDevices/NIC3/PCIeFunctions/1", context);
+    auto handler = make_for(service_resolver(),
+                            "/redfish/v1/Chassis/1/PCIeDevices/NIC3/PCIeFunctions/1", context);
     ASSERT_NE(handler, nullptr);
     auto* named = dynamic_cast<named_handler*>(handler.get());
     ASSERT_NE(named, nullptr);
@@ -355,24 +362,27 @@ TEST(RouteResolverFactories, ResolveMakesTheRoutedClassWithCaptures) {
     EXPECT_EQ(context.captures, (captures_t{"NIC", "3", "1"}));
 
     context.captures = {"stale"};
-    EXPECT_EQ(service_resolver().resolve("/redfish/v1/Chassis/9", context), nullptr);
+    EXPECT_EQ(make_for(service_resolver(), "/redfish/v1/Chassis/9", context), nullptr);
     EXPECT_TRUE(context.captures.empty());
 }
 
-TEST(RouteResolverFactories, ClassWithoutFactoryResolvesToNothing) {
-    rf::handler_factories only_chassis = {{"chassis", factory_for("chassis")}, {"system", nullptr}};
-    const rf::route_resolver resolver(rf::route_table(), only_chassis);
-    rf::request_context context;
-
-    auto handler = resolver.resolve("/redfish/v1/Chassis/1", context);
-    ASSERT_NE(handler, nullptr);
-    EXPECT_EQ(static_cast<named_handler*>(handler.get())->name, "chassis");
-
-    EXPECT_EQ(resolver.resolve("/redfish/v1/Chassis", context), nullptr);
-    EXPECT_EQ(resolver.resolve("/redfish/v1/Systems/1", context), nullptr);
-    EXPECT_EQ(resolver.resolve("/redfish/v1/Chassis/1/PCIeDevices/NIC3", context), nullptr);
+// A row not served yet is found only when no served row matches the path.
+TEST(RouteResolverFactories, UnservedRowsGiveWayToServedOnes) {
+    const std::vector<rf::route> routes = {
+        {"/logs/(dump)", "unwritten"},
+        {"/logs/(dump)/entries", "unwritten_entries"},
+        {"/logs/([a-z]+)", "plain", factory_for("plain")},
+    };
+    const rf::route_resolver resolver(routes);
     captures_t captures;
-    EXPECT_EQ(resolver.resolve_class("/redfish/v1/Chassis/1/PCIeDevices/NIC3", captures), "");
+    EXPECT_EQ(resolver.resolve_class("/logs/dump", captures), "plain");
+    EXPECT_EQ(captures, (captures_t{"dump"}));
+    const rf::route* row = resolver.resolve("/logs/dump/entries", captures);
+    ASSERT_NE(row, nullptr);
+    EXPECT_EQ(row->handler_class, "unwritten_entries");
+    EXPECT_FALSE(row->served());
+    EXPECT_EQ(captures, (captures_t{"dump"}));
+    EXPECT_EQ(resolver.resolve_class("/logs/dump/entries", captures), "");
     EXPECT_TRUE(captures.empty());
 }
 
@@ -385,7 +395,8 @@ TEST(RouteResolverTree, BacktrackingDropsTheCapturesOfDeadEnds) {
         {"/a/([a-z])([0-9]+)/b/c", "fallback"},
         {"/a/x1/b", "literal"},
     };
-    const rf::route_resolver resolver(routes, factories_for(routes));
+    const std::vector<rf::route> rows = named(routes);
+    const rf::route_resolver resolver(rows);
     expect_routes(resolver, {
                                 {"/a/x1", "member", {"x", "1"}},
                                 {"/a/x1/y2", "nested", {"x", "1", "y", "2"}},
@@ -401,7 +412,8 @@ TEST(RouteResolverTree, OnlyParticipatingGroupsAreCaptured) {
         {"/r/((a)([0-9]))|((b)([0-9]))", "either"},
         {"/r/(c)?(d)", "optional"},
     };
-    const rf::route_resolver resolver(routes, factories_for(routes));
+    const std::vector<rf::route> rows = named(routes);
+    const rf::route_resolver resolver(rows);
     expect_routes(resolver, {
                                 {"/r/a1", "either", {"a1", "a", "1"}},
                                 {"/r/b2", "either", {"b2", "b", "2"}},
@@ -416,7 +428,8 @@ TEST(RouteResolverTree, NumberShorthandAndIntermediateNodes) {
         {"/items/([0-9]+)", "item"},
         {"/items/{n}", "shadowed"},
     };
-    const rf::route_resolver resolver(routes, factories_for(routes));
+    const std::vector<rf::route> rows = named(routes);
+    const rf::route_resolver resolver(rows);
     expect_routes(resolver, {
                                 {"/items/5/parts", "parts", {"5"}},
                                 {"/items/5", "item", {"5"}},
@@ -427,10 +440,11 @@ TEST(RouteResolverTree, NumberShorthandAndIntermediateNodes) {
 
 TEST(RouteResolverTree, CrashdumpFlagFallsBackToSiblings) {
     const std::vector<rf::route> routes = {
-        {"/logs/(dump)", "crash", true},
+        {"/logs/(dump)", "crash", nullptr, 0, {}, rf::route_crashdump},
         {"/logs/([a-z]+)", "plain"},
     };
-    const rf::route_resolver resolver(routes, factories_for(routes));
+    const std::vector<rf::route> rows = named(routes);
+    const rf::route_resolver resolver(rows);
     if (crashdump_supported()) {
         expect_routes(resolver, {{"/logs/dump", "crash", {"dump"}}});
     } else {
@@ -439,27 +453,16 @@ TEST(RouteResolverTree, CrashdumpFlagFallsBackToSiblings) {
     expect_routes(resolver, {{"/logs/other", "plain", {"other"}}});
 }
 
-// The resolver compiles its table once and keeps its own copy of it.
-TEST(RouteResolverTree, OutlivesItsSourceTableAndGivesStableAnswers) {
-    std::unique_ptr<rf::route_resolver> resolver;
-    {
-        std::vector<std::string> texts = {"/dev/(sd)([a-z])", "disk", "/dev/(sd)([a-z])/{n}",
-                                          "partition"};
-        const std::vector<rf::route> routes = {{texts[0], texts[1]}, {texts[2], texts[3]}};
-        rf::handler_factories factories = {{texts[1], factory_for("disk")},
-                                           {texts[3], factory_for("partition")}};
-        resolver = std::make_unique<rf::route_resolver>(routes, factories);
-        for (std::string& text : texts) text.assign(text.size(), '#');
-    }
+// Captures of one answer never leak into the next.
+TEST(RouteResolverTree, GivesStableAnswers) {
+    const std::vector<rf::route> rows =
+        named({{"/dev/(sd)([a-z])", "disk"}, {"/dev/(sd)([a-z])/{n}", "partition"}});
+    const rf::route_resolver resolver(rows);
     captures_t captures = {"left", "over"};
-    for (int round = 0; round < 10000; ++round) {
-        ASSERT_EQ(resolver->resolve_class(round % 2 ? "/dev/sdb/3" : "/dev/sdb", captures),
+    for (int round = 0; round < 1000; ++round) {
+        ASSERT_EQ(resolver.resolve_class(round % 2 ? "/dev/sdb/3" : "/dev/sdb", captures),
                   round % 2 ? "partition" : "disk");
         ASSERT_EQ(captures.size(), round % 2 ? 3u : 2u);
     }
     EXPECT_EQ(captures, (captures_t{"sd", "b", "3"}));
-    rf::request_context context;
-    auto handler = resolver->resolve("/dev/sdc/1", context);
-    ASSERT_NE(handler, nullptr);
-    EXPECT_EQ(static_cast<named_handler*>(handler.get())->name, "partition");
 }

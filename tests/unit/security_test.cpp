@@ -40,49 +40,21 @@ TEST(Roles, LevelsNamesAndPrivileges) {
               (std::vector<std::string_view>{"Login", "ConfigureSelf", "ConfigureComponents"}));
 }
 
-TEST(PrivilegeTable, ReadingNeedsLoginAndChangesTheirArea) {
-    EXPECT_EQ(privilege_required("/redfish/v1/Systems/1", GET).privileges, privilege_login);
-    EXPECT_EQ(privilege_required("/redfish/v1/Systems/1", PATCH).privileges,
-              privilege_configure_components);
-    EXPECT_EQ(privilege_required("/redfish/v1/Chassis/1", PATCH).privileges,
-              privilege_configure_components);
-    EXPECT_EQ(privilege_required("/redfish/v1/AccountService/Accounts", POST).privileges,
-              privilege_configure_users);
-    EXPECT_EQ(privilege_required("/redfish/v1/AccountService/Accounts/3", PATCH).own,
-              own_target::account);
-    EXPECT_EQ(privilege_required("/redfish/v1/SessionService/Sessions/3", DELETE).own,
-              own_target::session);
-    EXPECT_EQ(privilege_required("/redfish/v1/SessionService", PATCH).privileges,
-              privilege_configure_manager);
-    // A prefix only covers whole segments.
-    EXPECT_EQ(privilege_required("/redfish/v1/SystemsX", PATCH).privileges,
-              privilege_configure_manager);
-    EXPECT_EQ(
-        privilege_required("/redfish/v1/UpdateService/Actions/UpdateService.SimpleUpdate", POST)
-            .privileges,
-        privilege_configure_manager);
-}
-
-TEST(PrivilegeTable, RolesAgainstRequests) {
+// Ownership decides ConfigureSelf by the caller's session and slot.
+TEST(PrivilegeTable, ConfigureSelfHoldsOnTheCallersOwnSession) {
+    constexpr route_privileges session = reads_and_changes(
+        any_of({privilege_configure_manager, privilege_configure_self}),
+        any_of({privilege_configure_manager, privilege_configure_self}), own_target::session);
     request_context context;
-    context.uri = "/redfish/v1/Systems/1";
-    context.method = PATCH;
-    context.privilege = 3;
-    EXPECT_TRUE(caller_is_authorised(context));
-    context.privilege = 2;
-    EXPECT_FALSE(caller_is_authorised(context));
-    context.method = GET;
-    EXPECT_TRUE(caller_is_authorised(context));
-    context.privilege = 1;
-    EXPECT_FALSE(caller_is_authorised(context));
-
     context.uri = "/redfish/v1/SessionService/Sessions/4";
     context.method = DELETE;
     context.privilege = 2;
     context.session_id = 4;
-    EXPECT_TRUE(caller_is_authorised(context));
+    EXPECT_TRUE(caller_is_authorised(context, session));
     context.session_id = 5;
-    EXPECT_FALSE(caller_is_authorised(context));
+    EXPECT_FALSE(caller_is_authorised(context, session));
     context.privilege = 4;
-    EXPECT_TRUE(caller_is_authorised(context));
+    EXPECT_TRUE(caller_is_authorised(context, session));
+    context.privilege = 1;
+    EXPECT_FALSE(caller_is_authorised(context, session));
 }
