@@ -15,6 +15,7 @@ namespace odata::redfish {
 namespace {
 
 constexpr const char* clear_action = "LogService.ClearLog";
+constexpr int event_log_cleared = 151;
 
 }  // namespace
 
@@ -58,6 +59,9 @@ int sel_log_clear::post(request_context& context) {
         console_log("[ERROR] LogService.ClearLog: the SEL was not cleared\n");
         throw_http_error(500, "Base.1.10.InternalError");
     }
+    // The emptied log starts with who emptied it; its time is the record's.
+    const std::string record = context.user_name + ", cleared the event log";
+    LibSaveSysEvtLog(event_log_cleared, 0, record.c_str());
     service_->answer_success();
     return 0;
 }
