@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "framework/schema_files.h"
+#include "frontend/response_headers.h"
 
 namespace odata::redfish {
 namespace {
@@ -55,8 +56,7 @@ const std::string& metadata_text() {
 }
 
 int metadata::write_headers(unsigned length, const std::string&) {
-    std::cout << "Content-Length: " << length << "\r\n"
-              << "Content-Type: application/xml\r\n\r\n";
+    write_header_block(length, body_kind::xml);
     return 0;
 }
 

@@ -4,6 +4,7 @@
 
 #include <iostream>
 
+#include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
 
 namespace odata::redfish {
@@ -88,13 +89,12 @@ void redfish::send_response() {
     if (end_if_no_content()) return;
     if (context_.method == GET) etag();
     body();
-    if (!etag_.empty()) std::cout << "ETag: " << etag_ << "\r\n";
     write_headers(static_cast<unsigned>(body_.size()), body_);
     std::cout << body_;
 }
 
 void redfish::answer_success() {
-    std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n";
+    write_status_line(200);
     set_body(render_result({"Success", "Successfully Completed Request.", {}}));
 }
 

@@ -19,6 +19,7 @@ public:
 
     void send_response() override;
     std::string_view schema_name() const override { return entity_type_; }
+    std::string_view answer_etag() const override { return etag_; }
 
     // The quoted MD5 of the serialised body; serialises the value first.
     // GET responses always carry it.

@@ -1,57 +1,22 @@
 #include "framework/webservice.h"
 
-#include <iostream>
-#include <utility>
-
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
-#include "frontend/result_writer.h"
-#include "platform/libweb.h"
+#include "frontend/response_headers.h"
 
 namespace odata::redfish {
 
-namespace {
-
-constexpr std::pair<int, std::string_view> method_names[] = {
-    {GET, "GET"}, {PATCH, "PATCH"}, {POST, "POST"}, {PUT, "PUT"}, {DELETE, "DELETE"}};
-
-// "Allow: GET, PATCH\r\n"
-void write_allow_header(unsigned methods) {
-    std::cout << "Allow: ";
-    const char* separator = "";
-    for (const auto& [code, name] : method_names) {
-        if (!(methods & (1u << code))) continue;
-        std::cout << separator << name;
-        separator = ", ";
-    }
-    std::cout << "\r\n";
-}
-
-// The JSON schema file that describes a resource, when the service serves it.
-void write_link_header(std::string_view schema) {
-    const schema_file* file = schema.empty() ? nullptr : find_schema_file(schema);
-    if (file && file->json_published)
-        std::cout << "Link: </redfish/v1/JsonSchemas/" << schema << ">; rel=describedby\r\n";
-}
-
-}  // namespace
-
-void webservice::method_not_allowed() const {
-    std::cout << "Status: 405 Method Not Allowed\r\n";
-    write_allow_header(allowed_methods_);
-    throw exception("");
-}
+void webservice::method_not_allowed() const { throw_method_not_allowed(allowed_methods_); }
 
 void webservice::write_default_headers(unsigned length) const {
-    char origin[1025] = {};
-    if (get_cgi_env("HTTP_ORIGIN", origin, 1024) >= 0)
-        std::cout << "Access-Control-Allow-Origin: " << origin << "\r\n";
+    resource_headers resource;
+    resource.etag = answer_etag();
     if (context_.method == GET) {
-        write_allow_header(allowed_methods_);
-        write_link_header(schema_name());
-        std::cout << "Cache-Control: no-cache\r\n";
+        resource.allowed_methods = allowed_methods_;
+        const schema_file* file = schema_name().empty() ? nullptr : find_schema_file(schema_name());
+        if (file && file->json_published) resource.schema = schema_name();
     }
-    write_json_headers(length);
+    write_header_block(length, body_kind::json, resource);
 }
 
 int webservice::write_headers(unsigned length, const std::string&) {

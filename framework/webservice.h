@@ -36,12 +36,12 @@ protected:
     // Handlers are owned by a shared pointer made for their own class.
     ~webservice() = default;
 
-    // The default headers: CORS, Allow, Link and Cache-Control on GET,
-    // Content-Length, OData-Version, Content-Type, empty line.
+    // The header block of a JSON answer: with Allow, Link and
+    // Cache-Control on GET, and the answer's ETag when it has one.
     void write_default_headers(unsigned length) const;
+    virtual std::string_view answer_etag() const { return {}; }
 
-    // Writes the 405 status line with Allow and throws
-    // odata::redfish::exception.
+    // Answers 405 with the methods the class serves in Allow.
     [[noreturn]] void method_not_allowed() const;
 
     request_context& context_;

@@ -8,6 +8,7 @@
 
 #include "frontend/exception_http.h"
 #include "frontend/message.h"
+#include "frontend/response_headers.h"
 #include "platform/libweb.h"
 
 namespace odata::redfish {
@@ -97,7 +98,7 @@ int request_method() {
             std::strcmp(method, entry.name) == 0)
             return entry.code;
     }
-    std::cout << "Status: 405 Method Not Allowed\r\n";
+    write_status_line(405);
     throw exception("");
 }
 

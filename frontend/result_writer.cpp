@@ -1,5 +1,6 @@
 #include "frontend/result_writer.h"
 
+#include "frontend/response_headers.h"
 #include "frontend/response_stream.h"
 
 #include <iostream>
@@ -40,22 +41,16 @@ std::string render_result(const result_record& result) {
     return boost::json::serialize(result_object(result));
 }
 
-void write_json_headers(std::size_t length) {
-    std::cout << "Content-Length: " << length << "\r\n"
-              << "OData-Version: 4.0\r\n"
-              << "Content-Type: application/json; charset=UTF-8\r\n\r\n";
-}
-
 bool end_if_no_content() {
     if (response_status() != 204) return false;
-    std::cout << "OData-Version: 4.0\r\n\r\n";
+    write_header_block(0, body_kind::none);
     return true;
 }
 
 void write_result(const result_record& result) {
     if (end_if_no_content()) return;
     std::string body = render_result(result);
-    write_json_headers(body.size());
+    write_header_block(body.size());
     std::cout << body;
 }
 

@@ -14,9 +14,6 @@ namespace odata::redfish {
 boost::json::object result_object(const result_record& result);
 std::string render_result(const result_record& result);
 
-// The headers that end every JSON answer, then the empty line.
-void write_json_headers(std::size_t length);
-
 // After a "204 No Content" status line, ends the headers (a 204 answer has
 // neither body nor content headers) and answers true; otherwise false.
 bool end_if_no_content();

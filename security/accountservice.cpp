@@ -6,6 +6,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "platform/libipmi_users.h"
 #include "security/account_policy.h"
 #include "security/account_slots.h"
@@ -115,7 +116,7 @@ int accountservice::patch(request_context& context) {
     check_provider_switches(patch.ldap, patch.active_directory, patch.result);
     if (!patch.result.entries.empty()) throw_http_result(400, patch.result);
     if (!patch.store()) throw_http_error(500, "Base.1.10.InternalError");
-    std::cout << "Status: 204 No Content\r\n";
+    write_status_line(204);
     return 0;
 }
 

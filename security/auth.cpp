@@ -5,6 +5,7 @@
 
 #include "framework/property_checks.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "security/basic_credentials.h"
@@ -98,7 +99,7 @@ int token_auth::open_session(request_context& context) {
     std::optional<opened_session> session =
         owner ? odata::redfish::open_session(*owner) : std::nullopt;
     if (!session) {
-        std::cout << "Status: 404 Not Found\r\n";
+        write_status_line(404);
         throw exception("");
     }
     token = session->token;
@@ -112,7 +113,7 @@ int token_auth::open_session(request_context& context) {
 }
 
 void token_auth::refuse(request_context&) {
-    std::cout << "Status: 401 Unauthorized\r\n";
+    write_status_line(401);
     throw exception("");
 }
 

@@ -5,6 +5,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
 #include "platform/libipmi_users.h"
 #include "security/account_writer.h"
@@ -135,7 +136,7 @@ int manageraccount::patch(request_context& context) {
     if (!result.entries.empty()) throw_http_result(400, result);
     if (!modify_account(account, changes)) throw_http_error(400, "Base.1.10.AccountNotModified");
     end_replaced_sessions(context, account, changes);
-    std::cout << "Status: 204 No Content\r\n";
+    write_status_line(204);
     return 0;
 }
 
@@ -147,7 +148,7 @@ int manageraccount::del(request_context& context) {
     if (UtilIsUserActivateSession(account.slot))
         throw_http_error(400, "TWR.1.0.OemUserDisableFail", {account.user_name});
     if (!remove_account(account)) throw_http_error(400, "Base.1.10.AccountNotModified");
-    std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n";
+    write_status_line(200);
     set_body(render_result(account_removed()));
     return 0;
 }

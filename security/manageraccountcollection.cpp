@@ -4,6 +4,7 @@
 
 #include "framework/property_checks.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "security/account_slots.h"
 #include "security/account_writer.h"
 #include "security/manageraccount.h"
@@ -46,8 +47,8 @@ int manageraccountcollection::post(request_context& context) {
     manageraccount answer(context, account_id);
     answer.get(context);
     for (const auto& property : answer.value()) set(property.key(), property.value());
-    std::cout << "Status: 201 Created\r\n"
-              << "Location: " << account_uri(account_id) << "\r\n";
+    write_status_line(201);
+    set_response_header(response_header::location, account_uri(account_id));
     return 0;
 }
 

@@ -6,6 +6,7 @@
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/message_table.h"
+#include "frontend/response_headers.h"
 #include "security/auth.h"
 #include "security/session_settings.h"
 #include "security/session_store.h"
@@ -18,7 +19,7 @@ constexpr const char* collection_uri = "/redfish/v1/SessionService/Sessions";
 
 // A change answers with its status line; send-response completes the
 // headers, and the web server sends no body with a 204.
-void answer_no_content() { std::cout << "Status: 204 No Content\r\n"; }
+void answer_no_content() { write_status_line(204); }
 
 // What a PATCH stores: the settings as they are, changed by the request. They
 // stay locked from their read to the store.

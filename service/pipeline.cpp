@@ -9,6 +9,7 @@
 #include "frontend/exception_http.h"
 #include "frontend/message_table.h"
 #include "frontend/request_context.h"
+#include "frontend/response_headers.h"
 #include "frontend/response_stream.h"
 #include "frontend/result_writer.h"
 #include "platform/libipmi.h"
@@ -69,8 +70,9 @@ void drop_members_segment(request_context& context) {
 // Conditional GET: If-None-Match answers 304 when the resource is unchanged.
 void check_conditional_headers(redfish& resource) {
     if (cgi_variable_set("HTTP_NONE_MATCH") && cgi_variable("HTTP_NONE_MATCH") != resource.etag()) {
-        std::cout << "ETag: " << resource.etag() << "\r\n";
-        throw_http(204);
+        exception_http unchanged(204);
+        unchanged.add_header("ETag", resource.etag());
+        throw unchanged;
     }
     if (cgi_variable_set("HTTP_IF_NONE_MATCH") &&
         cgi_variable("HTTP_IF_NONE_MATCH") == resource.etag())
@@ -165,7 +167,7 @@ void handle_request(request_context& context, std::istream& input) {
 }
 
 void answer_malformed_json() {
-    std::cout << "Status: 400 Bad Request\r\n";
+    write_status_line(400);
     result_record result = general_error();
     add_message(result, "Base.1.10.MalformedJSON");
     write_result(result);
@@ -175,8 +177,9 @@ void answer_malformed_json() {
 // answer 500 when nothing was.
 void answer_logged_failure(const char* text) {
     if (text[0] != '\0') console_log("%s.", text);
-    if (response_bytes_written() == 0) std::cout << "Status: 500 Internal Server Error\r\n";
-    std::cout << "Content-Length: 0\r\n\r\n";
+    if (response_bytes_written() == 0) write_status_line(500);
+    reset_response_headers();
+    write_header_block(0, body_kind::empty);
 }
 
 }  // namespace
@@ -187,6 +190,7 @@ std::string normalise_path(std::string uri) {
 }
 
 void run_pipeline(std::istream& input) {
+    reset_response_headers();
     request_context context;
     try {
         handle_request(context, input);

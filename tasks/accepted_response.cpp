@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
 #include "platform/libweb.h"
 #include "tasks/task_states.h"
@@ -45,10 +46,10 @@ std::string accepted_body(const TaskInfo& task) {
 
 void answer_accepted(const TaskInfo& task) {
     const std::string body = accepted_body(task);
-    std::cout << "Status: 202 Accepted\r\n"
-              << "Location: " << task_monitor_uri(task.monitor_id) << "\r\n"
-              << "Retry-After: " << retry_after_seconds << "\r\n";
-    write_json_headers(body.size());
+    write_status_line(202);
+    set_response_header(response_header::location, task_monitor_uri(task.monitor_id));
+    set_response_header(response_header::retry_after, std::to_string(retry_after_seconds));
+    write_header_block(body.size());
     std::cout << body;
 }
 

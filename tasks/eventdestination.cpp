@@ -5,6 +5,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
 #include "security/snmp_protocols.h"
 #include "tasks/event_uris.h"
@@ -90,14 +91,14 @@ int eventdestination::patch(request_context& context) {
     if (outcome == edited_subscription::not_found) throw_http(404);
     if (outcome == edited_subscription::refused) throw_http_result(400, result);
     if (outcome == edited_subscription::failed) throw_http_error(500, "Base.1.10.InternalError");
-    std::cout << "Status: 204 No Content\r\n";
+    write_status_line(204);
     return 0;
 }
 
 int eventdestination::del(request_context&) {
     existing_entry();
     if (!delete_subscription(index_)) throw_http_error(500, "Base.1.10.InternalError");
-    std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n";
+    write_status_line(200);
     set_body(render_result({"Success", "Successfully Completed Request.", {}}));
     return 0;
 }

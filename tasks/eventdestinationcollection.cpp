@@ -4,6 +4,7 @@
 
 #include "framework/property_checks.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "tasks/event_uris.h"
 #include "tasks/eventdestination.h"
 #include "tasks/subscription_request.h"
@@ -39,8 +40,8 @@ int eventdestinationcollection::post(request_context& context) {
     eventdestination answer(context, id);
     answer.get(context);
     for (const auto& property : answer.value()) set(property.key(), property.value());
-    std::cout << "Status: 201 Created\r\n"
-              << "Location: " << subscription_uri(id) << "\r\n";
+    write_status_line(201);
+    set_response_header(response_header::location, subscription_uri(id));
     return 0;
 }
 

@@ -6,6 +6,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
 #include "platform/alert_settings.h"
 #include "platform/libweb.h"
@@ -194,18 +195,18 @@ int eventservice::patch(request_context& context) {
         });
     if (!stored) throw_http_error(500, "Base.1.10.InternalError");
     if (!patch.smtp_changed) {
-        std::cout << "Status: 204 No Content\r\n";
+        write_status_line(204);
         return 0;
     }
     result_record modified{"OemSuccess", "Successfully Completed Request.", {}};
     add_message(modified, "TWR.1.0.OemSmtpModified");
-    std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n";
+    write_status_line(200);
     set_body(render_result(modified));
     return 0;
 }
 
 void eventservice::answer_success() {
-    std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n";
+    write_status_line(200);
     set_body(render_result({"Success", "Successfully Completed Request.", {}}));
 }
 

@@ -9,6 +9,7 @@
 
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
 #include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
@@ -92,8 +93,8 @@ int task::del(request_context& context) {
                                         cancel_origin) < 0)
         throw_http_error(500, "Base.1.10.InternalError");
     if (std::string_view(info.name) == bios_update_task) drop_staged_bios(info.id);
-    std::cout << "Status: 200 OK\r\nOData-Version: 4.0\r\n"
-              << "Location: " << task_monitor_uri(info.monitor_id) << "\r\n";
+    write_status_line(200);
+    set_response_header(response_header::location, task_monitor_uri(info.monitor_id));
     set_body(render_result({"Success", "Successfully Completed Request.", {}}));
     return 0;
 }

@@ -4,6 +4,7 @@
 
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "frontend/status_line.h"
 #include "platform/libtask.h"
 #include "platform/libweb.h"
@@ -44,11 +45,9 @@ int taskmonitor::get(request_context& context) {
     const int status = task_monitor_status(info.state);
     if (status == 400) throw_task_exception(info);
     if (status == 500) throw_http(500);
-    std::string line;
-    status_line(status, line);
-    std::cout << line;
+    write_status_line(status);
     if (status == 202)
-        std::cout << "Location: " << task_monitor_uri(info.monitor_id) << "\r\nAllow: GET\r\n";
+        set_response_header(response_header::location, task_monitor_uri(info.monitor_id));
     uri_ = task_uri(info.id);
     name_ = info.name;
     set_common_properties(std::to_string(info.id));

@@ -6,6 +6,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "platform/libipmi.h"
 #include "platform/libtask.h"
 #include "tasks/redfish_time.h"
@@ -52,7 +53,7 @@ int taskservice::patch(request_context& context) {
     }
     if (!result.entries.empty()) throw_http_result(400, result);
     if (enabled && TaskServiceSetStartStop(*enabled ? 1 : 0) < 0) throw_http_result(400, result);
-    std::cout << "Status: 204 No Content\r\n";
+    write_status_line(204);
     return 0;
 }
 

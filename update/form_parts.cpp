@@ -3,6 +3,7 @@
 #include <charconv>
 #include <iostream>
 
+#include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
 #include "platform/libweb.h"
 #include "update/multipart_reader.h"
@@ -67,7 +68,7 @@ form_parts read_form_parts(const request_context& context, std::size_t max_part_
 void answer_form_success(const char* message_id) {
     result_record result{"OemSuccess", "Successfully Completed Request.", {}};
     add_message(result, message_id);
-    std::cout << "Status: 200 OK\r\n";
+    write_status_line(200);
     write_result(result);
 }
 

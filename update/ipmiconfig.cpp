@@ -5,6 +5,7 @@
 
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "platform/libipmi_config.h"
 #include "platform/libweb.h"
 #include "update/configuration_audit.h"
@@ -60,11 +61,10 @@ int ipmiconfig_download::post(request_context& context) {
         throw_http_error(500, "Base.1.10.InternalError");
     }
     audit_configuration(context.user_name, "TWR.1.0.OemFileDownloaded", {config_file_name});
-    std::cout << "Status: 200 OK\r\n"
-              << "Content-Type: application/octet-stream\r\n"
-              << "Content-Disposition: attachment; filename=\"" << config_file_name << "\"\r\n"
-              << "Cache-Control: no-store\r\n"
-              << "Content-Length: " << length << "\r\n\r\n";
+    write_status_line(200);
+    set_response_header(response_header::content_disposition,
+                        std::string("attachment; filename=\"") + config_file_name + "\"");
+    write_header_block(static_cast<size_t>(length), body_kind::attachment);
     std::cout.write(text.data(), length);
     return 0;
 }

@@ -8,6 +8,7 @@
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "platform/libipmi_sensors.h"
 #include "platform/libipmi_users.h"
 #include "resources/chassis/chassis_fru.h"
@@ -91,7 +92,7 @@ int chassis::patch(request_context& context) {
     if (!result.entries.empty()) throw_http_result(400, result);
     const std::string refused = apply_chassis_changes(changes);
     if (!refused.empty()) throw_http_error(400, "Base.1.10.InternalError", {}, {"/" + refused});
-    std::cout << "Status: 204 No Content\r\n";
+    write_status_line(204);
     return 0;
 }
 

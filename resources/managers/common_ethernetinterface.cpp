@@ -6,6 +6,7 @@
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "platform/libipmi_sensors.h"
 #include "platform/liblan.h"
 #include "platform/libweb.h"
@@ -83,7 +84,7 @@ int common_ethernetinterface::patch(request_context& context) {
         console_log("[ERROR] EthernetInterface: LAN settings not applied\n");
         throw_http_error(500, "Base.1.10.InternalError");
     }
-    std::cout << "Status: 204 No Content\r\n";
+    write_status_line(204);
     return 0;
 }
 

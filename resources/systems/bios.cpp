@@ -5,6 +5,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "resources/systems/bios_attributes.h"
 #include "resources/systems/system_uris.h"
 
@@ -66,7 +67,7 @@ int bios::patch(request_context& context) {
     if (!result.entries.empty()) throw_http_result(400, result);
     if (!changes.attributes.empty() && !add_pending_bios_attributes(changes.attributes))
         throw_http_error(500, "Base.1.10.InternalError");
-    std::cout << "Status: 204 No Content\r\n";
+    write_status_line(204);
     return 0;
 }
 

@@ -5,6 +5,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "resources/systems/bios_attributes.h"
 
 namespace odata::redfish {
@@ -61,7 +62,7 @@ int secureboot::patch(request_context& context) {
     const boost::json::object attributes{
         {secure_boot_attribute, *changes.enable ? "Enabled" : "Disabled"}};
     if (!add_pending_bios_attributes(attributes)) throw_http_error(500, "Base.1.10.InternalError");
-    std::cout << "Status: 204 No Content\r\n";
+    write_status_line(204);
     return 0;
 }
 

@@ -195,20 +195,23 @@ def test_sel_entries_come_and_go_with_the_event_log(bmc, admin):
     assert (service["LogEntryType"], service["Entries"]) == ("SEL", {"@odata.id": ENTRIES})
     bmc.bmcsim("eventlog", "add", "200", "Fan 3 failed")
     bmc.bmcsim("eventlog", "add", "137", "/redfish/v1/Managers")
+    # The cleared log starts with the record of its clearing.
     entries = admin.get(bmc.url(ENTRIES), timeout=10).json()
-    assert entries["Members"] == [{"@odata.id": ENTRIES + "/1"}, {"@odata.id": ENTRIES + "/2"}]
-    first = admin.get(bmc.url(ENTRIES + "/1"), timeout=10).json()
-    assert (first["Id"], first["EntryType"], first["Message"], first["Severity"]) == (
-        "1", "SEL", "Fan 3 failed", "OK")
-    assert first["Created"].endswith("+00:00")
-    assert admin.get(bmc.url(ENTRIES + "/2"), timeout=10).json()["Severity"] == "Warning"
-    assert admin.get(bmc.url(ENTRIES + "/3"), timeout=10).status_code == 404
+    assert entries["Members"] == [{"@odata.id": ENTRIES + "/%d" % n} for n in (1, 2, 3)]
+    cleared = admin.get(bmc.url(ENTRIES + "/1"), timeout=10).json()
+    assert cleared["Message"] == bmc.admin_user + ", cleared the event log"
+    second = admin.get(bmc.url(ENTRIES + "/2"), timeout=10).json()
+    assert (second["Id"], second["EntryType"], second["Message"], second["Severity"]) == (
+        "2", "SEL", "Fan 3 failed", "OK")
+    assert second["Created"].endswith("+00:00")
+    assert admin.get(bmc.url(ENTRIES + "/3"), timeout=10).json()["Severity"] == "Warning"
+    assert admin.get(bmc.url(ENTRIES + "/4"), timeout=10).status_code == 404
     answer = admin.post(bmc.url(CLEAR_LOG), json={"Force": True}, timeout=10)
     assert message_of(answer)[:2] == ("Base.1.10.ActionParameterUnknown", ["LogService.ClearLog", "Force"])
-    assert len(bmc.events()) == 2
+    assert len(bmc.events()) == 3
     assert_success(admin.post(bmc.url(CLEAR_LOG), timeout=10))
-    assert admin.get(bmc.url(ENTRIES), timeout=10).json()["Members"] == []
-    assert admin.get(bmc.url(ENTRIES + "/1"), timeout=10).status_code == 404
+    assert admin.get(bmc.url(ENTRIES), timeout=10).json()["Members"] == [{"@odata.id": ENTRIES + "/1"}]
+    assert admin.get(bmc.url(ENTRIES + "/2"), timeout=10).status_code == 404
 
 
 def test_virtual_media_insert_and_eject_reach_the_simulator(bmc, admin):

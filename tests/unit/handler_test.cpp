@@ -52,9 +52,16 @@ TEST(Webservice, MethodsAHandlerDoesNotServeAnswer405WithAllowAndNoBody) {
     request_context context;
     auto handler = make_handler<patchable_resource>(context);
     for (int method : {POST, PUT, DELETE}) {
-        stdout_capture capture;
-        EXPECT_THROW(handler->call(method), exception);
-        EXPECT_EQ(capture.text(), "Status: 405 Method Not Allowed\r\nAllow: GET, PATCH\r\n");
+        try {
+            handler->call(method);
+            ADD_FAILURE() << "answered " << method;
+        } catch (const exception_http& answer) {
+            stdout_capture capture;
+            answer.write();
+            EXPECT_EQ(
+                capture.text(),
+                "Status: 405 Method Not Allowed\r\nAllow: GET, PATCH\r\nContent-Length: 0\r\n\r\n");
+        }
     }
 }
 
@@ -90,7 +97,7 @@ TEST(RedfishResource, GetAnswersTheValueWithItsEtag) {
     EXPECT_EQ(resource.etag(), quoted_md5(body));
     EXPECT_EQ(
         capture.text(),
-        "ETag: " + resource.etag() + "\r\nAllow: GET\r\nCache-Control: no-cache\r\n" +
+        "Allow: GET\r\nCache-Control: no-cache\r\nETag: " + resource.etag() + "\r\n" +
             "Content-Length: " + std::to_string(body.size()) +
             "\r\nOData-Version: 4.0\r\nContent-Type: application/json; charset=UTF-8\r\n\r\n" +
             body);
