@@ -78,6 +78,8 @@ void note_input(const std::string& path, const file_version& version) {
     state.inputs.files.push_back({path, version});
 }
 
+void note_unversioned_input() { current().reusable = false; }
+
 void note_input_expiry(long when) {
     recording_state& state = current();
     if (!state.active) return;

@@ -50,8 +50,16 @@ public:
     std::optional<recorded_inputs> finish();
 };
 
+// The duty of every platform function that reads the BMC's state while a
+// recording is on: note what it read, a file at its version (note_input,
+// note_input_file) or state that changes at a known time
+// (note_input_expiry); one that reads state that has no version (a live
+// reading, the clock as part of an answer) calls note_unversioned_input, and
+// what was built from it is not used again.
+
 // Called with every version taken of a file that holds state.
 void note_input(const std::string& path, const file_version& version);
+void note_unversioned_input();
 // For state that changes by itself at a known time (a scheduled power
 // step): what was read holds until then (lx_time_get() seconds).
 void note_input_expiry(long when);

@@ -6,6 +6,7 @@
 #include <ctime>
 #include <string>
 
+#include "framework/redfish.h"
 #include "framework/response_cache.h"
 #include "platform/file_cache.h"
 #include "platform/input_recording.h"
@@ -13,7 +14,9 @@
 #include "platform/sim/memory_modules.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/smbios_store.h"
+#include "service/resource_reads.h"
 #include "sim_root_fixture.h"
+#include "stdout_capture.h"
 
 namespace {
 
