@@ -120,4 +120,11 @@ std::string schema_type(const schema_file& schema) {
     return "#" + name + "." + std::string(schema.version) + "." + name;
 }
 
+std::string schema_uri(const schema_file& schema) {
+    if (schema.json_published) return "/redfish/v1/JsonSchemas/" + std::string(schema.name);
+    std::string uri = "http://redfish.dmtf.org/schemas/v1/" + std::string(schema.name);
+    if (!schema.version.empty()) uri += "." + std::string(schema.version);
+    return uri + ".json";
+}
+
 }  // namespace odata::redfish

@@ -28,4 +28,8 @@ const schema_file& schema_file_of(std::string_view name);
 // "#Chassis.v1_10_0.Chassis", "#ChassisCollection.ChassisCollection".
 std::string schema_type(const schema_file& schema);
 
+// The JSON schema of a type: the service's copy where it publishes one
+// ("/redfish/v1/JsonSchemas/Chassis"), else DMTF's file of its version.
+std::string schema_uri(const schema_file& schema);
+
 }  // namespace odata::redfish

@@ -27,6 +27,16 @@ int service_root::get(request_context&) {
         console_log("[ERROR] service root: no device GUID\n");
     set("Product", "Tarnwright Baseboard Management Controller");
     set("Vendor", "Tarnwright");
+    // No query option is served (a query answers 400); clients read this
+    // before they try one.
+    set("ProtocolFeaturesSupported",
+        boost::json::object{
+            {"ExcerptQuery", false},
+            {"ExpandQuery",
+             {{"ExpandAll", false}, {"Levels", false}, {"Links", false}, {"NoLinks", false}}},
+            {"FilterQuery", false},
+            {"OnlyMemberQuery", false},
+            {"SelectQuery", false}});
     set_service_links();
     return 0;
 }

@@ -1,5 +1,7 @@
 #include "framework/webservice.h"
 
+#include <string>
+
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
@@ -11,10 +13,11 @@ void webservice::method_not_allowed() const { throw_method_not_allowed(allowed_m
 void webservice::write_default_headers(unsigned length) const {
     resource_headers resource;
     resource.etag = answer_etag();
+    std::string schema;
     if (context_.method == GET) {
         resource.allowed_methods = allowed_methods_;
-        const schema_file* file = schema_name().empty() ? nullptr : find_schema_file(schema_name());
-        if (file && file->json_published) resource.schema = schema_name();
+        if (const schema_file* file = find_schema_file(schema_name())) schema = schema_uri(*file);
+        resource.schema_uri = schema;
     }
     write_header_block(length, body_kind::json, resource);
 }

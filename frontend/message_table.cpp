@@ -79,6 +79,10 @@ constexpr message_text table[] = {
     {"Base.1.10.InvalidObject", "Critical", "The object at '%1' is invalid.",
      "Either the object is malformed or the URI is not correct.  Correct the condition and "
      "resubmit the request if it failed."},
+    {"Base.1.10.NoOperation", "Warning",
+     "The request body submitted contain no data to act upon and no changes to the resource took "
+     "place.",
+     "Add properties in the JSON object and resubmit the request."},
     {"Base.1.10.MalformedJSON", "Critical",
      "The request body submitted was malformed JSON and could not be parsed by the receiving "
      "service.",

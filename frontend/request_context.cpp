@@ -14,6 +14,21 @@
 namespace odata::redfish {
 namespace {
 
+// A PATCH may echo what a GET gave, "@odata.etag" and "@odata.type" among
+// it: such annotations are not properties and are ignored. A body of
+// nothing else changes nothing.
+void drop_odata_annotations(boost::json::value& body) {
+    boost::json::object* object = body.if_object();
+    if (!object || object->empty()) return;
+    boost::json::object properties;
+    for (const auto& member : *object) {
+        if (member.key().substr(0, 7) != "@odata.")
+            properties.emplace(member.key(), member.value());
+    }
+    if (properties.empty()) throw_http_error(400, "Base.1.10.NoOperation");
+    *object = std::move(properties);
+}
+
 // The raw body of the current request and its length; null when none.
 char* request_body = nullptr;
 std::size_t request_body_length = 0;
@@ -78,6 +93,7 @@ boost::json::value request_context::body_json() const {
     result_record result = general_error();
     report_nul_strings(parsed, "", result);
     if (!result.entries.empty()) throw_http_result(400, result);
+    if (method == PATCH) drop_odata_annotations(parsed);
     return parsed;
 }
 

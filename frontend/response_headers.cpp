@@ -40,9 +40,8 @@ std::string method_list(unsigned methods) {
 void write_resource_headers(const resource_headers& resource) {
     if (resource.allowed_methods)
         std::cout << "Allow: " << method_list(resource.allowed_methods) << "\r\n";
-    if (!resource.schema.empty())
-        std::cout << "Link: </redfish/v1/JsonSchemas/" << resource.schema
-                  << ">; rel=describedby\r\n";
+    if (!resource.schema_uri.empty())
+        std::cout << "Link: <" << resource.schema_uri << ">; rel=describedby\r\n";
     if (resource.allowed_methods) std::cout << "Cache-Control: no-cache\r\n";
     if (!resource.etag.empty()) std::cout << "ETag: " << resource.etag << "\r\n";
 }

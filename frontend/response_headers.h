@@ -23,7 +23,7 @@ void set_response_header(response_header header, std::string value);
 // What a GET answer of a resource adds to its block.
 struct resource_headers {
     unsigned allowed_methods = 0;  // 1 << method code each; 0 writes no Allow
-    std::string_view schema;       // the JSON schema named by Link; empty for none
+    std::string_view schema_uri;   // the JSON schema named by Link; empty for none
     std::string_view etag;         // empty for none
 };
 

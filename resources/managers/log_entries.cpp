@@ -8,12 +8,15 @@ sel_entry_collection::sel_entry_collection(request_context& context, const sel_l
     : redfish(context, "LogEntryCollection", "", "Log Entry Collection", sel_entries_uri(place)),
       place_(place) {}
 
+// LogEntryCollection's members are expanded in DMTF's schema: each is the
+// whole entry, as clients that read logs expect.
 int sel_entry_collection::get(request_context&) {
     set_common_properties();
-    std::vector<std::string> members;
+    boost::json::array members;
     for (const sel_entry& entry : read_sel_entries())
-        members.push_back(sel_entry_uri(place_, entry.id));
-    set_members(members);
+        members.push_back(sel_log_entry(place_, entry));
+    set("Members@odata.count", members.size());
+    set("Members", std::move(members));
     return 0;
 }
 

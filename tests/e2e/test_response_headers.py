@@ -65,3 +65,29 @@ def test_encoded_query_options_and_members_uri(bmc):
                             json={"UserName": "admin", "Password": admin.auth[1]}, timeout=10)
     assert created.status_code == 201
     assert admin.delete(bmc.url(created.headers["Location"])).status_code == 204
+
+
+def test_every_resource_links_its_schema_local_or_dmtf(bmc):
+    admin = bmc.admin()
+    protocol = admin.get(bmc.url("/redfish/v1/Managers/1/NetworkProtocol"))
+    version = protocol.json()["@odata.type"].split(".")[1]
+    assert protocol.headers["Link"] == (
+        "<http://redfish.dmtf.org/schemas/v1/ManagerNetworkProtocol.%s.json>; rel=describedby"
+        % version)
+    root = admin.get(bmc.url("/redfish/v1/"))
+    assert root.headers["Link"] == "</redfish/v1/JsonSchemas/ServiceRoot>; rel=describedby"
+    features = root.json()["ProtocolFeaturesSupported"]
+    assert features["FilterQuery"] is False and features["ExpandQuery"]["ExpandAll"] is False
+
+
+def test_patch_ignores_odata_annotations_and_refuses_a_body_of_nothing_else(bmc):
+    admin = bmc.admin()
+    service = admin.get(bmc.url("/redfish/v1/SessionService")).json()
+    echoed = {"@odata.id": service["@odata.id"], "@odata.type": service["@odata.type"],
+              "SessionTimeout": service["SessionTimeout"]}
+    assert admin.patch(bmc.url("/redfish/v1/SessionService"), json=echoed).status_code == 204
+    only = admin.patch(bmc.url("/redfish/v1/SessionService"),
+                       json={"@odata.etag": "\"x\"", "@odata.type": service["@odata.type"]})
+    assert only.status_code == 400
+    assert [entry["MessageId"] for entry in only.json()["error"]["@Message.ExtendedInfo"]] == [
+        "Base.1.10.NoOperation"]
