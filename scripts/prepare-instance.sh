@@ -54,5 +54,9 @@ install_registry oem_registry TWR.1.0.0.json
 install_registry event_registry Event.1.0.0.json
 install_registry bios_registry BiosAttributeRegistry.1.0.0.json
 
+# HTTPS_ONLY=1 sends every Redfish request that comes over HTTP to HTTPS.
+https_only=""
+if [ "${HTTPS_ONLY:-0}" = 1 ]; then https_only="$source_dir/deploy/lighttpd-https-only.conf.in"; fi
 sed -e "s|@ROOT@|$root|g" -e "s|@PORT@|$port|g" -e "s|@TLS_PORT@|$tls_port|g" \
-    -e "s|@PROCS@|$processes|g" "$source_dir/deploy/lighttpd.conf.in" > "$root/etc/lighttpd.conf"
+    -e "s|@PROCS@|$processes|g" "$source_dir/deploy/lighttpd.conf.in" ${https_only:+"$https_only"} \
+    > "$root/etc/lighttpd.conf"

@@ -19,7 +19,11 @@ bmcsim="$build/platform/sim/tool/bmcsim"
 settings="$root/nv/redfish/redfish.ini"
 [ -e "$settings" ] || printf '[Service]\nUnauthenticatedServiceRoot=1\n' > "$settings"
 
-echo "Redfish service: http://127.0.0.1:$port/redfish/v1 (https on port $tls_port)"
+if [ "${HTTPS_ONLY:-0}" = 1 ]; then
+    echo "Redfish service: https://127.0.0.1:$tls_port/redfish/v1 (plain HTTP on $port redirects to it)"
+else
+    echo "Redfish service: http://127.0.0.1:$port/redfish/v1 (https on port $tls_port)"
+fi
 echo "Administrator:   $user / $password"
 echo "Simulator tool:  $bmcsim --root $root"
 echo "Log:             $root/log/lighttpd-error.log"

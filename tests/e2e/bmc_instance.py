@@ -43,14 +43,18 @@ class BmcInstance:
     admin_user = ADMIN_USER
     admin_password = ADMIN_PASSWORD
 
-    def __init__(self, processes=2, open_service_root=False, check_reused_responses=True):
+    def __init__(self, processes=2, open_service_root=False, check_reused_responses=True,
+                 https_only=False):
         self.directory = tempfile.TemporaryDirectory(prefix="bmc-e2e-")
         self.root = self.directory.name
         self.port = free_port()
         self.tls_port = free_port()
         self.base = f"http://127.0.0.1:{self.port}"
+        self.tls_base = f"https://127.0.0.1:{self.tls_port}"
+        preparation = dict(os.environ, HTTPS_ONLY="1" if https_only else "0")
         subprocess.run([os.path.join(SOURCE_DIR, "scripts", "prepare-instance.sh"), self.root,
-                        BUILD_DIR, str(self.port), str(self.tls_port), str(processes)], check=True)
+                        BUILD_DIR, str(self.port), str(self.tls_port), str(processes)], check=True,
+                       env=preparation)
         self.bmcsim("users", "seed", ADMIN_USER, ADMIN_PASSWORD)
         if open_service_root:
             self.write_setting("redfish.ini", "[Service]\nUnauthenticatedServiceRoot=1\n")

@@ -35,6 +35,12 @@ def test_unsupported_methods_answer_405_without_body(bmc):
     assert admin.delete(bmc.url("/restapi")).status_code == 405
 
 
+def test_a_get_with_a_body_is_answered_as_a_get(bmc):
+    answer = bmc.raw(b"GET /redfish HTTP/1.0\r\nContent-Length: 2\r\n\r\n{}")
+    assert answer.split(b"\r\n", 1)[0].split()[1] == b"200"
+    assert answer.endswith(b'{"v1":"/redfish/v1/"}')
+
+
 def test_lower_case_method_is_not_get(bmc):
     answer = bmc.raw(b"get /redfish HTTP/1.0\r\n\r\n")
     assert answer.split(b"\r\n", 1)[0].split()[1] in (b"405", b"501")
