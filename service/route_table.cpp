@@ -19,6 +19,7 @@
 #include "resources/chassis/pciedevicescollection.h"
 #include "resources/chassis/pcieslots.h"
 #include "resources/chassis/power.h"
+#include "resources/chassis/power_controls.h"
 #include "resources/chassis/sata_backplane.h"
 #include "resources/chassis/sensor.h"
 #include "resources/chassis/sensorcollection.h"
@@ -234,6 +235,9 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Chassis/1/PCIeDevices/(PCIeSSD)([0-9]+)/PCIeFunctions/([0-9]+)",
          UNSERVED(pciessdfunc), component_resource},
         {"/redfish/v1/Chassis/1/PCIeSlots", SERVED(pcieslots), component_resource},
+        {"/redfish/v1/Chassis/1/Controls", SERVED(controlcollection), component_resource},
+        {"/redfish/v1/Chassis/1/Controls/PowerLimit", SERVED(powerlimitcontrol),
+         component_resource},
         {"/redfish/v1/Chassis/1/Sensors", SERVED(sensorcollection), component_resource},
         {"/redfish/v1/Chassis/1/Sensors/([0-9]+)", SERVED(sensor), component_resource,
          route_reusable},

@@ -32,6 +32,7 @@ constexpr const char* resource_links[][2] = {
     {"NetworkAdapters", network_adapters_uri},
     {"PCIeSlots", "/redfish/v1/Chassis/1/PCIeSlots"},
     {"Sensors", sensors_uri},
+    {"Controls", controls_uri},
     {"Memory", "/redfish/v1/Systems/1/Memory"},
 };
 

@@ -341,3 +341,16 @@ def test_sensor_index_outside_the_list_is_an_invalid_index(bmc, admin):
         assert message_ids(answer) == ["Base.1.10.InvalidIndex"]
         assert answer.json()["error"]["@Message.ExtendedInfo"][0]["MessageArgs"] == [index]
     assert admin.get(bmc.url(SENSORS + "/abc"), timeout=10).status_code == 404
+
+
+def test_the_power_limit_control_and_power_control_agree(bmc):
+    admin = bmc.admin()
+    chassis = admin.get(bmc.url("/redfish/v1/Chassis/1"), timeout=10).json()
+    controls = admin.get(bmc.url(chassis["Controls"]["@odata.id"]), timeout=10).json()
+    assert controls["Members@odata.count"] == 1
+    control = admin.get(bmc.url(controls["Members"][0]["@odata.id"]), timeout=10).json()
+    limit = admin.get(bmc.url("/redfish/v1/Chassis/1/Power"), timeout=10).json()[
+        "PowerControl"][0]["PowerLimit"]["LimitInWatts"]
+    assert (control["ControlType"], control["SetPointUnits"]) == ("Power", "W")
+    assert control["SetPoint"] == limit
+    assert control["ControlMode"] == ("Automatic" if limit else "Disabled")
