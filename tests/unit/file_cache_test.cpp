@@ -55,6 +55,48 @@ protected:
     int loads_ = 0;
 };
 
+// A resource built from a file, and maybe from state without a version.
+class counted_resource : public odata::redfish::redfish {
+public:
+    counted_resource(odata::redfish::request_context& context, std::string file, bool unversioned)
+        : redfish(context, "Sample", "v1_0_0", "Sample", context.uri),
+          file_(std::move(file)),
+          unversioned_(unversioned) {}
+    int get(odata::redfish::request_context&) override {
+        ++builds;
+        platform::note_input_file(file_);
+        if (unversioned_) platform::note_unversioned_input();
+        set_common_properties();
+        return 0;
+    }
+    int builds = 0;
+
+private:
+    std::string file_;
+    bool unversioned_;
+};
+
+// A reusable route's answer is built once while its noted inputs stay; one
+// that read something without a version is built every time.
+TEST_F(FileCache, OnlyAnswersOfNotedInputsAreUsedAgain) {
+    const std::string file = path("/state.ini");
+    sim_testing::write_text(file, "one");
+    settle();
+    for (bool unversioned : {false, true}) {
+        odata::redfish::request_context context;
+        context.method = odata::redfish::GET;
+        context.uri = unversioned ? "/redfish/v1/Unversioned" : "/redfish/v1/Noted";
+        int builds = 0;
+        for (int round = 0; round < 3; ++round) {
+            counted_resource resource(context, file, unversioned);
+            stdout_capture capture;
+            odata::redfish::get_resource(resource, context, true);
+            builds += resource.builds;
+        }
+        EXPECT_EQ(builds, unversioned ? 3 : 1) << context.uri;
+    }
+}
+
 TEST_F(FileCache, AnUnchangedSettledFileIsParsedOnce) {
     const std::string file = path("/a.ini");
     sim_testing::write_text(file, "one");
