@@ -28,8 +28,12 @@ void check_bios_host_off(const char* message_id, const char* errors_code) {
 }
 
 void take_firmware_update_lock(const char* component) {
-    if (get_fw_updating_lock() != 0)
-        throw_http_error(400, "TWR.1.0.OemFirmwareAlreadyInUpdateMode", {component});
+    const int taken = get_fw_updating_lock();
+    if (taken == -1) throw_http_error(400, "TWR.1.0.OemFirmwareAlreadyInUpdateMode", {component});
+    if (taken != 0) {
+        console_log("[ERROR] FirmwareUpdate the update lock cannot be recorded\n");
+        throw_http_error(500, "Base.1.10.InternalError");
+    }
 }
 
 }  // namespace odata::redfish
