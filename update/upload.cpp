@@ -101,10 +101,11 @@ void stage_image(multipart_reader& reader, const staged_component& component) {
     if (!next_part_is(reader, "UpdateFile"))
         throw_not_staged(parse_failure_line, parse_failure_text);
     image_file file(firmware_staging_file(component.device));
-    const bool received = file.valid() && reader.read_content([&file](const char* data,
-                                                                      size_t length) {
-        return file.write(data, length);
-    }) && file.size() > 0;
+    const bool received = file.valid() &&
+                          reader.read_content([&file](const char* data, size_t length) {
+                              return file.write(data, length);
+                          }) &&
+                          file.size() > 0;
     if (!received) throw_not_staged("[ERROR] HttpPushUri upload file\n", "Upload file error.");
     drop_waiting_push(component.device);
     if (!file.commit()) throw_not_staged("[ERROR] HttpPushUri upload file\n", "Upload file error.");
@@ -125,8 +126,7 @@ void record_staged_version(const staged_component& component) {
 // the staging.
 [[noreturn]] void stage_for_reset() {
     const std::optional<TaskInfo> task = create_task("BIOS Update", "BiosUpdate");
-    if (!task || set_fw_updating_lock_task(task->id) != 0 ||
-        StageBiosUpdateOnReset(task->id) != 0)
+    if (!task || set_fw_updating_lock_task(task->id) != 0 || StageBiosUpdateOnReset(task->id) != 0)
         throw_task_not_staged(task);
     platform::kill_point("reset-staged");
     if (TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0) {
