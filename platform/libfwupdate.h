@@ -24,6 +24,13 @@ int fw_updating_in_progress(void);
 // agent takes the BIOS image there); null for another device.
 const char* firmware_staging_file(int device);
 
+// The staging inventory: the version of a staged image under its entry
+// ("Staging_BMC", "Staging_BIOS", "Staging_CPLD_Motherboard", ...).
+// Storing answers 0 when recorded; reading answers negative when the entry
+// holds no version, else copies it into version (size bytes with the NUL).
+int StoreStagedFirmwareVersion(const char* entry, const char* version);
+int GetStagedFirmwareVersion(const char* entry, char* version, int size);
+
 // Records that the image at the BIOS staging file is written at the next
 // host reset, for the task that waits for it. Written after the task has
 // been handed the lock, before it goes Pending: a record whose task has
@@ -36,6 +43,8 @@ int DropBiosUpdateOnReset(int task_id);
 
 // 1 while an evidence dump is being generated, else 0.
 int evidence_dump_in_progress(void);
+// Removes the evidence dumps of earlier runs, which an update makes stale.
+void RemoveEvidenceDumps(void);
 
 // The running version of a device into version (size bytes with the NUL);
 // negative for an unknown device.

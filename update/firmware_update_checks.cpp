@@ -1,9 +1,6 @@
 #include "update/firmware_update_checks.h"
 
-#include <unistd.h>
-
 #include "frontend/exception_http.h"
-#include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/libweb.h"
@@ -15,8 +12,7 @@ void check_no_evidence_dump() {
         console_log("[ERROR] Generating evidence in progress.\n");
         throw_http_error(503, "TWR.1.0.OemEvidenceDumpErrorMessage");
     }
-    for (const char* stale : {"/tmp/twrbmc_evidence.bin.gz", "/tmp/twrbios_evidence.bin.gz"})
-        ::unlink(platform::bmc_path(stale).c_str());
+    RemoveEvidenceDumps();
 }
 
 void check_bios_host_off(const char* message_id, const char* errors_code) {

@@ -139,6 +139,11 @@ int evidence_dump_in_progress(void) {
     return ::access(evidence_marker_file().c_str(), F_OK) == 0 ? 1 : 0;
 }
 
+void RemoveEvidenceDumps(void) {
+    for (const char* dump : {"/tmp/twrbmc_evidence.bin.gz", "/tmp/twrbios_evidence.bin.gz"})
+        ::unlink(platform::bmc_path(dump).c_str());
+}
+
 int GetFirmwareVersion(int device, char* version, int size) {
     if (!firmware_component(device) || !version || size < 1) return -1;
     copy_out(firmware_version(device), version, size);
