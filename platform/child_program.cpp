@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -24,19 +25,41 @@ void close_fd(int& fd) {
 
 // Signals that this process ignores or blocks stay so across exec; the
 // child starts with the defaults.
+constexpr int defaulted_signals[] = {SIGPIPE, SIGCHLD, SIGHUP, SIGINT, SIGTERM, SIGALRM};
+
 void reset_signals(posix_spawnattr_t& attributes) {
     sigset_t none;
     sigemptyset(&none);
     sigset_t defaults;
     sigemptyset(&defaults);
-    for (int signal : {SIGPIPE, SIGCHLD, SIGHUP, SIGINT, SIGTERM, SIGALRM})
-        sigaddset(&defaults, signal);
+    for (int signal : defaulted_signals) sigaddset(&defaults, signal);
     posix_spawnattr_setsigmask(&attributes, &none);
     posix_spawnattr_setsigdefault(&attributes, &defaults);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
 }
 
-pid_t spawn(const std::vector<std::string>& argv, int input, int output) {
+// The argument vector and the environment, made before any fork.
+class launch {
+public:
+    explicit launch(const std::vector<std::string>& argv)
+        : program_(argv.at(0)), root_("BMC_ROOT=" + bmc_root()) {
+        for (const std::string& argument : argv)
+            arguments_.push_back(const_cast<char*>(argument.c_str()));
+        arguments_.push_back(nullptr);
+        environment_[0] = root_.c_str();
+    }
+    const char* program() const { return program_.c_str(); }
+    char* const* arguments() { return arguments_.data(); }
+    char* const* environment() { return const_cast<char* const*>(environment_); }
+
+private:
+    std::string program_;
+    std::string root_;
+    std::vector<char*> arguments_;
+    const char* environment_[3] = {nullptr, "PATH=/usr/sbin:/usr/bin:/sbin:/bin", nullptr};
+};
+
+pid_t spawn(launch& program, int input, int output) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, input, 0);
@@ -46,23 +69,38 @@ pid_t spawn(const std::vector<std::string>& argv, int input, int output) {
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     reset_signals(attributes);
-    std::vector<char*> arguments;
-    for (const std::string& argument : argv)
-        arguments.push_back(const_cast<char*>(argument.c_str()));
-    arguments.push_back(nullptr);
-    const std::string root = "BMC_ROOT=" + bmc_root();
-    const char* environment[] = {root.c_str(), "PATH=/usr/sbin:/usr/bin:/sbin:/bin", nullptr};
     pid_t pid = -1;
-    const int spawned = posix_spawn(&pid, argv.at(0).c_str(), &actions, &attributes,
-                                    arguments.data(), const_cast<char* const*>(environment));
+    const int spawned = posix_spawn(&pid, program.program(), &actions, &attributes,
+                                    program.arguments(), program.environment());
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     return spawned == 0 ? pid : -1;
 }
 
+// As spawn, with a death signal that posix_spawn cannot set. Between fork
+// and exec the child calls only async-signal-safe functions.
+pid_t spawn_tied(launch& program, int input, int output) {
+    const pid_t parent = ::getpid();
+    const pid_t pid = ::fork();
+    if (pid != 0) return pid;
+    // A parent that ended before the death signal was set sends none.
+    if (::prctl(PR_SET_PDEATHSIG, SIGKILL) != 0 || ::getppid() != parent) ::_exit(127);
+    sigset_t none;
+    sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    for (int signal : defaulted_signals) ::signal(signal, SIG_DFL);
+    ::dup2(input, 0);
+    ::dup2(output, 1);
+    ::dup2(output, 2);
+    ::close_range(3, ~0U, 0);
+    ::execve(program.program(), program.arguments(), program.environment());
+    ::_exit(127);
+}
+
 }  // namespace
 
-child_program::child_program(const std::vector<std::string>& argv) {
+child_program::child_program(const std::vector<std::string>& argv, lifetime tie) {
+    launch program(argv);
     int input[2];
     int output[2];
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, input) != 0) return;
@@ -71,7 +109,8 @@ child_program::child_program(const std::vector<std::string>& argv) {
         close_fd(input[1]);
         return;
     }
-    pid_ = spawn(argv, input[1], output[1]);
+    pid_ = tie == lifetime::caller ? spawn_tied(program, input[1], output[1])
+                                   : spawn(program, input[1], output[1]);
     close_fd(input[1]);
     close_fd(output[1]);
     input_ = input[0];

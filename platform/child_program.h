@@ -16,8 +16,13 @@ namespace platform {
 
 class child_program {
 public:
+    // own: the child may outlive the caller. caller: the kernel kills the
+    // child when the thread that started it ends, even by SIGKILL, so that
+    // work belonging to the caller (a flash, a download) never outlives it.
+    enum class lifetime { own, caller };
+
     // Starts argv[0], an absolute path; started() tells whether it did.
-    explicit child_program(const std::vector<std::string>& argv);
+    explicit child_program(const std::vector<std::string>& argv, lifetime tie = lifetime::own);
     child_program(const child_program&) = delete;
     child_program& operator=(const child_program&) = delete;
     // Kills and reaps a child that was not waited for: none is left behind.

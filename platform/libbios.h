@@ -28,7 +28,7 @@ enum {
 };
 
 // One attribute of the BIOS setup. Its current value is in the BIOS's
-// /tmp/attributes.json, as JSON of its kind.
+// BIOS_FILE_ATTRIBUTES (BiosSharedFile below), as JSON of its kind.
 struct St_BiosAttribute {
     const char* name;  // "HyperThreading"
     const char* display_name;
@@ -44,6 +44,22 @@ struct St_BiosAttribute {
 // The attributes of the host's BIOS setup, in setup order; the table
 // belongs to the library and lives as long as the process.
 int UtilGetBiosAttributeTable(const St_BiosAttribute** table, int* count);
+
+// The files that the BMC shares with the BIOS and its agents.
+enum {
+    BIOS_FILE_ATTRIBUTES,             // setup attributes as the BIOS last reported them
+    BIOS_FILE_SETTINGS_REQUEST,       // attribute changes for the BIOS's next boot
+    BIOS_FILE_SETTINGS_REQUEST_LOCK,  // the lock of the request's writers
+    BIOS_FILE_SAVING_RESULT,          // the BIOS's answer to the last request
+    BIOS_FILE_BOOT_NEXT_REQUEST,      // a BootNext for the next boot
+    BIOS_FILE_BOOT_SETTINGS,          // BootOrder and BootNext as the BIOS reported them
+    BIOS_FILE_FEATURE_FLAGS,          // what the BIOS supports ("UefiBootNext")
+    BIOS_FILE_HII_RESTORE_SETTINGS,   // a BootNext pending with the HII daemon
+    BIOS_FILE_BOOT_RESTORE_SETTINGS,  // a BootNext pending without it
+    BIOS_FILE_RESTORE_SETTINGS,
+};
+// The BMC path (absolute, for bmc_path) of such a file; null for another.
+const char* BiosSharedFile(int file);
 
 // Replaces the file at the BMC path (absolute, without "..") with content,
 // as a whole: a reader never sees part of it.

@@ -2,26 +2,49 @@
 // firmware-update lock, the running versions, and the staging inventory.
 #pragma once
 
-#include <sys/types.h>
-
 extern "C" {
 
 // Devices of "fw_update -d".
 enum { FW_DEVICE_BMC = 1, FW_DEVICE_BIOS = 2, FW_DEVICE_CPLD = 3 };
 
 // Takes the firmware-update lock for the calling process: 0 when taken, -1
-// while another update holds it. The lock frees itself when its holder
-// ends without releasing it.
+// while another update holds it, -2 when the lock cannot be recorded (its
+// storage failed). The lock frees itself when its holder ends without
+// releasing it.
 int get_fw_updating_lock(void);
-// Hands the lock to worker; 0 keeps it without a process (an image staged
-// for the next host reset) until release_fw_updating_lock.
-int set_fw_updating_lock_holder(pid_t worker);
+// Hands the lock to a task: held from then on while the task has not ended
+// (a Pending task waits without a process), and after its end until the
+// process working on it has gone.
+int set_fw_updating_lock_task(int task_id);
 int release_fw_updating_lock(void);
 // 1 while the lock is held, else 0.
 int fw_updating_in_progress(void);
 
+// The file at which an image of device is staged for its flash (the BIOS
+// agent takes the BIOS image there); null for another device.
+const char* firmware_staging_file(int device);
+
+// The staging inventory: the version of a staged image under its entry
+// ("Staging_BMC", "Staging_BIOS", "Staging_CPLD_Motherboard", ...).
+// Storing answers 0 when recorded; reading answers negative when the entry
+// holds no version, else copies it into version (size bytes with the NUL).
+int StoreStagedFirmwareVersion(const char* entry, const char* version);
+int GetStagedFirmwareVersion(const char* entry, char* version, int size);
+
+// Records that the image at the BIOS staging file is written at the next
+// host reset, for the task that waits for it. Written after the task has
+// been handed the lock, before it goes Pending: a record whose task has
+// ended is void, and the next update to take the lock removes it with the
+// image.
+int StageBiosUpdateOnReset(int task_id);
+// Drops the BIOS image staged for the next host reset, its records and
+// image, when task_id is its task: 0 when dropped, -1 otherwise.
+int DropBiosUpdateOnReset(int task_id);
+
 // 1 while an evidence dump is being generated, else 0.
 int evidence_dump_in_progress(void);
+// Removes the evidence dumps of earlier runs, which an update makes stale.
+void RemoveEvidenceDumps(void);
 
 // The running version of a device into version (size bytes with the NUL);
 // negative for an unknown device.

@@ -1,9 +1,5 @@
 #include "tasks/task.h"
 
-#include <unistd.h>
-
-#include <cstdio>
-#include <fstream>
 #include <iostream>
 #include <string>
 
@@ -11,7 +7,6 @@
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
-#include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/libtask.h"
 #include "platform/libweb.h"
@@ -43,24 +38,10 @@ TaskInfo requested_task(const request_context& context) {
     return info;
 }
 
-// The task that /nv/pending_task.ini names; 0 when none.
-int staged_bios_task() {
-    std::ifstream file(platform::bmc_path("/nv/pending_task.ini"));
-    std::string line;
-    int task_id = 0;
-    while (std::getline(file, line)) std::sscanf(line.c_str(), "TaskId=%d", &task_id);
-    return task_id;
-}
-
-// A BIOS image staged for the next host reset is dropped with its task, and
-// the lock it held freed. Another BIOS task leaves the lock alone: its
-// worker, or another update, holds it.
-void drop_staged_bios(int task_id) {
-    if (staged_bios_task() != task_id) return;
-    release_fw_updating_lock();
-    ::unlink(platform::bmc_path("/nv/OnReset_Update").c_str());
-    ::unlink(platform::bmc_path("/nv/pending_task.ini").c_str());
-}
+// A BIOS image staged for the next host reset is dropped with its task.
+// The lock it held is the task's, freed by its end: another update may
+// hold it already, and another BIOS task's worker keeps it until it ends.
+void drop_staged_bios(int task_id) { DropBiosUpdateOnReset(task_id); }
 
 }  // namespace
 

@@ -23,8 +23,7 @@ void detach_descriptors() {
 
 }  // namespace
 
-bool start_task_worker(int task_id, const std::function<void(pid_t)>& adopt,
-                       const std::function<void()>& work) {
+bool start_task_worker(int task_id, const std::function<void()>& work) {
     const pid_t intermediate = ::fork();
     if (intermediate < 0) return false;
     if (intermediate == 0) {
@@ -42,7 +41,6 @@ bool start_task_worker(int task_id, const std::function<void(pid_t)>& adopt,
         }
         ::close(go[0]);
         if (worker < 0 || TaskServiceSetTaskWorker(task_id, worker) != 0) ::_exit(1);
-        adopt(worker);
         ::_exit(::write(go[1], "g", 1) == 1 ? 0 : 1);
     }
     if (wait_for_exit(intermediate) == 0) return true;

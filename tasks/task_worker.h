@@ -8,18 +8,14 @@
 // leaving it Running.
 #pragma once
 
-#include <sys/types.h>
-
 #include <functional>
 
 namespace odata::redfish {
 
 // Forks the worker (re-parented to init, in a session of its own, with no
-// descriptor of the request), names it the task's worker, passes its id
-// to adopt (for example to hand it a lock), and returns once that is
-// done. The worker runs work and exits. False when no process could be
-// started.
-bool start_task_worker(int task_id, const std::function<void(pid_t)>& adopt,
-                       const std::function<void()>& work);
+// descriptor of the request), names it the task's worker, and returns
+// once that is done. The worker runs work and exits. False when no process
+// could be started.
+bool start_task_worker(int task_id, const std::function<void()>& work);
 
 }  // namespace odata::redfish

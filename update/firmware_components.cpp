@@ -1,11 +1,5 @@
 #include "update/firmware_components.h"
 
-#include <sys/stat.h>
-
-#include <fstream>
-
-#include "platform/atomic_file.h"
-#include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 
 namespace odata::redfish {
@@ -26,17 +20,10 @@ constexpr running_component running_components[] = {
 constexpr const char* staged_components[] = {"Staging_BMC", "Staging_BIOS",
                                              "Staging_CPLD_Motherboard"};
 
-constexpr size_t max_version_length = 32;
-
-std::string staged_file(const std::string& id) {
-    return platform::bmc_path("/tmp/fwinventory/" + id);
-}
-
-std::optional<std::string> staged_version(const std::string& id) {
-    std::ifstream file(staged_file(id));
-    std::string version;
-    if (!file || !std::getline(file, version)) return std::nullopt;
-    return version.substr(0, max_version_length);
+std::optional<std::string> staged_version(const char* id) {
+    char version[64] = {};
+    if (GetStagedFirmwareVersion(id, version, sizeof version) != 0) return std::nullopt;
+    return std::string(version);
 }
 
 }  // namespace
@@ -61,9 +48,7 @@ std::optional<firmware_component> find_firmware_component(const std::string& id)
 }
 
 bool store_staged_version(const std::string& id, const std::string& version) {
-    const std::string directory = platform::bmc_path("/tmp/fwinventory");
-    ::mkdir(directory.c_str(), 0755);
-    return platform::write_file_atomically(staged_file(id), version + "\n", 0600);
+    return StoreStagedFirmwareVersion(id.c_str(), version.c_str()) == 0;
 }
 
 }  // namespace odata::redfish

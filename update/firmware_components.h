@@ -1,5 +1,5 @@
 // The firmware components that the inventories list: the running BMC, BIOS
-// and CPLD, and the images staged under /tmp/fwinventory.
+// and CPLD, and the images in the platform's staging inventory.
 #pragma once
 
 #include <optional>
@@ -17,7 +17,7 @@ struct firmware_component {
 std::vector<firmware_component> firmware_components();
 std::optional<firmware_component> find_firmware_component(const std::string& id);
 
-// Records a staged image's version as /tmp/fwinventory/<id>.
+// Records a staged image's version under its staging inventory entry.
 bool store_staged_version(const std::string& id, const std::string& version);
 
 }  // namespace odata::redfish

@@ -1,9 +1,6 @@
 #include "update/firmware_update_checks.h"
 
-#include <unistd.h>
-
 #include "frontend/exception_http.h"
-#include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/libweb.h"
@@ -15,8 +12,7 @@ void check_no_evidence_dump() {
         console_log("[ERROR] Generating evidence in progress.\n");
         throw_http_error(503, "TWR.1.0.OemEvidenceDumpErrorMessage");
     }
-    for (const char* stale : {"/tmp/twrbmc_evidence.bin.gz", "/tmp/twrbios_evidence.bin.gz"})
-        ::unlink(platform::bmc_path(stale).c_str());
+    RemoveEvidenceDumps();
 }
 
 void check_bios_host_off(const char* message_id, const char* errors_code) {
@@ -28,8 +24,12 @@ void check_bios_host_off(const char* message_id, const char* errors_code) {
 }
 
 void take_firmware_update_lock(const char* component) {
-    if (get_fw_updating_lock() != 0)
-        throw_http_error(400, "TWR.1.0.OemFirmwareAlreadyInUpdateMode", {component});
+    const int taken = get_fw_updating_lock();
+    if (taken == -1) throw_http_error(400, "TWR.1.0.OemFirmwareAlreadyInUpdateMode", {component});
+    if (taken != 0) {
+        console_log("[ERROR] FirmwareUpdate the update lock cannot be recorded\n");
+        throw_http_error(500, "Base.1.10.InternalError");
+    }
 }
 
 }  // namespace odata::redfish

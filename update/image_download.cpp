@@ -17,7 +17,8 @@ std::string fetch_program() { return platform::bmc_path("/usr/sbin/bmc-image-fet
 
 bool download_image(const image_source& source, const std::string& path,
                     const std::function<bool()>& stop, std::string& reason) {
-    platform::child_program fetch({fetch_program(), path});
+    platform::child_program fetch({fetch_program(), path},
+                                  platform::child_program::lifetime::caller);
     // The input stays open while the download runs: its end stops the
     // program when this worker is gone.
     if (!fetch.started() ||

@@ -13,18 +13,19 @@ struct image_source {
     std::string url;       // "http://host/path", "https://...", "ftp://..."
     std::string username;  // "" when the server takes no credentials
     std::string password;
+    long deadline_seconds;  // the whole download ends after this
 };
 // The program reads it as JSON from its standard input.
-BOOST_DESCRIBE_STRUCT(image_source, (), (url, username, password))
+BOOST_DESCRIBE_STRUCT(image_source, (), (url, username, password, deadline_seconds))
 
 // Images larger than this are refused.
 inline constexpr long long max_image_bytes = 128LL << 20;
 // A server that sends nothing for this long has its download ended.
 inline constexpr long stall_limit_seconds = 2;
 
-// Downloads into path (created anew, mode 0600). Ends when the server
-// stalls, the image grows too large, or stop() says so. On failure, reason
-// says why.
+// Downloads into path (put in place once whole, mode 0600). Ends when the
+// server stalls, the deadline passes, the image grows too large, or stop()
+// says so. On failure, reason says why and path is as it was.
 bool download_image(const image_source& source, const std::string& path,
                     const std::function<bool()>& stop, std::string& reason);
 

@@ -4,12 +4,21 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <utility>
 
 namespace odata::redfish {
+namespace {
 
-image_file::image_file(const std::string& path) {
-    ::unlink(path.c_str());
-    fd_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+std::string directory_of(const std::string& path) {
+    const size_t slash = path.rfind('/');
+    if (slash == std::string::npos) return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+}  // namespace
+
+image_file::image_file(std::string path) : path_(std::move(path)) {
+    fd_ = ::open(directory_of(path_).c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
 }
 
 image_file::~image_file() {
@@ -28,11 +37,17 @@ bool image_file::write(const char* data, size_t length) {
     return true;
 }
 
-bool image_file::finish() {
-    const bool synced = ::fsync(fd_) == 0;
+bool image_file::commit() {
+    if (fd_ < 0 || ::fsync(fd_) != 0) return false;
+    // Only the holder of the firmware-update lock writes images: nothing
+    // comes between the removal of the old one and the link of the new.
+    const std::string self = "/proc/self/fd/" + std::to_string(fd_);
+    ::unlink(path_.c_str());
+    const bool linked =
+        ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, path_.c_str(), AT_SYMLINK_FOLLOW) == 0;
     const bool closed = ::close(fd_) == 0;
     fd_ = -1;
-    return synced && closed;
+    return linked && closed;
 }
 
 }  // namespace odata::redfish

@@ -1,6 +1,5 @@
 #include "update/staged_components.h"
 
-#include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "update/update_job.h"
 
@@ -8,8 +7,8 @@ namespace odata::redfish {
 namespace {
 
 constexpr staged_component staged_components[] = {
-    {FW_DEVICE_BMC, "BMC", "/tmp/fwimgbuff", "Staging_BMC", "BMC Update"},
-    {FW_DEVICE_BIOS, "BIOS", "/tmp/bios_rom", "Staging_BIOS", "BIOS Update"},
+    {FW_DEVICE_BMC, "BMC", "Staging_BMC", "BMC Update"},
+    {FW_DEVICE_BIOS, "BIOS", "Staging_BIOS", "BIOS Update"},
 };
 
 }  // namespace
@@ -22,7 +21,7 @@ const staged_component& staged_component_of(int device) {
 
 bool start_staged_flash(int task_id, const staged_component& component, const char* action_uri) {
     const update_job job{task_id, component.device, action_uri,
-                         platform::bmc_path(component.staging_file),
+                         firmware_staging_file(component.device),
                          [](std::string&) { return true; }};
     return start_update_worker(job);
 }

@@ -4,10 +4,10 @@
 
 namespace odata::redfish {
 
+// Its staging file is the platform's firmware_staging_file(device).
 struct staged_component {
     int device;
     const char* name;
-    const char* staging_file;
     const char* inventory_entry;
     const char* task_name;
 };

@@ -3,8 +3,8 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <string>
 
-#include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/libtask.h"
@@ -17,28 +17,18 @@ namespace {
 
 constexpr int fetched_percent = 50;
 
-// The BIOS-update agent takes the image at /tmp/bios_rom.
-bool flash_bios(const std::string& image, std::string& reason) {
-    const std::string bios_rom = platform::bmc_path("/tmp/bios_rom");
-    if (image != bios_rom) {
-        ::unlink(bios_rom.c_str());
-        if (::symlink(image.c_str(), bios_rom.c_str()) != 0) {
-            reason = "the BIOS image cannot be staged";
-            return false;
-        }
-    }
-    if (PltCHASSIS_PowerStatus() != 0) {
+bool flash(const update_job& job, std::string& reason) {
+    if (job.device == FW_DEVICE_BIOS && PltCHASSIS_PowerStatus() != 0) {
         reason = "the host was powered on";
         return false;
     }
-    return flash_image(FW_DEVICE_BIOS, bios_rom, reason);
+    return flash_image(job.device, job.image, reason);
 }
 
 bool update(const update_job& job, std::string& reason) {
     if (!job.fetch(reason) || update_cancelled(job.task_id)) return false;
     TaskServiceUpdateTaskPercentage(job.task_id, fetched_percent);
-    if (job.device == FW_DEVICE_BIOS) return flash_bios(job.image, reason);
-    return flash_image(job.device, job.image, reason);
+    return flash(job, reason);
 }
 
 void end_task(const update_job& job, bool succeeded, const std::string& reason) {
@@ -68,6 +58,9 @@ void run_update_job(const update_job& job) {
     TaskServiceUpdateTaskState(job.task_id, TASK_STATE_RUNNING);
     std::string reason;
     const bool succeeded = update(job, reason);
+    // Flashed or refused, the image has served: the next update stages its
+    // own.
+    ::unlink(job.image.c_str());
     // Freed before the task shows its end: a client that sees the end may
     // start the next update at once.
     release_fw_updating_lock();
@@ -79,9 +72,14 @@ void run_update_job(const update_job& job) {
 }
 
 bool start_update_worker(const update_job& job) {
-    return start_task_worker(
-        job.task_id, [](pid_t worker) { set_fw_updating_lock_holder(worker); },
-        [&job] { run_update_job(job); });
+    // The task holds the lock from now on. Until its worker runs, this
+    // process works on it: killed meanwhile, the task ends and the lock
+    // frees.
+    if (TaskServiceSetTaskWorker(job.task_id, ::getpid()) != 0 ||
+        TaskServiceUpdateTaskState(job.task_id, TASK_STATE_STARTING) != 0 ||
+        set_fw_updating_lock_task(job.task_id) != 0)
+        return false;
+    return start_task_worker(job.task_id, [&job] { run_update_job(job); });
 }
 
 }  // namespace odata::redfish

@@ -12,7 +12,7 @@ struct update_job {
     int task_id;
     int device;              // FW_DEVICE_BMC or FW_DEVICE_BIOS
     const char* action_uri;  // named in the task's closing message
-    std::string image;       // where the image is, or will be once fetched
+    std::string image;       // the device's staging file
     // Brings the image to its place; on failure, reason says why.
     std::function<bool(std::string& reason)> fetch;
 };
@@ -20,12 +20,14 @@ struct update_job {
 // True once the task has been cancelled.
 bool update_cancelled(int task_id);
 
-// Ends the task as Completed or Exception and releases the firmware-update
-// lock; leaves a task that was cancelled meanwhile as it is.
+// Ends the task as Completed or Exception, removes the image and releases
+// the firmware-update lock; leaves a task that was cancelled meanwhile as
+// it is.
 void run_update_job(const update_job& job);
 
-// Runs the job in the task's worker process, which holds the
-// firmware-update lock from then on; false when it cannot be started.
+// Hands the firmware-update lock, held by this process, to the task and
+// runs the job in the task's worker process; false when it cannot be
+// started.
 bool start_update_worker(const update_job& job);
 
 }  // namespace odata::redfish

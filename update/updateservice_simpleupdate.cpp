@@ -1,10 +1,8 @@
 #include "update/updateservice_simpleupdate.h"
 
-#include <unistd.h>
-
+#include "framework/ini_settings.h"
 #include "framework/property_checks.h"
 #include "frontend/exception_http.h"
-#include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/libweb.h"
 #include "tasks/accepted_response.h"
@@ -39,12 +37,21 @@ void log_request(const boost::json::object& body) {
                 protocol && protocol->is_string() ? protocol->as_string().c_str() : "");
 }
 
-// Downloads the image, then flashes it.
+// A download that has not ended by then ends, and frees the update lock
+// for others, however slowly its server still sends.
+long download_deadline_seconds() {
+    static const ini_settings service_settings("/nv/redfish/redfish.ini");
+    constexpr long default_deadline = 1800;
+    const long deadline = service_settings.get<long>("Update.DownloadDeadlineSeconds", 0);
+    return deadline >= 1 && deadline <= 86400 ? deadline : default_deadline;
+}
+
+// Downloads the image into the device's staging file, then flashes it.
 update_job download_job(int task_id, const simple_update_request& request) {
-    const std::string image = platform::bmc_path("/tmp/fwimgbuff");
-    const image_source source{request.url(), request.username, request.password};
+    const std::string image = firmware_staging_file(request.device);
+    const image_source source{request.url(), request.username, request.password,
+                              download_deadline_seconds()};
     return {task_id, request.device, simple_update_uri, image, [=](std::string& reason) {
-                ::unlink(platform::bmc_path("/tmp/bios_rom").c_str());
                 return download_image(
                     source, image, [=] { return update_cancelled(task_id); }, reason);
             }};

@@ -4,8 +4,7 @@
 #include <cstdio>
 
 #include "frontend/exception_http.h"
-#include "platform/atomic_file.h"
-#include "platform/bmc_root.h"
+#include "platform/kill_point.h"
 #include "platform/libfwupdate.h"
 #include "platform/libtask.h"
 #include "platform/libweb.h"
@@ -89,37 +88,51 @@ push_parameters read_parameters(multipart_reader& reader) {
     throw_push_error(console_line, text);
 }
 
-// Streams the UpdateFile part into the component's staging file.
-bool stage_image(multipart_reader& reader, const staged_component& component) {
+// The task that was to hold the image ends with the refusal.
+[[noreturn]] void throw_task_not_staged(const std::optional<TaskInfo>& task) {
+    if (task) TaskServiceUpdateTaskState(task->id, TASK_STATE_EXCEPTION);
+    throw_not_staged("", "Upload file error.");
+}
+
+// Streams the UpdateFile part into an image of the component, put in place
+// only once whole: a refused push leaves the staged image and any push that
+// waits with it as they were.
+void stage_image(multipart_reader& reader, const staged_component& component) {
     if (!next_part_is(reader, "UpdateFile"))
         throw_not_staged(parse_failure_line, parse_failure_text);
-    image_file file(platform::bmc_path(component.staging_file));
-    return file.valid() && reader.read_content([&file](const char* data, size_t length) {
-        return file.write(data, length);
-    }) && file.size() > 0 &&
-           file.finish();
+    image_file file(firmware_staging_file(component.device));
+    const bool received = file.valid() &&
+                          reader.read_content([&file](const char* data, size_t length) {
+                              return file.write(data, length);
+                          }) &&
+                          file.size() > 0;
+    if (!received) throw_not_staged("[ERROR] HttpPushUri upload file\n", "Upload file error.");
+    drop_waiting_push(component.device);
+    if (!file.commit()) throw_not_staged("[ERROR] HttpPushUri upload file\n", "Upload file error.");
 }
 
 void record_staged_version(const staged_component& component) {
     char version[64] = {};
-    const std::string image = platform::bmc_path(component.staging_file);
-    if (GetFirmwareImageVersion(component.device, image.c_str(), version, sizeof version) != 0)
+    if (GetFirmwareImageVersion(component.device, firmware_staging_file(component.device), version,
+                                sizeof version) != 0)
         std::snprintf(version, sizeof version, "%s", "Unknown");
     store_staged_version(component.inventory_entry, version);
 }
 
 // A BIOS image that waits for the next host reset: a Pending task whose
-// cancelling drops it, and the firmware-update lock held without a process.
+// cancelling drops it, holding the firmware-update lock without a process.
+// The task takes the lock before the staging is recorded and goes Pending
+// last: killed on the way, the task ends, which frees the lock and voids
+// the staging.
 [[noreturn]] void stage_for_reset() {
     const std::optional<TaskInfo> task = create_task("BIOS Update", "BiosUpdate");
-    const std::string pending =
-        "[PendingTask]\nTaskId=" + std::to_string(task ? task->id : 0) + "\n";
-    platform::staged_files markers;
-    if (!task || TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0 ||
-        !markers.stage(platform::bmc_path("/nv/pending_task.ini"), pending, 0600) ||
-        !markers.stage(platform::bmc_path("/nv/OnReset_Update"), "", 0600) || !markers.commit() ||
-        set_fw_updating_lock_holder(0) != 0)
-        throw_not_staged("", "Upload file error.");
+    if (!task || set_fw_updating_lock_task(task->id) != 0 || StageBiosUpdateOnReset(task->id) != 0)
+        throw_task_not_staged(task);
+    platform::kill_point("reset-staged");
+    if (TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0) {
+        DropBiosUpdateOnReset(task->id);
+        throw_task_not_staged(task);
+    }
     throw_http_error(400, "TWR.1.0.OemBiosUploadFail");
 }
 
@@ -127,9 +140,9 @@ void record_staged_version(const staged_component& component) {
 // the lock free meanwhile.
 void stage_for_start_request(const staged_component& component) {
     const std::optional<TaskInfo> task = create_task(component.task_name, "HttpPushUri");
-    if (!task || TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0 ||
-        !store_waiting_push({task->id, component.device}))
-        throw_not_staged("", "Upload file error.");
+    if (!task || !store_waiting_push({task->id, component.device}) ||
+        TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0)
+        throw_task_not_staged(task);
     release_fw_updating_lock();
     answer_accepted(*task);
 }
@@ -159,9 +172,7 @@ int upload::post(request_context& context) {
     if (component.device == FW_DEVICE_BIOS && parameters.apply_time == push_apply_time::immediate)
         check_bios_host_off("TWR.1.0.OemHttppushuriErrorMessage", "OemHttpPushUriErrors");
     take_firmware_update_lock(component.name);
-    drop_waiting_push(component.device);
-    if (!stage_image(reader, component))
-        throw_not_staged("[ERROR] HttpPushUri upload file\n", "Upload file error.");
+    stage_image(reader, component);
     record_staged_version(component);
     if (parameters.apply_time == push_apply_time::on_reset) stage_for_reset();
     if (parameters.apply_time == push_apply_time::on_start_update)

@@ -8,6 +8,8 @@
 
 #include "platform/atomic_file.h"
 #include "platform/bmc_root.h"
+#include "platform/kill_point.h"
+#include "platform/libfwupdate.h"
 #include "platform/libtask.h"
 #include "update/staged_components.h"
 
@@ -37,6 +39,7 @@ std::optional<waiting_push> read_record() {
 
 bool store_waiting_push(const waiting_push& push) {
     drop_waiting_push(0);
+    platform::kill_point("waiting-push");
     return platform::write_file_atomically(record_file(),
                                            "[WaitingPush]\nTaskId=" + std::to_string(push.task_id) +
                                                "\nDevice=" + std::to_string(push.device) + "\n",
@@ -48,6 +51,7 @@ void drop_waiting_push(int device) {
     if (!dropped || (device != 0 && dropped->device != device)) return;
     TaskServiceUpdateTaskState(dropped->task_id, TASK_STATE_KILLED);
     TaskServiceUpdateTaskETime(dropped->task_id);
+    if (const char* image = firmware_staging_file(dropped->device)) ::unlink(image);
     ::unlink(record_file().c_str());
 }
 

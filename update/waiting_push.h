@@ -12,11 +12,14 @@ struct waiting_push {
     int device;  // FW_DEVICE_BMC or FW_DEVICE_BIOS
 };
 
-// Records push as the one waiting, dropping any that waited before.
+// Records push as the one waiting, dropping any that waited before. The
+// push waits once its task, still worked on by this process, goes Pending:
+// killed before, the task ends and nothing waits.
 bool store_waiting_push(const waiting_push& push);
 
-// Forgets the waiting push of device (0: of any device), whose staged image
-// another update is about to overwrite, and ends its task as Killed.
+// Forgets the waiting push of device (0: of any device), which another
+// update takes the place of, removes its staged image and ends its task as
+// Killed.
 void drop_waiting_push(int device);
 
 // The waiting push, while its task is still Pending (not cancelled).

@@ -45,9 +45,6 @@ constexpr St_BiosAttribute attributes[] = {
     {"BiosRevision", "BIOS Revision", BIOS_ATTRIBUTE_STRING, nullptr, 0, 0, 16, 1, "2.1.0"},
 };
 
-constexpr const char* attributes_file = "/tmp/attributes.json";
-constexpr const char* hand_over_file = "/tmp/user_save_to_bios.json";
-
 boost::json::object attributes_in(const char* bmc_file) {
     const std::string path = platform::bmc_path(bmc_file);
     platform::note_input_file(path);
@@ -94,8 +91,8 @@ bool fits(const St_BiosAttribute& attribute, const boost::json::value& value) {
 namespace platform {
 
 bool post_bios_settings() {
-    const boost::json::object current = attributes_in(attributes_file);
-    const boost::json::object pending = attributes_in(hand_over_file);
+    const boost::json::object current = attributes_in(BiosSharedFile(BIOS_FILE_ATTRIBUTES));
+    const boost::json::object pending = attributes_in(BiosSharedFile(BIOS_FILE_SETTINGS_REQUEST));
     boost::json::object posted;
     for (const St_BiosAttribute& attribute : attributes) {
         const boost::json::value* change = pending.if_contains(attribute.name);
@@ -106,8 +103,10 @@ bool post_bios_settings() {
             posted[attribute.name] = kept && fits(attribute, *kept) ? *kept : default_of(attribute);
     }
     const std::string text = boost::json::serialize(boost::json::object{{"Attributes", posted}});
-    if (!sim::replace_file(bmc_path(attributes_file), text, 0644)) return false;
-    return std::remove(bmc_path(hand_over_file).c_str()) == 0 || errno == ENOENT;
+    if (!sim::replace_file(bmc_path(BiosSharedFile(BIOS_FILE_ATTRIBUTES)), text, 0644))
+        return false;
+    return std::remove(bmc_path(BiosSharedFile(BIOS_FILE_SETTINGS_REQUEST)).c_str()) == 0 ||
+           errno == ENOENT;
 }
 
 }  // namespace platform

@@ -5,17 +5,21 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 #include "platform/bmc_root.h"
 #include "platform/libbmc.h"
 #include "platform/libfwupdate.h"
+#include "platform/libtask.h"
 #include "platform/plt_result.h"
+#include "platform/sim/bios_staging.h"
 #include "platform/sim/bmc_firmware.h"
 #include "platform/sim/firmware_image.h"
 #include "platform/sim/process_identity.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/state_ini.h"
+#include "platform/sim/task_store.h"
 
 namespace platform::sim {
 namespace {
@@ -40,15 +44,18 @@ const component* find_component(int device) {
 
 std::string versions_file() { return bmc_path("/nv/firmware.ini"); }
 
-// Holds "<pid> <start>" of the holder, or "staged" for an image that waits
-// for the next host reset.
+// Holds "<pid> <start>" of the holding process, or "task <id> <monitor id>"
+// of the holding task.
 std::string lock_file() { return bmc_path("/tmp/fw_updating_lock"); }
-constexpr const char* staged_holder = "staged";
 
 bool lock_held() {
     std::string holder;
     if (!read_file(lock_file(), holder)) return false;
-    return holder == staged_holder || process_alive(parse_process(holder));
+    int task_id = 0;
+    char monitor_id[TASK_MONITOR_ID_MAX + 1] = {};
+    if (std::sscanf(holder.c_str(), "task %d %32s", &task_id, monitor_id) == 2)
+        return task_in_progress(task_id, monitor_id);
+    return process_alive(parse_process(holder));
 }
 
 }  // namespace
@@ -99,16 +106,23 @@ using namespace platform::sim;
 extern "C" {
 
 int get_fw_updating_lock(void) {
-    bool taken = with_file_lock(lock_file(), [] {
-        return !lock_held() &&
-               replace_file(lock_file(), format_process(identify_process(getpid())), 0600);
+    int taken = -2;
+    with_file_lock(lock_file(), [&] {
+        if (lock_held()) {
+            taken = -1;
+        } else if (replace_file(lock_file(), format_process(identify_process(getpid())), 0600)) {
+            drop_void_bios_staging();
+            taken = 0;
+        }
+        return true;
     });
-    return taken ? 0 : -1;
+    return taken;
 }
 
-int set_fw_updating_lock_holder(pid_t worker) {
-    const std::string holder =
-        worker == 0 ? std::string(staged_holder) : format_process(identify_process(worker));
+int set_fw_updating_lock_task(int task_id) {
+    TaskInfo task{};
+    if (TaskServiceGetTaskInfo(task_id, &task) != 0) return -1;
+    const std::string holder = "task " + std::to_string(task_id) + " " + task.monitor_id;
     bool set = with_file_lock(lock_file(), [&] { return replace_file(lock_file(), holder, 0600); });
     return set ? 0 : -1;
 }
@@ -123,6 +137,11 @@ int fw_updating_in_progress(void) { return lock_held() ? 1 : 0; }
 
 int evidence_dump_in_progress(void) {
     return ::access(evidence_marker_file().c_str(), F_OK) == 0 ? 1 : 0;
+}
+
+void RemoveEvidenceDumps(void) {
+    for (const char* dump : {"/tmp/twrbmc_evidence.bin.gz", "/tmp/twrbios_evidence.bin.gz"})
+        ::unlink(platform::bmc_path(dump).c_str());
 }
 
 int GetFirmwareVersion(int device, char* version, int size) {

@@ -16,6 +16,7 @@
 #include "platform/sim/process_identity.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/state_ini.h"
+#include "platform/sim/task_store.h"
 
 namespace json = boost::json;
 using platform::sim::process_identity;
@@ -239,6 +240,19 @@ int read_task(const std::function<bool(const json::object&)>& wanted, TaskInfo* 
 
 }  // namespace
 
+namespace platform::sim {
+
+bool task_in_progress(int task_id, const std::string& monitor_id) {
+    json::object store = read_store();
+    json::object* task = task_at(store, task_id);
+    if (!task || text(*task, "MonitorId") != monitor_id) return false;
+    settle(*task);
+    return !ended(static_cast<int>(number(*task, "State"))) ||
+           process_alive(parse_process(text(*task, "Worker")));
+}
+
+}  // namespace platform::sim
+
 extern "C" {
 
 int TaskServiceAddTask(const char* name, int* task_id) {
@@ -304,7 +318,9 @@ int TaskServiceUpdateTaskState(int task_id, int state) {
         task["State"] = state;
         if (state == TASK_STATE_EXCEPTION || state == TASK_STATE_KILLED)
             task["Health"] = "Critical";
-        if (ended(state)) task["Worker"] = "";
+        // A Pending task waits without a process. An ended one keeps its
+        // worker, which may still be finishing (a cancelled flash).
+        if (state == TASK_STATE_PENDING) task["Worker"] = "";
     });
 }
 

@@ -10,9 +10,6 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* attributes_file = "/tmp/attributes.json";
-constexpr const char* hand_over_lock = "/tmp/user_save_to_bios.lock";
-
 boost::json::object attributes_in(const char* bmc_file) {
     const boost::json::object document = read_json_object(bmc_file);
     const boost::json::value* found = document.if_contains("Attributes");
@@ -96,12 +93,14 @@ const St_BiosAttribute* find_bios_attribute(std::string_view name) {
 
 boost::json::object current_bios_attributes() {
     boost::json::object registered;
-    for (const auto& [name, value] : attributes_in(attributes_file))
+    for (const auto& [name, value] : attributes_in(BiosSharedFile(BIOS_FILE_ATTRIBUTES)))
         if (find_bios_attribute(name)) registered[name] = value;
     return registered;
 }
 
-boost::json::object pending_bios_attributes() { return attributes_in(bios_hand_over_file); }
+boost::json::object pending_bios_attributes() {
+    return attributes_in(BiosSharedFile(BIOS_FILE_SETTINGS_REQUEST));
+}
 
 void read_bios_attribute_changes(const request_member& attributes, boost::json::object& changes,
                                  result_record& result) {
@@ -110,12 +109,12 @@ void read_bios_attribute_changes(const request_member& attributes, boost::json::
 }
 
 bool add_pending_bios_attributes(const boost::json::object& changes) {
-    const file_lock lock(platform::bmc_path(hand_over_lock));
+    const file_lock lock(platform::bmc_path(BiosSharedFile(BIOS_FILE_SETTINGS_REQUEST_LOCK)));
     if (!lock.locked()) return false;
     boost::json::object pending = pending_bios_attributes();
     for (const auto& [name, value] : changes) pending[name] = value;
     const std::string text = boost::json::serialize(boost::json::object{{"Attributes", pending}});
-    return WriteConfigFile(bios_hand_over_file, text.c_str()) == PLT_OK;
+    return WriteConfigFile(BiosSharedFile(BIOS_FILE_SETTINGS_REQUEST), text.c_str()) == PLT_OK;
 }
 
 }  // namespace odata::redfish

@@ -10,13 +10,10 @@
 
 namespace odata::redfish {
 
-// Where the changes wait for the BIOS's next boot.
-inline constexpr const char* bios_hand_over_file = "/tmp/user_save_to_bios.json";
-
 // The attribute of that name in the platform's table, or null.
 const St_BiosAttribute* find_bios_attribute(std::string_view name);
 
-// The registered attributes of /tmp/attributes.json; empty before the BIOS
+// The registered attributes that the BIOS last reported; empty before it
 // has reported any.
 boost::json::object current_bios_attributes();
 

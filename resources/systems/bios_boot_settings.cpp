@@ -23,14 +23,7 @@ constexpr std::string_view not_supported = "NotSupport";
 constexpr std::string_view boot_uri_attribute = "BootURI";
 constexpr size_t max_boot_uri_length = 255;
 
-constexpr const char* attributes_file = "/tmp/attributes.json";
-constexpr const char* saving_result_file = "/tmp/user_saving_result.json";
-constexpr const char* boot_next_request_file = "/tmp/boot_save_to_bios.json";
-constexpr const char* bios_setting_file = "/nv/bios/bios_setting";
-constexpr const char* bios_feature_flag_file = "/nv/bios/bios_feature_flag";
-constexpr const char* hii_restore_setting_file = "/tmp/HII/bios_restore_setting";
-constexpr const char* restore_setting_files[] = {"/tmp/boot_restore_setting",
-                                                 "/tmp/bios_restore_setting"};
+const char* shared(int file) { return BiosSharedFile(file); }
 
 std::string boot_uri_in(const boost::json::object& document, std::string_view group) {
     const boost::json::value* attributes = document.if_contains(group);
@@ -77,27 +70,28 @@ boost::json::object read_json_object(const char* bmc_file) {
 }
 
 std::optional<std::string> http_boot_uri() {
-    const std::string uri = file_exists(saving_result_file)
-                                ? boot_uri_in(read_json_object(saving_result_file), "Pendding")
-                                : boot_uri_in(read_json_object(attributes_file), "Attributes");
+    const char* result = shared(BIOS_FILE_SAVING_RESULT);
+    const std::string uri =
+        file_exists(result)
+            ? boot_uri_in(read_json_object(result), "Pendding")
+            : boot_uri_in(read_json_object(shared(BIOS_FILE_ATTRIBUTES)), "Attributes");
     if (uri == not_supported) return std::nullopt;
     return uri;
 }
 
 bool boot_next_pending() {
-    if (isNewHIISupport()) return names_pending_boot_next(hii_restore_setting_file);
-    for (const char* file : restore_setting_files)
-        if (names_pending_boot_next(file)) return true;
-    return false;
+    if (isNewHIISupport()) return names_pending_boot_next(shared(BIOS_FILE_HII_RESTORE_SETTINGS));
+    return names_pending_boot_next(shared(BIOS_FILE_BOOT_RESTORE_SETTINGS)) ||
+           names_pending_boot_next(shared(BIOS_FILE_RESTORE_SETTINGS));
 }
 
 bool uefi_boot_next_allowed() {
-    return ini_settings(bios_feature_flag_file).get<int>("UefiBootNext", 0) != 0 &&
+    return ini_settings(shared(BIOS_FILE_FEATURE_FLAGS)).get<int>("UefiBootNext", 0) != 0 &&
            isNewHIISupport();
 }
 
 bios_boot_options read_bios_boot_options() {
-    const ini_settings settings(bios_setting_file);
+    const ini_settings settings(shared(BIOS_FILE_BOOT_SETTINGS));
     bios_boot_options options;
     const std::string order = settings.get<std::string>("BootOrder", "");
     if (!order.empty())
@@ -145,18 +139,19 @@ void restore_request(const char* bmc_file, const std::optional<std::string>& con
 }  // namespace
 
 bios_requests read_bios_requests() {
-    return {read_request(bios_hand_over_file), read_request(boot_next_request_file)};
+    return {read_request(shared(BIOS_FILE_SETTINGS_REQUEST)),
+            read_request(shared(BIOS_FILE_BOOT_NEXT_REQUEST))};
 }
 
 void restore_bios_requests(const bios_requests& requests) {
-    restore_request(bios_hand_over_file, requests.http_boot);
-    restore_request(boot_next_request_file, requests.boot_next);
+    restore_request(shared(BIOS_FILE_SETTINGS_REQUEST), requests.http_boot);
+    restore_request(shared(BIOS_FILE_BOOT_NEXT_REQUEST), requests.boot_next);
 }
 
 bool write_boot_next_request(const std::string& option) {
     const boost::json::object request{{"BootNext", option}};
-    return WriteConfigFile(boot_next_request_file, boost::json::serialize(request).c_str()) ==
-           PLT_OK;
+    return WriteConfigFile(shared(BIOS_FILE_BOOT_NEXT_REQUEST),
+                           boost::json::serialize(request).c_str()) == PLT_OK;
 }
 
 }  // namespace odata::redfish

@@ -1,15 +1,16 @@
 // The BIOS's side of booting, in the files the service shares with the
-// BIOS configuration programs (paths are BMC paths):
+// BIOS configuration programs (BiosSharedFile of platform/libbios.h):
 //
-//   /tmp/attributes.json          {"Attributes": {"BootURI": "...", ...}}  the BIOS's current
-//   attributes /tmp/user_saving_result.json  {"Pendding": {"BootURI": "...", ...}}    changes
-//   waiting for the next boot /tmp/user_save_to_bios.json   {"Attributes": {...}} HTTP boot
-//   attributes to hand over /tmp/boot_save_to_bios.json   {"BootNext": "Boot0001"} the BootNext to
-//   hand over /nv/bios/bios_setting         INI: BootOrder=Boot0001,Boot0002  BootNext=Boot0002
-//   /nv/bios/bios_feature_flag    INI: UefiBootNext=1 when the BIOS takes a BootNext
-//   restore-setting files         INI: BootNext=<option> while a BootNext is pending;
-//                                 /tmp/HII/bios_restore_setting with the HII daemon,
-//                                 /tmp/boot_restore_setting or /tmp/bios_restore_setting without
+//   ATTRIBUTES            {"Attributes": {"BootURI": "...", ...}}  the BIOS's current
+//                         attributes
+//   SAVING_RESULT         {"Pendding": {"BootURI": "...", ...}}  changes waiting for the
+//                         next boot
+//   SETTINGS_REQUEST      {"Attributes": {...}}  HTTP boot attributes to hand over
+//   BOOT_NEXT_REQUEST     {"BootNext": "Boot0001"}  the BootNext to hand over
+//   BOOT_SETTINGS         INI: BootOrder=Boot0001,Boot0002  BootNext=Boot0002
+//   FEATURE_FLAGS         INI: UefiBootNext=1 when the BIOS takes a BootNext
+//   *_RESTORE_SETTINGS    INI: BootNext=<option> while a BootNext is pending; the HII
+//                         one with the HII daemon, the other two without
 #pragma once
 
 #include <boost/json.hpp>

@@ -44,9 +44,19 @@ class BmcInstance:
     admin_password = ADMIN_PASSWORD
 
     def __init__(self, processes=2, open_service_root=False, check_reused_responses=True,
-                 https_only=False):
+                 https_only=False, kill_at=None, state_size=None):
         self.directory = tempfile.TemporaryDirectory(prefix="bmc-e2e-")
         self.root = self.directory.name
+        # A small file system of the instance's own, which a test can fill
+        # (mounting needs root; RuntimeError when it cannot be mounted).
+        self.mounted = False
+        if state_size:
+            mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=" + state_size, "tmpfs",
+                                      self.root], capture_output=True)
+            if mounted.returncode != 0:
+                self.directory.cleanup()
+                raise RuntimeError("no tmpfs can be mounted here")
+            self.mounted = True
         self.port = free_port()
         self.tls_port = free_port()
         self.base = f"http://127.0.0.1:{self.port}"
@@ -65,6 +75,10 @@ class BmcInstance:
         environment = dict(os.environ)
         if check_reused_responses:
             environment["BMC_CHECK_REUSED_RESPONSES"] = "1"
+        # The service processes kill themselves at this step (the test hook
+        # of platform/kill_point.h).
+        if kill_at:
+            environment["BMC_KILL_AT"] = kill_at
         with open(os.path.join(self.root, "log", "lighttpd-error.log"), "ab") as log:
             self.server = subprocess.Popen(
                 ["lighttpd", "-D", "-f", os.path.join(self.root, "etc", "lighttpd.conf")],
@@ -160,5 +174,7 @@ class BmcInstance:
                 self.server.kill()
                 self.server.wait()
         stale = [line for line in self.error_log().splitlines() if STALE_ANSWER in line]
+        if self.mounted:
+            subprocess.run(["umount", "-l", self.root], check=False)
         self.directory.cleanup()
         assert not stale, "\n".join(stale)

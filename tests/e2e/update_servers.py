@@ -76,3 +76,48 @@ class FtpImageServer:
 
     def stop(self):
         self.server.close_all()
+
+
+class DripServer:
+    """Answers every request with an image that it sends one byte at a time,
+    a byte every interval seconds, until stopped: a link that never stalls
+    and never ends."""
+
+    def __init__(self, interval=1.0, length=4096):
+        self.listener = socket.socket()
+        self.listener.bind(("127.0.0.1", 0))
+        self.listener.listen(4)
+        self.host = "127.0.0.1:%d" % self.listener.getsockname()[1]
+        self.interval = interval
+        self.length = length
+        self.stopped = threading.Event()
+        self.thread = threading.Thread(target=self._serve, daemon=True)
+        self.thread.start()
+
+    def _serve(self):
+        self.listener.settimeout(0.2)
+        for _ in range(3000):
+            if self.stopped.is_set():
+                return
+            try:
+                connection, _ = self.listener.accept()
+            except socket.timeout:
+                continue
+            threading.Thread(target=self._drip, args=(connection,), daemon=True).start()
+
+    def _drip(self, connection):
+        with connection:
+            try:
+                connection.recv(65536)
+                connection.sendall(b"HTTP/1.0 200 OK\r\nContent-Length: %d\r\n\r\n" % self.length)
+                for _ in range(self.length):
+                    if self.stopped.wait(self.interval):
+                        return
+                    connection.sendall(b"\0")
+            except OSError:
+                return
+
+    def stop(self):
+        self.stopped.set()
+        self.thread.join(timeout=5)
+        self.listener.close()

@@ -7,6 +7,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
+#include <fstream>
 #include <string>
 
 namespace {
@@ -64,6 +66,37 @@ TEST(child_program, a_child_not_waited_for_is_killed_and_reaped) {
     errno = 0;
     EXPECT_EQ(::waitpid(pid, nullptr, WNOHANG), -1);
     EXPECT_EQ(errno, ECHILD);
+}
+
+// Ended or waiting to be reaped by whoever adopted it.
+bool ended(pid_t pid) {
+    std::ifstream stat("/proc/" + std::to_string(pid) + "/stat");
+    std::string line;
+    if (!std::getline(stat, line)) return true;
+    const size_t state = line.rfind(')') + 2;
+    return state < line.size() && line[state] == 'Z';
+}
+
+TEST(child_program, a_child_tied_to_its_caller_dies_with_it_even_by_sigkill) {
+    int report[2];
+    ASSERT_EQ(::pipe(report), 0);
+    const pid_t caller = ::fork();
+    if (caller == 0) {
+        platform::child_program sleeper({"/bin/sleep", "30"},
+                                        platform::child_program::lifetime::caller);
+        const pid_t pid = sleeper.pid();
+        if (::write(report[1], &pid, sizeof pid) != sizeof pid) ::_exit(1);
+        ::raise(SIGKILL);
+    }
+    ::close(report[1]);
+    pid_t sleeper = -1;
+    ASSERT_EQ(::read(report[0], &sleeper, sizeof sleeper), static_cast<ssize_t>(sizeof sleeper));
+    ::close(report[0]);
+    ASSERT_GT(sleeper, 0);
+    ::waitpid(caller, nullptr, 0);
+    bool gone = false;
+    for (int i = 0; i < 500 && !(gone = ended(sleeper)); ++i) ::usleep(10000);
+    EXPECT_TRUE(gone);
 }
 
 }  // namespace

@@ -52,6 +52,7 @@ void set_options(CURL* curl, const image_source& source, transfer& state) {
     curl_easy_setopt(curl, CURLOPT_FAILONERROR, 1L);
     curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, stall_limit_seconds);
+    curl_easy_setopt(curl, CURLOPT_TIMEOUT, source.deadline_seconds);
     curl_easy_setopt(curl, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(max_image_bytes));
     if (!source.username.empty()) {
         curl_easy_setopt(curl, CURLOPT_USERNAME, source.username.c_str());
@@ -90,7 +91,7 @@ bool transfer_image(const image_source& source, const std::string& path,
         reason = "the image is empty";
     } else if (code != CURLE_OK) {
         reason = failure_reason(code, state, detail);
-    } else if (!file.finish()) {
+    } else if (!file.commit()) {
         reason = "the image file cannot be written";
     } else {
         return true;

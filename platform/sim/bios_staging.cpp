@@ -1,0 +1,83 @@
+#include "platform/sim/bios_staging.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+
+#include "platform/atomic_file.h"
+#include "platform/bmc_root.h"
+#include "platform/libfwupdate.h"
+#include "platform/libtask.h"
+#include "platform/sim/sim_file.h"
+#include "platform/sim/task_store.h"
+
+namespace platform::sim {
+namespace {
+
+std::string task_record() { return bmc_path("/nv/pending_task.ini"); }
+std::string reset_marker() { return bmc_path("/nv/OnReset_Update"); }
+std::string bios_image() { return bmc_path("/tmp/bios_rom"); }
+
+struct staged_task {
+    int id = 0;
+    std::string monitor_id;
+};
+
+staged_task read_staged_task() {
+    std::string text;
+    staged_task task;
+    if (!read_file(task_record(), text)) return task;
+    char monitor_id[TASK_MONITOR_ID_MAX + 1] = {};
+    if (std::sscanf(text.c_str(), "[PendingTask]\nTaskId=%d\nMonitorId=%32s", &task.id,
+                    monitor_id) == 2)
+        task.monitor_id = monitor_id;
+    return task;
+}
+
+void remove_staging() {
+    ::unlink(reset_marker().c_str());
+    ::unlink(task_record().c_str());
+    ::unlink(bios_image().c_str());
+}
+
+}  // namespace
+
+void drop_void_bios_staging() {
+    const staged_task task = read_staged_task();
+    if (task.id != 0 && !task_in_progress(task.id, task.monitor_id)) remove_staging();
+}
+
+}  // namespace platform::sim
+
+using namespace platform::sim;
+
+extern "C" {
+
+const char* firmware_staging_file(int device) {
+    static std::string bmc;
+    static std::string bios;
+    bmc = platform::bmc_path("/tmp/fwimgbuff");
+    bios = bios_image();
+    if (device == FW_DEVICE_BMC) return bmc.c_str();
+    return device == FW_DEVICE_BIOS ? bios.c_str() : nullptr;
+}
+
+int StageBiosUpdateOnReset(int task_id) {
+    TaskInfo task{};
+    if (TaskServiceGetTaskInfo(task_id, &task) != 0) return -1;
+    const std::string text = "[PendingTask]\nTaskId=" + std::to_string(task_id) +
+                             "\nMonitorId=" + task.monitor_id + "\n";
+    platform::staged_files records;
+    const bool staged = records.stage(task_record(), text, 0600) &&
+                        records.stage(reset_marker(), "", 0600) && records.commit();
+    return staged ? 0 : -1;
+}
+
+int DropBiosUpdateOnReset(int task_id) {
+    if (task_id <= 0 || read_staged_task().id != task_id) return -1;
+    remove_staging();
+    return 0;
+}
+
+}  // extern "C"

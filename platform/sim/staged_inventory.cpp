@@ -1,0 +1,48 @@
+// The simulated staging inventory: one file per entry under
+// /tmp/fwinventory holding the staged image's version.
+#include <sys/stat.h>
+
+#include <cstring>
+#include <string>
+
+#include "platform/atomic_file.h"
+#include "platform/bmc_root.h"
+#include "platform/libfwupdate.h"
+#include "platform/sim/firmware_state.h"
+#include "platform/sim/sim_file.h"
+
+namespace {
+
+constexpr size_t max_version_length = 32;
+
+std::string inventory_directory() { return platform::bmc_path("/tmp/fwinventory"); }
+
+// An entry is one plain name: it never leaves the directory.
+bool plain_entry(const char* entry) {
+    return entry && entry[0] != '\0' && entry[0] != '.' && !std::strchr(entry, '/');
+}
+
+}  // namespace
+
+extern "C" {
+
+int StoreStagedFirmwareVersion(const char* entry, const char* version) {
+    if (!plain_entry(entry) || !version) return -1;
+    ::mkdir(inventory_directory().c_str(), 0755);
+    const bool stored = platform::write_file_atomically(inventory_directory() + "/" + entry,
+                                                        std::string(version) + "\n", 0600);
+    return stored ? 0 : -1;
+}
+
+int GetStagedFirmwareVersion(const char* entry, char* version, int size) {
+    std::string text;
+    if (!plain_entry(entry) || !version || size < 1 ||
+        !platform::sim::read_file(inventory_directory() + "/" + entry, text))
+        return -1;
+    if (text.empty()) return -1;
+    const std::string line = text.substr(0, text.find('\n'));
+    platform::sim::copy_out(line.substr(0, max_version_length), version, size);
+    return 0;
+}
+
+}  // extern "C"
