@@ -119,6 +119,10 @@ constexpr message_text table[] = {
      "The value '%1' for the property %2 is of a different format than the property can accept.",
      "Correct the value for the property in the request body and resubmit the request if the "
      "operation failed."},
+    {"Base.1.10.PropertyValueIncorrect", "Warning",
+     "The property '%1' with the requested value of '%2' could not be written because the value "
+     "does not meet the constraints of the implementation.",
+     "No resolution is required."},
     {"Base.1.10.PropertyValueModified", "Warning",
      "The property %1 was assigned the value '%2' due to modification by the service.",
      "No resolution is required."},

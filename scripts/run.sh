@@ -18,6 +18,9 @@ bmcsim="$build/platform/sim/tool/bmcsim"
 # Clients such as sushy read the service root before they log in.
 settings="$root/nv/redfish/redfish.ini"
 [ -e "$settings" ] || printf '[Service]\nUnauthenticatedServiceRoot=1\n' > "$settings"
+# Event receivers and image servers of a BMC simulated on this host listen
+# on loopback, which a real BMC refuses as a destination.
+printf '[Destinations]\nAllowLocal=1\n' > "$root/nv/redfish/outbound.ini"
 
 if [ "${HTTPS_ONLY:-0}" = 1 ]; then
     echo "Redfish service: https://127.0.0.1:$tls_port/redfish/v1 (plain HTTP on $port redirects to it)"
@@ -27,6 +30,7 @@ fi
 echo "Administrator:   $user / $password"
 echo "Simulator tool:  $bmcsim --root $root"
 echo "Log:             $root/log/lighttpd-error.log"
+echo "Destinations:    loopback and link-local allowed ($root/nv/redfish/outbound.ini)"
 echo "Stop with Ctrl-C."
 # The service processes inherit lighttpd's standard error: keep their
 # diagnostics with the server's log.

@@ -53,8 +53,7 @@ boost::json::array account_types(const snmp_state& state) {
 }
 
 bool caller_configures_users(const request_context& context) {
-    const role_definition* caller_role = role_of_level(context.privilege);
-    return caller_role && (caller_role->privileges & privilege_configure_users);
+    return level_has_privileges(context.privilege, privilege_configure_users);
 }
 
 // Callers without ConfigureUsers get here only for their own account, and

@@ -53,6 +53,11 @@ const role_definition* role_of_level(int level) {
     return found == roles.end() ? nullptr : &*found;
 }
 
+bool level_has_privileges(int level, unsigned privileges) {
+    const role_definition* role = role_of_level(level);
+    return role && (role->privileges & privileges) == privileges;
+}
+
 const role_definition* role_named(std::string_view id) {
     const auto& roles = predefined_roles();
     auto found = std::find_if(roles.begin(), roles.end(),

@@ -23,6 +23,9 @@ const std::vector<role_definition>& predefined_roles();
 const role_definition* role_of_level(int level);
 const role_definition* role_named(std::string_view id);
 
+// Whether the role of a privilege level has every one of privileges.
+bool level_has_privileges(int level, unsigned privileges);
+
 // The names of the Redfish privileges of a bit set, in Redfish order, and
 // those of its Oem privileges.
 std::vector<std::string_view> privilege_names(unsigned privileges);

@@ -10,6 +10,7 @@
 #include "frontend/result_writer.h"
 #include "platform/alert_settings.h"
 #include "platform/libweb.h"
+#include "platform/outbound_destinations.h"
 #include "tasks/event_uris.h"
 #include "tasks/subscription_vocabulary.h"
 
@@ -47,6 +48,7 @@ boost::json::object smtp_json(const platform::smtp_settings& smtp) {
 struct event_service_patch {
     event_service_settings settings;
     bool smtp_changed = false;
+    bool password_given = false;
     result_record result = general_error();
 };
 
@@ -100,6 +102,7 @@ void read_smtp_member(const request_member& member, event_service_patch& patch) 
     } else if (member.name == "Username") {
         read_text_setting(member, smtp.username, result);
     } else if (member.name == "Password") {
+        patch.password_given = true;
         read_text_setting(member, smtp.password, result, true);
     } else {
         unknown_property::in_patch().report(result, member.path);
@@ -137,6 +140,16 @@ void read_member(const request_member& member, event_service_patch& patch) {
     }
 }
 
+// The stored password belongs to the server it was given for: a new server
+// gets one only when the same PATCH gives it.
+void forget_password_of_old_server(event_service_patch& patch, const platform::smtp_settings& old) {
+    platform::smtp_settings& smtp = patch.settings.smtp;
+    if (patch.password_given || smtp.server_address == old.server_address) return;
+    if (!old.password.empty() && !smtp.server_address.empty())
+        add_property_message(patch.result, "Base.1.10.PropertyMissing", "SMTP/Password");
+    smtp.password.clear();
+}
+
 void check_smtp(event_service_patch& patch) {
     const platform::smtp_settings& smtp = patch.settings.smtp;
     // E-mail needs a server to go to and a sender to come from.
@@ -144,9 +157,18 @@ void check_smtp(event_service_patch& patch) {
         add_property_message(patch.result, "Base.1.10.PropertyMissing", "SMTP/ServerAddress");
     if (smtp.service_enabled && smtp.from_address.empty())
         add_property_message(patch.result, "Base.1.10.PropertyMissing", "SMTP/FromAddress");
+    if (!smtp.server_address.empty() && platform::refused_host(smtp.server_address))
+        add_message(patch.result, "Base.1.10.PropertyValueIncorrect",
+                    {"SMTP/ServerAddress", smtp.server_address}, {"/SMTP/ServerAddress"});
+    // Credentials never cross the network in clear: sending them needs TLS
+    // (AutoDetect then insists on STARTTLS).
     if (smtp.connection_protocol == "None" && smtp.authentication == "AutoDetect")
         add_message(patch.result, "TWR.1.0.OemSmtpSettingNotAllow", {},
                     {"/SMTP/ConnectionProtocol", "/SMTP/Authentication"});
+    else if (smtp.connection_protocol == "None" && smtp.authentication != "None")
+        add_message(patch.result, "Base.1.10.PropertyValueConflict",
+                    {"SMTP/Authentication", "SMTP/ConnectionProtocol"},
+                    {"/SMTP/Authentication", "/SMTP/ConnectionProtocol"});
 }
 
 event_service_patch read_patch(const boost::json::object& request,
@@ -154,7 +176,9 @@ event_service_patch read_patch(const boost::json::object& request,
     event_service_patch patch{settings};
     for (const auto& [name, value] : request)
         read_member({std::string(name), value, std::string(name)}, patch);
-    if (patch.smtp_changed) check_smtp(patch);
+    if (!patch.smtp_changed) return patch;
+    forget_password_of_old_server(patch, settings.smtp);
+    check_smtp(patch);
     return patch;
 }
 

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "framework/property_checks.h"
+#include "platform/outbound_destinations.h"
 #include "security/snmp_protocols.h"
 #include "tasks/subscription_vocabulary.h"
 
@@ -249,6 +250,10 @@ void check_entry(subscription_edit& edit, result_record& result) {
     if (entry.destination[0] && !valid_destination(entry.type, entry.destination))
         add_value_message(result, "Base.1.10.PropertyValueFormatError", entry.destination,
                           "Destination");
+    else if (entry.type != ALERT_DEST_SMTP &&
+             platform::refused_host(platform::destination_host(entry.destination)))
+        add_message(result, "Base.1.10.PropertyValueIncorrect", {"Destination", entry.destination},
+                    {"/Destination"});
     store_user_name(edit, result);
     check_snmp_security(entry, result);
 }

@@ -4,6 +4,7 @@
 
 #include "platform/bmc_root.h"
 #include "platform/child_program.h"
+#include "platform/libweb.h"
 
 namespace odata::redfish {
 namespace {
@@ -12,6 +13,20 @@ namespace {
 constexpr int stop_check_ms = 250;
 
 std::string fetch_program() { return platform::bmc_path("/usr/sbin/bmc-image-fetch"); }
+
+// Task messages are read by every user: what the server or the network
+// answered (refused, silent, an HTTP status) would tell them which ports are
+// open where, so only what concerns the image is passed on; the rest goes to
+// the log.
+std::string shown_reason(const std::string& said) {
+    static const std::string about_the_image[] = {
+        "the image is too large", "the image is empty", "the download was cancelled",
+        "the image file cannot be created", "the image file cannot be written"};
+    for (const std::string& known : about_the_image)
+        if (said == known) return said;
+    console_log("[FirmwareUpdate] download failed: %s\n", said.c_str());
+    return "the image could not be downloaded";
+}
 
 }  // namespace
 
@@ -36,8 +51,7 @@ bool download_image(const image_source& source, const std::string& path,
         }
     }
     if (fetch.wait() == 0) return true;
-    reason = platform::last_line(said);
-    if (reason.empty()) reason = "the download failed";
+    reason = shown_reason(platform::last_line(said));
     return false;
 }
 

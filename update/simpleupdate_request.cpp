@@ -5,6 +5,7 @@
 
 #include "platform/libfwupdate.h"
 #include "platform/libweb.h"
+#include "platform/outbound_destinations.h"
 #include "update/push_parameters.h"
 
 namespace odata::redfish {
@@ -96,6 +97,9 @@ void read_location(const boost::json::object& body, std::string& scheme,
     if (user_part + request.host.size() + request.path.size() > max_location_length) {
         console_log("[ERROR] SimpleUpdate.ImageURI\n");
         add_error(result, "Input ImageURI length error.");
+    } else if (platform::refused_host(platform::destination_host(request.host))) {
+        console_log("[ERROR] SimpleUpdate.ImageURI host\n");
+        add_error(result, "Input ImageURI host is not allowed.");
     }
 }
 

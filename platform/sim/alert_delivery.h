@@ -1,7 +1,8 @@
-// Delivery of alerts off the caller's path: each delivery runs in a
-// detached process of the program bmc-alert-send (alert_send/), which
-// retries as the event service's settings say, appends the outcome to
-// <root>/var/log/alert_delivery.log and exits.
+// Delivery of alerts off the caller's path: each alert joins the delivery
+// queue (alert_queue.h), and a detached process of the program
+// bmc-alert-send (alert_send/) takes it from there, retries as the event
+// service's settings say, appends the outcome to
+// <root>/var/log/alert_delivery.log and goes on with the next.
 #pragma once
 
 #include <string>
@@ -10,9 +11,12 @@ namespace platform::sim {
 
 std::string alert_delivery_log_file();
 
-// Hands request (alert_requests.h, as JSON) to a delivery process for
-// entry index, waiting only until it has been started; false when it
-// cannot be.
+// Appends one line to the delivery log.
+void append_delivery_log(const std::string& line);
+
+// Queues request (alert_requests.h, as JSON) for entry index and starts a
+// sender when a slot is free, waiting only until it has been started;
+// false when the request cannot be queued.
 bool start_alert_delivery(int index, const char* kind, const std::string& request);
 
 }  // namespace platform::sim

@@ -60,21 +60,71 @@ bool stage_and_commit(const ipmi_configuration& config) {
            files.stage(platform::serial_settings_file(), serial, 0644) && files.commit();
 }
 
+void leave_out_secrets(ipmi_configuration& config) {
+    for (platform::user_slot& user : config.users) user.password.clear();
+    for (St_AlertDest& entry : config.alerts) {
+        entry.authentication_key[0] = '\0';
+        entry.encryption_key[0] = '\0';
+    }
+}
+
+// Secrets that a document without them leaves as they are stored.
+void keep_stored_secrets(ipmi_configuration& config, const platform::user_slots& users,
+                         const platform::alert_table& alerts) {
+    for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) {
+        platform::user_slot& user = config.users[slot];
+        if (user.used() && user.password.empty() && users[slot].key == user.key &&
+            users[slot].name == user.name)
+            user.password = users[slot].password;
+    }
+    for (int index = 0; index < ALERT_DEST_COUNT; ++index) {
+        St_AlertDest& entry = config.alerts[index];
+        const St_AlertDest& stored = alerts[index];
+        if (entry.type != ALERT_DEST_SNMPV3_TRAP || stored.type != entry.type ||
+            std::strcmp(entry.snmp_user, stored.snmp_user) != 0)
+            continue;
+        if (!entry.authentication_key[0])
+            std::memcpy(entry.authentication_key, stored.authentication_key,
+                        sizeof entry.authentication_key);
+        if (!entry.encryption_key[0])
+            std::memcpy(entry.encryption_key, stored.encryption_key, sizeof entry.encryption_key);
+    }
+}
+
+bool same_users(const platform::user_slots& left, const platform::user_slots& right) {
+    for (int slot = 0; slot < MAX_USER_SLOTS; ++slot)
+        if (platform::user_slot_json(slot, left[slot]) !=
+            platform::user_slot_json(slot, right[slot]))
+            return false;
+    return true;
+}
+
+// Called with every store locked.
+int complete_and_commit(ipmi_configuration& config, bool may_change_users) {
+    platform::user_slots users;
+    if (!platform::read_user_slots(users)) return PLT_ERR_IO;
+    keep_stored_secrets(config, users, platform::read_alert_table());
+    if (!may_change_users && !same_users(config.users, users)) return PLT_ERR_STATE;
+    return stage_and_commit(config) ? PLT_OK : PLT_ERR_IO;
+}
+
 // Locks in one order: the alert table, the user table (as an alert-table
 // commit that finds no alert change may commit the user table), the LAN
 // settings, the serial settings.
-bool store_configuration(const ipmi_configuration& config) {
-    if (lx_mutex_get(ALERT_TABLE_MUTEX) != 0) return false;
-    bool stored = false;
+int store_configuration(ipmi_configuration& config, bool may_change_users) {
+    if (lx_mutex_get(ALERT_TABLE_MUTEX) != 0) return PLT_ERR_IO;
+    int result = PLT_ERR_IO;
     if (lx_mutex_get(USER_TABLE_MUTEX) == 0) {
-        stored = platform::sim::with_file_lock(platform::lan_settings_file(), [&] {
-            return platform::sim::with_file_lock(platform::serial_settings_file(),
-                                                 [&] { return stage_and_commit(config); });
+        platform::sim::with_file_lock(platform::lan_settings_file(), [&] {
+            return platform::sim::with_file_lock(platform::serial_settings_file(), [&] {
+                result = complete_and_commit(config, may_change_users);
+                return true;
+            });
         });
         lx_mutex_put(USER_TABLE_MUTEX);
     }
     lx_mutex_put(ALERT_TABLE_MUTEX);
-    return stored;
+    return result;
 }
 
 void copy_reason(const std::string& text, char* reason, int reason_size) {
@@ -86,17 +136,19 @@ void copy_reason(const std::string& text, char* reason, int reason_size) {
 
 }  // namespace
 
-extern "C" int PltIPMI_BackupConfig(char* text, int size) {
+extern "C" int PltIPMI_BackupConfig(char* text, int size, int with_secrets) {
     if (!text || size <= 0) return PLT_ERR_ARGUMENT;
     ipmi_configuration config;
     if (!read_configuration(config)) return PLT_ERR_FORMAT;
+    if (!with_secrets) leave_out_secrets(config);
     const std::string document = platform::sim::ipmi_config_text(config);
     if (document.size() >= static_cast<std::size_t>(size)) return PLT_ERR_ARGUMENT;
     std::memcpy(text, document.c_str(), document.size() + 1);
     return static_cast<int>(document.size());
 }
 
-extern "C" int PltIPMI_RestoreConfig(const char* text, int length, char* reason, int reason_size) {
+extern "C" int PltIPMI_RestoreConfig(const char* text, int length, int may_change_users,
+                                     char* reason, int reason_size) {
     if (!text || length < 0 || length > IPMI_CONFIG_MAX_SIZE) {
         copy_reason("the file is too large", reason, reason_size);
         return PLT_ERR_FORMAT;
@@ -108,9 +160,8 @@ extern "C" int PltIPMI_RestoreConfig(const char* text, int length, char* reason,
         copy_reason(refused, reason, reason_size);
         return PLT_ERR_FORMAT;
     }
-    if (!store_configuration(config)) {
+    const int result = store_configuration(config, may_change_users != 0);
+    if (result == PLT_ERR_IO)
         console_log("[ERROR] PltIPMI_RestoreConfig: the stores were not written\n");
-        return PLT_ERR_IO;
-    }
-    return PLT_OK;
+    return result;
 }

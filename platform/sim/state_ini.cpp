@@ -28,10 +28,11 @@ pt::ptree read_state_ini(const std::string& path) {
     return tree;
 }
 
-bool update_state_ini(const std::string& path, const std::function<bool(pt::ptree&)>& change) {
+bool update_state_ini(const std::string& path, const std::function<bool(pt::ptree&)>& change,
+                      mode_t mode) {
     return with_file_lock(path, [&] {
         pt::ptree tree = read_state_ini(path);
-        return !change(tree) || write_ini(path, tree, 0644);
+        return !change(tree) || write_ini(path, tree, mode);
     });
 }
 

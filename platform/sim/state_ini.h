@@ -3,6 +3,7 @@
 // file, so that readers need no lock.
 #pragma once
 
+#include <sys/types.h>
 #include <boost/property_tree/ptree.hpp>
 #include <functional>
 #include <string>
@@ -17,8 +18,10 @@ bool with_file_lock(const std::string& path, const std::function<bool()>& body);
 boost::property_tree::ptree read_state_ini(const std::string& path);
 
 // One locked read-modify-write: change returns whether it changed the tree,
-// and only then is the file written. False when locking or writing fails.
+// and only then is the file written, with mode. False when locking or
+// writing fails.
 bool update_state_ini(const std::string& path,
-                      const std::function<bool(boost::property_tree::ptree&)>& change);
+                      const std::function<bool(boost::property_tree::ptree&)>& change,
+                      mode_t mode = 0644);
 
 }  // namespace platform::sim

@@ -14,6 +14,8 @@ namespace {
 
 constexpr const char* kind_names[] = {"CD", "Floppy"};
 constexpr int drives_per_kind = 1;
+// The drives' user names are the image servers' accounts: owner only.
+constexpr mode_t state_mode = 0600;
 
 bool is_drive(int kind, int drive) {
     return platform::virtual_media_kind_name(kind) && drive >= 1 && drive <= drives_per_kind;
@@ -76,8 +78,9 @@ extern "C" int PltVMEDIA_Insert(int kind, int drive, const char* image, uint8_t 
         return PLT_ERR_ARGUMENT;
     const std::string name = section(kind, drive);
     int result = PLT_OK;
-    const bool written =
-        platform::sim::update_state_ini(platform::virtual_media_file(), [&](pt::ptree& stored) {
+    const bool written = platform::sim::update_state_ini(
+        platform::virtual_media_file(),
+        [&](pt::ptree& stored) {
             if (stored.get(name + ".Inserted", 0) != 0) {
                 result = PLT_ERR_STATE;
                 return false;
@@ -87,7 +90,8 @@ extern "C" int PltVMEDIA_Insert(int kind, int drive, const char* image, uint8_t 
             stored.put(name + ".Image", std::string(image));
             stored.put(name + ".UserName", std::string(user_name ? user_name : ""));
             return true;
-        });
+        },
+        state_mode);
     return written ? result : PLT_ERR_IO;
 }
 
@@ -95,14 +99,16 @@ extern "C" int PltVMEDIA_Eject(int kind, int drive) {
     if (!is_drive(kind, drive)) return PLT_ERR_NOT_FOUND;
     const std::string name = section(kind, drive);
     int result = PLT_OK;
-    const bool written =
-        platform::sim::update_state_ini(platform::virtual_media_file(), [&](pt::ptree& stored) {
+    const bool written = platform::sim::update_state_ini(
+        platform::virtual_media_file(),
+        [&](pt::ptree& stored) {
             if (stored.get(name + ".Inserted", 0) == 0) {
                 result = PLT_ERR_STATE;
                 return false;
             }
             stored.erase(name);
             return true;
-        });
+        },
+        state_mode);
     return written ? result : PLT_ERR_IO;
 }

@@ -5,16 +5,24 @@
 
 namespace odata::redfish {
 
-void check_no_parameters(const request_context& context, const std::string& action) {
+void read_optional_parameters(const request_context& context, const std::string& action,
+                              const parameter_reader& read) {
     const std::optional<std::string_view> body = context.body();
     if (!body || body->empty()) return;
     const boost::json::value parameters = context.body_json();
     const boost::json::object* object = parameters.if_object();
     if (!object) throw_http_error(400, "Base.1.10.UnrecognizedRequestBody");
     result_record result = general_error();
-    for (const auto& member : *object)
-        unknown_property::in_post(action).report(result, std::string(member.key()));
+    for (const auto& [name, value] : *object)
+        if (!read(std::string(name), value, result))
+            unknown_property::in_post(action).report(result, std::string(name));
     if (!result.entries.empty()) throw_http_result(400, result);
+}
+
+void check_no_parameters(const request_context& context, const std::string& action) {
+    read_optional_parameters(
+        context, action,
+        [](const std::string&, const boost::json::value&, result_record&) { return false; });
 }
 
 void add_parameter_message(result_record& result, const std::string& message_id,

@@ -1,6 +1,8 @@
 // Checks of action parameters that several actions share.
 #pragma once
 
+#include <boost/json.hpp>
+#include <functional>
 #include <string>
 
 #include "frontend/message.h"
@@ -12,6 +14,14 @@ namespace odata::redfish {
 // an object, ActionParameterUnknown for each member.
 // Actions that take no parameters accept no body or an empty object.
 void check_no_parameters(const request_context& context, const std::string& action);
+
+// Reads one parameter into the caller's record, adding messages about its
+// value to result; false for a parameter the action does not take.
+using parameter_reader = std::function<bool(
+    const std::string& name, const boost::json::value& value, result_record& result)>;
+// As check_no_parameters, but each member goes to read first.
+void read_optional_parameters(const request_context& context, const std::string& action,
+                              const parameter_reader& read);
 
 // A message about the value of one parameter: arguments (value, parameter,
 // action), related property "/<parameter>".

@@ -118,12 +118,28 @@ void read_member(const std::string& name, const boost::json::value& value,
     }
 }
 
+// The host part of an image URI ("user:password@host"), empty when the URI
+// has none.
+std::string_view image_authority(std::string_view image) {
+    const std::size_t separator = image.find("://");
+    if (separator == std::string_view::npos) return {};
+    const std::string_view rest = image.substr(separator + 3);
+    return rest.substr(0, rest.find('/'));
+}
+
+// Credentials go in UserName and Password: one inside the image URI would be
+// shown to every reader of the drive.
+bool has_user_info(std::string_view image) {
+    return image_authority(image).find('@') != std::string_view::npos;
+}
+
 void check_image(const insert_media_fields& fields, result_record& result) {
     if (!fields.has_image) return;
     const std::string_view protocol = image_transfer_protocol(fields.request.image);
     const bool matches = fields.protocol.empty() || fields.protocol == protocol;
     if (protocol.empty() || !matches)
-        report_value(result, "Base.1.10.ActionParameterValueFormatError", fields.request.image,
+        report_value(result, "Base.1.10.ActionParameterValueFormatError",
+                     has_user_info(fields.request.image) ? hidden_value : fields.request.image,
                      "Image");
 }
 
@@ -135,7 +151,7 @@ const std::vector<std::string_view>& transfer_protocol_types() {
 }
 
 std::string_view image_transfer_protocol(std::string_view image) {
-    if (image.size() > max_image_length || !is_printable(image)) return {};
+    if (image.size() > max_image_length || !is_printable(image) || has_user_info(image)) return {};
     const std::size_t separator = image.find("://");
     if (separator == std::string_view::npos) return {};
     const std::string_view rest = image.substr(separator + 3);

@@ -7,7 +7,9 @@
 #include <openssl/x509.h>
 #include <openssl/x509v3.h>
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 #include "resources/managers/redfish_date_time.h"
 
@@ -89,19 +91,63 @@ std::string sha256_fingerprint(const X509* certificate) {
     return hex(digest, length, ":");
 }
 
-// Every certificate block in order, re-encoded: nothing but certificates
-// reaches the chain.
-std::string certificate_chain(std::string_view pem) {
+std::vector<x509_ptr> certificates_of(std::string_view pem) {
+    std::vector<x509_ptr> certificates;
     bio_ptr in = memory_bio(pem);
+    while (X509* next = in ? PEM_read_bio_X509(in.get(), nullptr, no_passphrase, nullptr) : nullptr)
+        certificates.emplace_back(next, X509_free);
+    ERR_clear_error();
+    return certificates;
+}
+
+// Every certificate in order, re-encoded: nothing but certificates reaches
+// the chain.
+std::string chain_text(const std::vector<x509_ptr>& certificates) {
     bio_ptr out(BIO_new(BIO_s_mem()), BIO_free);
-    if (!in || !out) return {};
-    while (X509* next = PEM_read_bio_X509(in.get(), nullptr, no_passphrase, nullptr)) {
-        PEM_write_bio_X509(out.get(), next);
-        X509_free(next);
-    }
+    if (!out) return {};
+    for (const x509_ptr& certificate : certificates)
+        PEM_write_bio_X509(out.get(), certificate.get());
     char* data = nullptr;
     const long length = BIO_get_mem_data(out.get(), &data);
     return length > 0 ? std::string(data, static_cast<std::size_t>(length)) : std::string();
+}
+
+// The web server's TLS library refuses to load a certificate whose key or
+// signature gives less than 112 bits of security (its security level 2); the
+// server's own key must also be one that clients accept: RSA of 2048 bits or
+// more, or EC on a curve of 256 bits or more.
+constexpr int min_security_bits = 112;
+
+bool strong_server_key(EVP_PKEY* key) {
+    const int bits = EVP_PKEY_get_bits(key);
+    switch (EVP_PKEY_get_base_id(key)) {
+        case EVP_PKEY_RSA:
+            return bits >= 2048;
+        case EVP_PKEY_EC:
+            return bits >= 256;
+        default:
+            return false;
+    }
+}
+
+bool strong_certificate(X509* certificate) {
+    EVP_PKEY* key = X509_get0_pubkey(certificate);
+    if (!key || EVP_PKEY_get_security_bits(key) < min_security_bits) return false;
+    // As in the TLS library, a self-signed certificate's signature counts for
+    // nothing.
+    if (X509_get_extension_flags(certificate) & EXFLAG_SS) return true;
+    int signature_bits = 0;
+    const bool known =
+        X509_get_signature_info(certificate, nullptr, nullptr, &signature_bits, nullptr) == 1;
+    ERR_clear_error();
+    return known && signature_bits >= min_security_bits;
+}
+
+bool strong_chain(const std::vector<x509_ptr>& certificates, EVP_PKEY* key) {
+    return strong_server_key(key) &&
+           std::all_of(certificates.begin(), certificates.end(), [](const x509_ptr& certificate) {
+               return strong_certificate(certificate.get());
+           });
 }
 
 // The private key, re-encoded as PKCS#8.
@@ -138,18 +184,19 @@ pair_problem read_certificate_pair(std::string_view pem, long long now, certific
     if (!bio) return pair_problem::unreadable;
     const key_ptr key(PEM_read_bio_PrivateKey(bio.get(), nullptr, no_passphrase, nullptr),
                       EVP_PKEY_free);
-    const x509_ptr certificate = first_certificate(pem);
-    ERR_clear_error();
-    if (!certificate) return pair_problem::no_certificate;
+    const std::vector<x509_ptr> certificates = certificates_of(pem);
+    if (certificates.empty()) return pair_problem::no_certificate;
     if (!key) return pair_problem::no_key;
-    const bool matches = X509_check_private_key(certificate.get(), key.get()) == 1;
+    X509* certificate = certificates.front().get();
+    const bool matches = X509_check_private_key(certificate, key.get()) == 1;
     ERR_clear_error();
     if (!matches) return pair_problem::key_mismatch;
     time_t moment = static_cast<time_t>(now);
-    if (X509_cmp_time(X509_get0_notBefore(certificate.get()), &moment) > 0 ||
-        X509_cmp_time(X509_get0_notAfter(certificate.get()), &moment) < 0)
+    if (X509_cmp_time(X509_get0_notBefore(certificate), &moment) > 0 ||
+        X509_cmp_time(X509_get0_notAfter(certificate), &moment) < 0)
         return pair_problem::expired;
-    pair = {certificate_chain(pem), key_text(key.get())};
+    if (!strong_chain(certificates, key.get())) return pair_problem::weak;
+    pair = {chain_text(certificates), key_text(key.get())};
     return pair.chain.empty() || pair.key.empty() ? pair_problem::unreadable : pair_problem::none;
 }
 

@@ -22,10 +22,12 @@ struct certificate_pair {
     std::string key;
 };
 
-enum class pair_problem { none, unreadable, no_certificate, no_key, key_mismatch, expired };
+enum class pair_problem { none, unreadable, no_certificate, no_key, key_mismatch, expired, weak };
 
 // Reads a PEM text with one private key and one or more certificates, the
-// first of which belongs to the key and is valid at now (seconds).
+// first of which belongs to the key and is valid at now (seconds). The key
+// must be RSA of at least 2048 bits or EC of at least 256, and no
+// certificate of the chain may be weaker than the web server loads.
 pair_problem read_certificate_pair(std::string_view pem, long long now, certificate_pair& pair);
 
 }  // namespace odata::redfish

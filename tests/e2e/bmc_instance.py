@@ -44,7 +44,7 @@ class BmcInstance:
     admin_password = ADMIN_PASSWORD
 
     def __init__(self, processes=2, open_service_root=False, check_reused_responses=True,
-                 https_only=False, kill_at=None, state_size=None):
+                 https_only=False, kill_at=None, state_size=None, allow_local_destinations=True):
         self.directory = tempfile.TemporaryDirectory(prefix="bmc-e2e-")
         self.root = self.directory.name
         # A small file system of the instance's own, which a test can fill
@@ -68,6 +68,9 @@ class BmcInstance:
         self.bmcsim("users", "seed", ADMIN_USER, ADMIN_PASSWORD)
         if open_service_root:
             self.write_setting("redfish.ini", "[Service]\nUnauthenticatedServiceRoot=1\n")
+        # The tests' receivers and image servers listen on loopback.
+        if allow_local_destinations:
+            self.write_setting("outbound.ini", "[Destinations]\nAllowLocal=1\n")
         # The service processes' diagnostics go where lighttpd's standard
         # error goes: the instance's error log, as with make run.
         # Every reused GET answer is also built afresh and compared (stop()

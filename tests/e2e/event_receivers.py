@@ -11,6 +11,7 @@ import threading
 import time
 
 from aiosmtpd.controller import Controller
+from aiosmtpd.smtp import AuthResult
 
 from bmc_instance import free_port
 
@@ -78,6 +79,11 @@ class SilentListener:
     def stop(self):
         for connection in self.connections:
             connection.close()
+        # Wakes the accepting thread, so that the port is closed at once.
+        try:
+            self.socket.shutdown(socket.SHUT_RDWR)
+        except OSError:
+            pass
         self.socket.close()
 
 
@@ -124,10 +130,13 @@ class TrapReceiver:
 
 
 class SmtpSink:
-    """An aiosmtpd server that keeps every message."""
+    """An aiosmtpd server that keeps every message, and every login with
+    whether it came inside TLS. It offers AUTH PLAIN and LOGIN, also in
+    clear; STARTTLS only when given a TLS context."""
 
-    def __init__(self):
+    def __init__(self, tls_context=None):
         self.messages = []
+        self.logins = []
         sink = self
 
         class Handler:
@@ -135,8 +144,15 @@ class SmtpSink:
                 sink.messages.append(envelope)
                 return "250 OK"
 
+        def authenticate(server, session, envelope, mechanism, credentials):
+            sink.logins.append((mechanism, credentials.login.decode(), credentials.password.decode(),
+                                session.ssl is not None))
+            return AuthResult(success=True)
+
         self.port = free_port()
-        self.controller = Controller(Handler(), hostname="127.0.0.1", port=self.port)
+        self.controller = Controller(Handler(), hostname="127.0.0.1", port=self.port,
+                                     tls_context=tls_context, authenticator=authenticate,
+                                     auth_require_tls=False)
         self.controller.start()
 
     def stop(self):

@@ -35,10 +35,10 @@ def wait_until_served(bmc, cert):
     assert der(served(bmc)) == der(cert)
 
 
-def self_signed(directory, name, days="30"):
-    """A new EC key and a certificate for it, as PEM texts."""
+def self_signed(directory, name, days="30", key_options=("ec", "-pkeyopt", "ec_paramgen_curve:prime256v1")):
+    """A new key (EC P-256 unless told) and a certificate for it, as PEM texts."""
     key, cert = os.path.join(directory, name + ".key"), os.path.join(directory, name + ".crt")
-    subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1",
+    subprocess.run(["openssl", "req", "-x509", "-newkey", *key_options,
                     "-nodes", "-days", days, "-subj", "/CN=%s/O=Rack 7" % name, "-keyout", key, "-out", cert],
                    check=True, capture_output=True)
     with open(key) as key_file, open(cert) as cert_file:
@@ -86,12 +86,16 @@ def test_a_replaced_certificate_is_served_after_the_reload(bmc, admin, tmp_path)
 def test_a_bad_replacement_is_refused_and_the_old_pair_stays(bmc, admin, tmp_path):
     key, cert = self_signed(str(tmp_path), "one")
     other_key, _ = self_signed(str(tmp_path), "two")
+    # lighttpd would fail every handshake with it.
+    weak_key, weak_cert = self_signed(str(tmp_path), "weak", key_options=("rsa:512",))
     before = pem_file(bmc)
     target = {"@odata.id": CERTIFICATE}
     cases = [
         ({"CertificateString": other_key + cert, "CertificateType": "PEM", "CertificateUri": target},
          "Base.1.10.ActionParameterValueFormatError"),
         ({"CertificateString": cert, "CertificateType": "PEM", "CertificateUri": target},
+         "Base.1.10.ActionParameterValueFormatError"),
+        ({"CertificateString": weak_key + weak_cert, "CertificateType": "PEM", "CertificateUri": target},
          "Base.1.10.ActionParameterValueFormatError"),
         ({"CertificateString": key, "CertificateType": "PEM", "CertificateUri": target},
          "Base.1.10.ActionParameterValueFormatError"),

@@ -1,6 +1,11 @@
 """Event service and subscriptions over HTTP, with delivery to real
 receivers on loopback: an HTTP listener, snmptrapd and an SMTP sink."""
 
+import os
+import shutil
+import ssl
+import subprocess
+
 import pytest
 import requests
 
@@ -256,3 +261,73 @@ def test_an_email_goes_to_the_mailbox_with_subject_and_sender(bmc, admin):
         assert "To: Operations <ops@example.com>" in mail
     finally:
         sink.stop()
+
+
+def mail_settings(port, **settings):
+    return {"SMTP": {"ServiceEnabled": True, "ServerAddress": "127.0.0.1", "Port": port,
+                     "FromAddress": "bmc@example.com", **settings}}
+
+
+@pytest.fixture
+def trusted_tls(bmc, tmp_path):
+    """A server certificate for 127.0.0.1 that the BMC's alert delivery trusts."""
+    key, cert = str(tmp_path / "smtp.key"), str(tmp_path / "smtp.crt")
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1",
+                    "-nodes", "-days", "2", "-subj", "/CN=127.0.0.1", "-addext", "subjectAltName=IP:127.0.0.1",
+                    "-keyout", key, "-out", cert], check=True, capture_output=True)
+    trusted = os.path.join(bmc.root, "etc", "ssl", "alert_ca.pem")
+    shutil.copy(cert, trusted)
+    context = ssl.create_default_context(ssl.Purpose.CLIENT_AUTH)
+    context.load_cert_chain(cert, key)
+    yield context
+    os.remove(trusted)
+
+
+def test_the_smtp_password_goes_only_inside_tls(bmc, admin, trusted_tls):
+    clear_only, with_tls = SmtpSink(), SmtpSink(tls_context=trusted_tls)
+    try:
+        subscribe(bmc, admin, Destination="mailto:ops@example.com", Protocol="SMTP")
+        # A server without STARTTLS gets no mail rather than the password.
+        answer = admin.patch(bmc.url(SERVICE), json=mail_settings(
+            clear_only.port, ConnectionProtocol="AutoDetect", Authentication="AutoDetect",
+            Username="mailer", Password="Mail-secret1"), timeout=10)
+        assert answer.status_code == 200, answer.text
+        given_up = bmc.bmcsim("alerts", "log").count("SMTP: gave up")
+        admin.post(bmc.url(SUBMIT), json={"EventId": "clear"}, timeout=10)
+        assert wait_until(lambda: bmc.bmcsim("alerts", "log").count("SMTP: gave up") > given_up)
+        assert clear_only.logins == [] and clear_only.messages == []
+
+        # Each named mechanism logs in with its own name, inside TLS.
+        for mechanism, sent in [("Plain", "PLAIN"), ("Login", "LOGIN")]:
+            answer = admin.patch(bmc.url(SERVICE), json=mail_settings(
+                with_tls.port, ConnectionProtocol="StartTLS", Authentication=mechanism,
+                Password="Mail-secret1"), timeout=10)
+            assert answer.status_code == 200, answer.text
+            admin.post(bmc.url(SUBMIT), json={"EventId": mechanism}, timeout=10)
+            assert wait_until(lambda: with_tls.logins and with_tls.logins[-1][0] == sent)
+            assert with_tls.logins[-1] == (sent, "mailer", "Mail-secret1", True)
+        assert wait_until(lambda: len(with_tls.messages) == 2)
+    finally:
+        clear_only.stop()
+        with_tls.stop()
+
+
+def test_a_new_mail_server_needs_the_password_again(bmc, admin):
+    answer = admin.patch(bmc.url(SERVICE), json=mail_settings(
+        2525, ConnectionProtocol="StartTLS", Authentication="Plain", Username="mailer",
+        Password="Mail-secret1"), timeout=10)
+    assert answer.status_code == 200, answer.text
+    settings = os.path.join(bmc.root, "nv", "redfish", "event.ini")
+    for body, expected in [
+            ({"SMTP": {"ServerAddress": "192.0.2.25"}}, ["Base.1.10.PropertyMissing"]),
+            ({"SMTP": {"ConnectionProtocol": "None"}}, ["Base.1.10.PropertyValueConflict"])]:
+        answer = admin.patch(bmc.url(SERVICE), json=body, timeout=10)
+        assert (answer.status_code, message_ids(answer)) == (400, expected), body
+    with open(settings) as stored:
+        assert "ServerAddress=127.0.0.1" in stored.read()
+    answer = admin.patch(bmc.url(SERVICE), json={"SMTP": {"ServerAddress": "192.0.2.25",
+                                                          "Password": "Other-secret2"}}, timeout=10)
+    assert answer.status_code == 200, answer.text
+    with open(settings) as stored:
+        text = stored.read()
+    assert "ServerAddress=192.0.2.25" in text and "Other-secret2" in text and "Mail-secret1" not in text

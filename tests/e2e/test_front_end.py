@@ -3,8 +3,13 @@
 import glob
 import json
 import os
+import socket
 
 import fastcgi_client
+
+SSL_CERT_UPLOAD = "/redfish/v1/UpdateService/Oem/Tarnwright/SSLCert/Actions/TwrSSLCert.Upload"
+IPMI_CONFIG_UPLOAD = (
+    "/redfish/v1/UpdateService/Oem/Tarnwright/IPMIConfig/Actions/TwrIPMIConfig.Upload")
 
 
 def test_version_document_and_its_headers(bmc):
@@ -83,3 +88,32 @@ def test_body_beyond_content_length_is_drained(single_process_bmc):
         assert second.endswith(b'{"v1":"/redfish/v1/"}')
     finally:
         connection.close()
+
+
+def headers_only_answer(bmc, path, length):
+    """Sends a POST's headers announcing length bytes, and no body; returns
+    the status line that comes back before any of the body is sent."""
+    with socket.create_connection(("127.0.0.1", bmc.port), timeout=10) as connection:
+        connection.sendall(b"POST %s HTTP/1.1\r\nHost: bmc\r\nContent-Type: application/json\r\n"
+                           b"Content-Length: %d\r\n\r\n" % (path.encode(), length))
+        return connection.recv(65536).split(b"\r\n", 1)[0]
+
+
+def test_large_bodies_are_refused_before_authentication(bmc):
+    # Without credentials nothing but the upload URIs may make lighttpd
+    # spool more than a JSON body to the BMC's RAM.
+    for path, length in [("/redfish/v1/Systems/1", 60 << 20),
+                         ("/redfish/v1/SessionService/Sessions", (64 << 10) + 1),
+                         ("/redfish/v1/UpdateService/uploads", 60 << 20),
+                         ("/redfish/v1/UpdateService/upload/x", 60 << 20),
+                         (SSL_CERT_UPLOAD, 1 << 20), (IPMI_CONFIG_UPLOAD, 1 << 20)]:
+        assert headers_only_answer(bmc, path, length) == b"HTTP/1.1 413 Payload Too Large", path
+    assert not [name for name in os.listdir(os.path.join(bmc.root, "tmp")) if "upload" in name]
+
+    largest_json = b'{"AssetTag": "%s"}' % (b"x" * ((64 << 10) - 20))
+    answer = bmc.request("PATCH", "/redfish/v1/Systems/1", data=largest_json,
+                         headers={"Content-Type": "application/json"})
+    assert answer.status_code == 401
+    certificate_form = bmc.request("POST", SSL_CERT_UPLOAD,
+                                   files={"Certificate": "x" * 32768, "PrivateKey": "y" * 32768})
+    assert certificate_form.status_code == 401

@@ -3,6 +3,7 @@ for SimpleUpdate and bmc-alert-send for event delivery. Passwords reach
 them on their standard input, never where ps shows them; a cancelled task
 or a killed worker leaves no download running."""
 
+import json
 import os
 import signal
 import socket
@@ -11,7 +12,7 @@ import time
 
 import pytest
 
-from event_receivers import SilentListener, wait_until
+from event_receivers import HttpListener, SilentListener, wait_until
 
 SIMPLE_UPDATE = "/redfish/v1/UpdateService/Actions/UpdateService.SimpleUpdate"
 EVENT_SERVICE = "/redfish/v1/EventService"
@@ -126,7 +127,7 @@ def test_an_alert_delivery_keeps_the_smtp_password_off_its_command_line(bmc, adm
     try:
         answer = admin.patch(bmc.url(EVENT_SERVICE), json={"SMTP": {
             "ServiceEnabled": True, "ServerAddress": "127.0.0.1", "Port": port,
-            "FromAddress": "bmc@example.com", "ConnectionProtocol": "None",
+            "FromAddress": "bmc@example.com", "ConnectionProtocol": "StartTLS",
             "Authentication": "Plain", "Username": "mailer", "Password": SECRET}}, timeout=10)
         assert answer.status_code == 200, answer.text
         answer = admin.post(bmc.url(EVENT_SERVICE + "/Subscriptions"), json={
@@ -142,3 +143,54 @@ def test_an_alert_delivery_keeps_the_smtp_password_off_its_command_line(bmc, adm
         os.kill(sender, signal.SIGKILL)
     finally:
         silent.stop()
+
+
+def test_alert_senders_are_few_and_the_queue_is_bounded(bmc, admin):
+    """Many events to receivers that never answer: at most four senders run,
+    the queue keeps its newest 64 deliveries, and senders killed with
+    SIGKILL block nothing."""
+    silent = [SilentListener(), SilentListener()]
+    subscriptions = []
+    try:
+        admin.patch(bmc.url(EVENT_SERVICE), json={"DeliveryRetryAttempts": 0}, timeout=10)
+        for listener in silent:
+            answer = admin.post(bmc.url(EVENT_SERVICE + "/Subscriptions"), timeout=10, json={
+                "Destination": listener.url, "Protocol": "Redfish"})
+            assert answer.status_code == 201, answer.text
+            subscriptions.append(answer.headers["Location"])
+        for number in range(40):
+            answer = admin.post(bmc.url(EVENT_SERVICE + "/Actions/EventService.SubmitTestEvent"),
+                                json={"EventId": "flood-%d" % number}, timeout=10)
+            assert answer.status_code == 200
+            assert len(processes_of(bmc, "bmc-alert-send")) <= 4
+        queue = os.path.join(bmc.root, "var", "spool", "alerts", "queue")
+        assert os.stat(queue).st_mode & 0o777 == 0o600
+        with open(queue) as queued:
+            assert len(json.load(queued)) <= 64
+        assert "Redfish: dropped, the delivery queue is full" in bmc.bmcsim("alerts", "log")
+
+        for sender in processes_of(bmc, "bmc-alert-send"):
+            os.kill(sender, signal.SIGKILL)
+        for subscription in subscriptions:
+            admin.delete(bmc.url(subscription), timeout=10)
+        subscriptions = []
+        receiver = HttpListener()
+        try:
+            answer = admin.post(bmc.url(EVENT_SERVICE + "/Subscriptions"), timeout=10, json={
+                "Destination": receiver.url, "Protocol": "Redfish"})
+            subscriptions.append(answer.headers["Location"])
+            # The queue's older alerts go first, each to a receiver now closed.
+            for listener in silent:
+                listener.stop()
+            admin.post(bmc.url(EVENT_SERVICE + "/Actions/EventService.SubmitTestEvent"),
+                       json={"EventId": "after-kill"}, timeout=10)
+            assert receiver.wait_for(lambda event: event["EventId"] == "after-kill")
+        finally:
+            receiver.stop()
+    finally:
+        for subscription in subscriptions:
+            admin.delete(bmc.url(subscription), timeout=10)
+        for listener in silent:
+            listener.stop()
+        for sender in processes_of(bmc, "bmc-alert-send"):
+            os.kill(sender, signal.SIGKILL)

@@ -129,6 +129,27 @@ def test_an_uploaded_download_restores_the_settings(bmc, admin):
     assert bmc.basic_session("later1", PASSWORD).get(bmc.url("/redfish/v1/Systems"), timeout=10).status_code == 401
 
 
+def test_keys_leave_only_when_asked_for(bmc, admin):
+    subscription = admin.post(bmc.url("/redfish/v1/EventService/Subscriptions"), timeout=10, json={
+        "Destination": "127.0.0.1:1162", "Protocol": "SNMPv3", "Oem": {"Tarnwright": {"UserName": "trapper"}},
+        "SNMP": {"AuthenticationProtocol": "HMAC_SHA96", "AuthenticationKey": "TrapKey123abc",
+                 "EncryptionProtocol": "CFB128_AES128", "EncryptionKey": "TrapKey456def"}})
+    assert subscription.status_code == 201, subscription.text
+    try:
+        plain = admin.post(bmc.url(DOWNLOAD), json={}, timeout=10).content
+        assert b"TrapKey" not in plain and b"pbkdf2" not in plain and b'"trapper"' in plain
+        full = admin.post(bmc.url(DOWNLOAD), json={"IncludeKeys": True}, timeout=10).content
+        assert b"TrapKey123abc" in full and b"TrapKey456def" in full and b"pbkdf2" in full
+        refused = admin.post(bmc.url(DOWNLOAD), json={"IncludeKeys": "yes", "Everything": True}, timeout=10)
+        assert (refused.status_code, message_ids(refused)) == (
+            400, ["Base.1.10.ActionParameterValueTypeError", "Base.1.10.ActionParameterUnknown"])
+        # A file without keys restores the stored ones: the keys and logins stay.
+        assert upload_config(bmc, admin, plain).status_code == 200
+        assert admin.post(bmc.url(DOWNLOAD), json={"IncludeKeys": True}, timeout=10).content == full
+    finally:
+        admin.delete(bmc.url(subscription.headers["Location"]), timeout=10)
+
+
 def test_a_refused_configuration_changes_nothing(bmc, admin):
     saved = admin.post(bmc.url(DOWNLOAD), json={}, timeout=10).content
     before = stores(bmc)

@@ -28,17 +28,19 @@ protected:
         sim_testing::add_user(3, "oper", "oper-pass1", PRIV_OPERATOR);
     }
 
-    static std::string backup() {
+    static std::string backup(int with_secrets = 1) {
         std::vector<char> text(IPMI_CONFIG_MAX_SIZE);
-        const int length = PltIPMI_BackupConfig(text.data(), static_cast<int>(text.size()));
+        const int length =
+            PltIPMI_BackupConfig(text.data(), static_cast<int>(text.size()), with_secrets);
         EXPECT_GT(length, 0);
         return length > 0 ? std::string(text.data(), length) : std::string();
     }
 
-    static int restore(const std::string& text, std::string* reason = nullptr) {
+    static int restore(const std::string& text, std::string* reason = nullptr,
+                       int may_change_users = 1) {
         char refused[IPMI_CONFIG_REASON_SIZE] = {};
         const int result = PltIPMI_RestoreConfig(text.data(), static_cast<int>(text.size()),
-                                                 refused, sizeof refused);
+                                                 may_change_users, refused, sizeof refused);
         if (reason) *reason = refused;
         return result;
     }
@@ -93,6 +95,59 @@ TEST_F(IpmiConfig, ARestoredBackupGivesBackExactlyTheSavedState) {
     EXPECT_EQ(lan.link_up, 0);
 }
 
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+    const std::size_t at = text.find(from);
+    EXPECT_NE(at, std::string::npos) << from;
+    return at == std::string::npos ? text : text.replace(at, from.size(), to);
+}
+
+void add_snmpv3_destination(int index, const char* user, const char* key) {
+    ASSERT_EQ(lx_mutex_get(ALERT_TABLE_MUTEX), 0);
+    ASSERT_EQ(set_config_alert_proto(index, ALERT_DEST_SNMPV3_TRAP), 0);
+    ASSERT_EQ(set_config_alert_dest(index, "127.0.0.1:162"), 0);
+    ASSERT_EQ(set_config_alert_snmpv3(index, user, 2, key, 2, key), 0);
+    ASSERT_EQ(PSCommit(), 0);
+    ASSERT_EQ(lx_mutex_put(ALERT_TABLE_MUTEX), 0);
+}
+
+TEST_F(IpmiConfig, SecretsStayOutUnlessAskedForAndARestoreKeepsTheStoredOnes) {
+    add_snmpv3_destination(1, "trapper", "TrapKey123abc");
+    const std::string without = backup(0);
+    EXPECT_EQ(without.find("TrapKey123abc"), std::string::npos);
+    EXPECT_EQ(without.find("pbkdf2"), std::string::npos);
+    const std::string with = backup(1);
+    EXPECT_NE(with.find("TrapKey123abc"), std::string::npos);
+    EXPECT_NE(with.find("pbkdf2"), std::string::npos);
+
+    sim_testing::add_user(3, "oper", "new-pass1", PRIV_OPERATOR);
+    add_snmpv3_destination(1, "trapper", "NewKey456defg");
+    add_snmpv3_destination(2, "other", "OtherKey789hij");
+    ASSERT_EQ(restore(without), PLT_OK);
+    EXPECT_EQ(UtilCheckUserPassword(3, "new-pass1"), 0);
+    St_AlertDest entry{};
+    ASSERT_EQ(get_config_alert_dest(1, &entry), 0);
+    EXPECT_STREQ(entry.authentication_key, "NewKey456defg");
+    EXPECT_STREQ(entry.encryption_key, "NewKey456defg");
+    ASSERT_EQ(get_config_alert_dest(2, &entry), 0);
+    EXPECT_EQ(entry.type, ALERT_DEST_SNMP_TRAP);
+}
+
+TEST_F(IpmiConfig, ARestoreThatChangesUsersIsRefusedWhenUsersMayNotChange) {
+    const std::string saved = backup(0);
+    sim_testing::add_user(4, "later", "later-pass1", PRIV_USER);
+    const std::string with_later = backup(0);
+    const std::vector<std::string> before = stores();
+    EXPECT_EQ(restore(saved, nullptr, 0), PLT_ERR_STATE);
+    EXPECT_EQ(restore(replaced(with_later, "\"privilege\":2", "\"privilege\":4"), nullptr, 0),
+              PLT_ERR_STATE);
+    EXPECT_EQ(stores(), before);
+    // The same users with other settings change no user.
+    EXPECT_EQ(restore(replaced(with_later, "\"bit_rate\":115200", "\"bit_rate\":9600"), nullptr, 0),
+              PLT_OK);
+    EXPECT_NE(stores()[3], before[3]);
+    EXPECT_EQ(stores()[0], before[0]);
+}
+
 TEST_F(IpmiConfig, EveryTruncationIsRefusedAndChangesNothing) {
     const std::string saved = backup();
     change_everything();
@@ -104,12 +159,6 @@ TEST_F(IpmiConfig, EveryTruncationIsRefusedAndChangesNothing) {
         ASSERT_FALSE(reason.empty());
     }
     EXPECT_EQ(stores(), before);
-}
-
-std::string replaced(std::string text, const std::string& from, const std::string& to) {
-    const std::size_t at = text.find(from);
-    EXPECT_NE(at, std::string::npos) << from;
-    return at == std::string::npos ? text : text.replace(at, from.size(), to);
 }
 
 TEST_F(IpmiConfig, ForeignVersionsAndShapesAreRefused) {

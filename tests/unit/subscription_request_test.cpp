@@ -24,7 +24,7 @@ std::vector<std::string> read(const char* body, bool creating, St_AlertDest& ent
 
 TEST(SubscriptionRequest, ACreatedSubscriptionIsEnabledWithItsProtocolsType) {
     St_AlertDest entry{};
-    EXPECT_TRUE(read(R"({"Destination":"https://127.0.0.1/e","Protocol":"Redfish",
+    EXPECT_TRUE(read(R"({"Destination":"https://192.0.2.1/e","Protocol":"Redfish",
                          "EventTypes":["Alert","StatusChange"],"Context":"c"})",
                      true, entry)
                     .empty());
@@ -37,7 +37,7 @@ TEST(SubscriptionRequest, ACreatedSubscriptionIsEnabledWithItsProtocolsType) {
 TEST(SubscriptionRequest, SnmpV3UsersAndKeysAreChecked) {
     for (const char* user : {"a,b", "a`b", "a{b", "a%b"}) {
         St_AlertDest entry{};
-        const std::string body = std::string(R"({"Destination":"127.0.0.1","Protocol":"SNMPv3",)") +
+        const std::string body = std::string(R"({"Destination":"192.0.2.1","Protocol":"SNMPv3",)") +
                                  R"("Oem":{"Tarnwright":{"UserName":")" + user + R"("}}})";
         EXPECT_EQ(read(body.c_str(), true, entry),
                   std::vector<std::string>{"TWR.1.0.OemSnmpv3IllegalUser"})
@@ -55,7 +55,7 @@ TEST(SubscriptionRequest, SnmpV3UsersAndKeysAreChecked) {
 
 TEST(SubscriptionRequest, APatchKeepsWhatItDoesNotName) {
     St_AlertDest entry{};
-    ASSERT_TRUE(read(R"({"Destination":"127.0.0.1:1162","Protocol":"SNMPv3",
+    ASSERT_TRUE(read(R"({"Destination":"192.0.2.1:1162","Protocol":"SNMPv3",
                          "SNMP":{"AuthenticationProtocol":"HMAC_SHA96","AuthenticationKey":"Abcdefg1"},
                          "Oem":{"Tarnwright":{"UserName":"trap"}}})",
                      true, entry)

@@ -30,8 +30,10 @@ std::string pem_of(write_function write) {
     return std::string(data, static_cast<std::size_t>(length));
 }
 
-// A self-signed certificate for key, valid from now + from to now + to.
-std::string certificate_for(EVP_PKEY* key, const char* common_name, long from, long to) {
+// A certificate for key, valid from now + from to now + to, signed with
+// digest by issuer_key (by key itself when none).
+std::string certificate_for(EVP_PKEY* key, const char* common_name, long from, long to,
+                            EVP_PKEY* issuer_key = nullptr, const EVP_MD* digest = EVP_sha256()) {
     std::unique_ptr<X509, decltype(&X509_free)> certificate(X509_new(), X509_free);
     X509_set_version(certificate.get(), 2);
     ASN1_INTEGER_set(X509_get_serialNumber(certificate.get()), 0x1234);
@@ -41,9 +43,17 @@ std::string certificate_for(EVP_PKEY* key, const char* common_name, long from, l
     X509_NAME* name = X509_get_subject_name(certificate.get());
     X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_UTF8,
                                reinterpret_cast<const unsigned char*>(common_name), -1, -1, 0);
-    X509_set_issuer_name(certificate.get(), name);
+    if (issuer_key) {
+        const std::string issuer_name = "issuer of " + std::string(common_name);
+        X509_NAME* issuer = X509_get_issuer_name(certificate.get());
+        X509_NAME_add_entry_by_txt(issuer, "CN", MBSTRING_UTF8,
+                                   reinterpret_cast<const unsigned char*>(issuer_name.c_str()), -1,
+                                   -1, 0);
+    } else {
+        X509_set_issuer_name(certificate.get(), name);
+    }
     X509_set_pubkey(certificate.get(), key);
-    X509_sign(certificate.get(), key, EVP_sha256());
+    X509_sign(certificate.get(), issuer_key ? issuer_key : key, digest);
     return pem_of([&](BIO* out) { PEM_write_bio_X509(out, certificate.get()); });
 }
 
@@ -105,4 +115,32 @@ TEST(X509Certificate, PropertiesOfTheFirstCertificate) {
     EXPECT_EQ(properties->at("SerialNumber"), "12:34");
     EXPECT_EQ(properties->at("Fingerprint").as_string().size(), 32u * 3 - 1);
     EXPECT_FALSE(certificate_properties("no certificate here"));
+}
+
+TEST(X509Certificate, KeysAndSignaturesTheWebServerWouldNotLoadAreRefused) {
+    const auto pair_of = [](EVP_PKEY* key, EVP_PKEY* issuer = nullptr,
+                            const EVP_MD* digest = EVP_sha256()) {
+        return key_pem(key) + certificate_for(key, "bmc", -day, day, issuer, digest);
+    };
+    const key_ptr rsa_512(EVP_RSA_gen(512), EVP_PKEY_free);
+    const key_ptr rsa_1024(EVP_RSA_gen(1024), EVP_PKEY_free);
+    const key_ptr rsa_2048(EVP_RSA_gen(2048), EVP_PKEY_free);
+    const key_ptr p224(EVP_EC_gen("P-224"), EVP_PKEY_free);
+    const key_ptr p384(EVP_EC_gen("P-384"), EVP_PKEY_free);
+    const key_ptr ed25519(EVP_PKEY_Q_keygen(nullptr, nullptr, "ED25519"), EVP_PKEY_free);
+    EXPECT_EQ(problem_of(pair_of(rsa_512.get())), pair_problem::weak);
+    EXPECT_EQ(problem_of(pair_of(rsa_1024.get())), pair_problem::weak);
+    EXPECT_EQ(problem_of(pair_of(p224.get())), pair_problem::weak);
+    EXPECT_EQ(problem_of(pair_of(ed25519.get(), nullptr, nullptr)), pair_problem::weak);
+    EXPECT_EQ(problem_of(pair_of(rsa_2048.get())), pair_problem::none);
+    EXPECT_EQ(problem_of(pair_of(p384.get())), pair_problem::none);
+
+    // A strong key in a certificate that a weak key or a weak digest signed,
+    // or with a weak issuer's certificate in its chain.
+    const key_ptr key = new_key();
+    EXPECT_EQ(problem_of(pair_of(key.get(), p384.get(), EVP_sha1())), pair_problem::weak);
+    EXPECT_EQ(problem_of(pair_of(key.get(), p384.get())), pair_problem::none);
+    EXPECT_EQ(problem_of(pair_of(key.get(), p384.get()) +
+                         certificate_for(rsa_1024.get(), "issuer", -day, day)),
+              pair_problem::weak);
 }

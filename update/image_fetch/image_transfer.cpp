@@ -5,6 +5,7 @@
 #include <chrono>
 #include <memory>
 
+#include "platform/outbound_destinations.h"
 #include "update/image_file.h"
 
 namespace odata::redfish {
@@ -45,6 +46,12 @@ int watch_progress(void* user, curl_off_t, curl_off_t received, curl_off_t, curl
     return state.stop() ? 1 : 0;
 }
 
+// Every address a name resolves to is judged as the connection is made.
+curl_socket_t open_allowed_socket(void*, curlsocktype, curl_sockaddr* address) {
+    return platform::allowed_socket(address->family, address->socktype, address->protocol,
+                                    &address->addr);
+}
+
 void set_options(CURL* curl, const image_source& source, transfer& state) {
     curl_easy_setopt(curl, CURLOPT_URL, source.url.c_str());
     curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https,ftp");
@@ -63,6 +70,7 @@ void set_options(CURL* curl, const image_source& source, transfer& state) {
     curl_easy_setopt(curl, CURLOPT_XFERINFOFUNCTION, watch_progress);
     curl_easy_setopt(curl, CURLOPT_XFERINFODATA, &state);
     curl_easy_setopt(curl, CURLOPT_NOPROGRESS, 0L);
+    curl_easy_setopt(curl, CURLOPT_OPENSOCKETFUNCTION, open_allowed_socket);
 }
 
 std::string failure_reason(CURLcode code, const transfer& state, const char* detail) {

@@ -1,9 +1,14 @@
 // Redfish events over HTTP and e-mail over SMTP, with libcurl.
 #include <curl/curl.h>
 
+#include <unistd.h>
+
+#include <cctype>
 #include <cstring>
 #include <memory>
 
+#include "platform/bmc_root.h"
+#include "platform/outbound_destinations.h"
 #include "platform/sim/alert_send/alert_transports.h"
 
 namespace platform::sim {
@@ -16,7 +21,14 @@ struct curl_handle {
     ~curl_handle() { curl_slist_free_all(list); }
 };
 
-// Bounded, quiet, and never redirected or handed to another protocol.
+// Every address a name resolves to is judged as the connection is made.
+curl_socket_t open_allowed_socket(void*, curlsocktype, curl_sockaddr* address) {
+    return platform::allowed_socket(address->family, address->socktype, address->protocol,
+                                    &address->addr);
+}
+
+// Bounded, quiet, never redirected or handed to another protocol, and only
+// to destinations that are allowed.
 void set_common_options(curl_handle& handle, const std::string& url, const char* protocols) {
     CURL* easy = handle.easy.get();
     curl_easy_setopt(easy, CURLOPT_URL, url.c_str());
@@ -25,6 +37,18 @@ void set_common_options(curl_handle& handle, const std::string& url, const char*
     curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT, alert_attempt_seconds / 2);
     curl_easy_setopt(easy, CURLOPT_TIMEOUT, alert_attempt_seconds);
     curl_easy_setopt(easy, CURLOPT_ERRORBUFFER, handle.error);
+    curl_easy_setopt(easy, CURLOPT_OPENSOCKETFUNCTION, open_allowed_socket);
+    const std::string authorities = alert_ca_file();
+    if (::access(authorities.c_str(), R_OK) == 0)
+        curl_easy_setopt(easy, CURLOPT_CAINFO, authorities.c_str());
+}
+
+// "AUTH=PLAIN", "AUTH=LOGIN", "AUTH=CRAM-MD5" for the Redfish names.
+std::string login_options(const std::string& authentication) {
+    std::string mechanism = authentication;
+    for (char& c : mechanism)
+        c = c == '_' ? '-' : static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return "AUTH=" + mechanism;
 }
 
 size_t discard(char*, size_t size, size_t count, void*) { return size * count; }
@@ -50,6 +74,8 @@ size_t read_upload(char* buffer, size_t size, size_t count, void* source) {
 }
 
 }  // namespace
+
+std::string alert_ca_file() { return platform::bmc_path("/etc/ssl/alert_ca.pem"); }
 
 bool post_redfish_event(const std::string& url, const std::string& body, std::string& error) {
     curl_handle handle;
@@ -79,21 +105,21 @@ bool send_mail(const smtp_settings& settings, const std::string& recipient,
                             settings.server_address + ":" + std::to_string(settings.port);
     set_common_options(handle, url, "smtp,smtps");
     CURL* easy = handle.easy.get();
-    if (settings.connection_protocol == "StartTLS")
+    // Credentials go only inside TLS: a server that offers no STARTTLS gets
+    // no mail rather than the password in clear.
+    const bool logs_in = settings.authentication != "None";
+    if (settings.connection_protocol == "StartTLS" || (logs_in && !implicit_tls))
         curl_easy_setopt(easy, CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_ALL));
     else if (settings.connection_protocol == "AutoDetect")
         curl_easy_setopt(easy, CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_TRY));
-    if (settings.authentication != "None") {
+    if (logs_in) {
         curl_easy_setopt(easy, CURLOPT_USERNAME, settings.username.c_str());
         curl_easy_setopt(easy, CURLOPT_PASSWORD, settings.password.c_str());
     }
     // AutoDetect leaves the mechanism to what the server offers.
-    if (settings.authentication != "None" && settings.authentication != "AutoDetect") {
-        const std::string mechanism =
-            "AUTH=" + (settings.authentication == "CRAM_MD5" ? std::string("CRAM-MD5")
-                                                             : settings.authentication);
+    const std::string mechanism = login_options(settings.authentication);
+    if (logs_in && settings.authentication != "AutoDetect")
         curl_easy_setopt(easy, CURLOPT_LOGIN_OPTIONS, mechanism.c_str());
-    }
     const std::string from = "<" + settings.from_address + ">";
     curl_easy_setopt(easy, CURLOPT_MAIL_FROM, from.c_str());
     handle.list = curl_slist_append(handle.list, ("<" + recipient + ">").c_str());

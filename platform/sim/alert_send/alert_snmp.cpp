@@ -6,6 +6,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "platform/outbound_destinations.h"
 #include "platform/sim/alert_engine_id.h"
 #include "platform/sim/alert_send/alert_transports.h"
 
@@ -94,6 +95,8 @@ netsnmp_pdu* alert_pdu(const alert_content& alert, const std::string& context) {
 }  // namespace
 
 bool send_snmp_trap(const trap_delivery& entry, std::string& error) {
+    if (platform::refused_after_lookup(platform::destination_host(entry.destination)))
+        return error = "the destination is not allowed", false;
     init_library();
     netsnmp_session session;
     snmp_sess_init(&session);

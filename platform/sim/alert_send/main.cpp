@@ -1,10 +1,10 @@
-// bmc-alert-send KIND INDEX: delivers one alert to entry INDEX of the
-// alert-destination table as KIND ("Redfish", "SMTP", "SNMPv2c",
-// "SNMPv3"). Standard input brings what to send as JSON (alert_requests.h):
-// destinations, texts, keys and passwords never go on the command line.
-// Once it has read them, the program leaves its caller's session and
-// descriptors, tries as the event service's settings say, and logs the
-// outcome (delivery_attempts.h).
+// bmc-alert-send: delivers the queued alerts (alert_queue.h) while it holds
+// one of the sender slots, each to its entry of the alert-destination
+// table, and exits when the queue is empty. Destinations, texts, keys and
+// passwords come from the owner-only queue, never from the command line.
+// The program leaves its caller's session and descriptors, tries as the
+// event service's settings say, and logs each outcome
+// (delivery_attempts.h).
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -14,28 +14,16 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/sim/alert_delivery.h"
+#include "platform/sim/alert_queue.h"
 #include "platform/sim/alert_requests.h"
 #include "platform/sim/alert_send/alert_transports.h"
 #include "platform/sim/alert_send/delivery_attempts.h"
-#include "platform/sim/sim_file.h"
 
 namespace {
 
 using namespace platform::sim;
 using attempt_function = std::function<bool(std::string& error)>;
-
-constexpr size_t max_request_bytes = 1 << 20;
-
-bool read_request(std::string& text) {
-    char buffer[4096];
-    while (text.size() <= max_request_bytes) {
-        const ssize_t got = ::read(0, buffer, sizeof buffer);
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0) return got == 0;
-        text.append(buffer, static_cast<size_t>(got));
-    }
-    return false;
-}
 
 attempt_function attempt_for(const std::string& kind, const boost::json::value& request) {
     if (kind == "Redfish") {
@@ -66,12 +54,57 @@ void detach_descriptors() {
     ::close_range(3, ~0U, 0);
 }
 
-[[noreturn]] void deliver(int index, const char* kind, const attempt_function& attempt) {
-    detach_descriptors();
+// Deliveries one process makes before it starts afresh.
+constexpr int max_deliveries = 256;
+// Passes over the queue (slot taken, alerts taken, slot freed) per process.
+constexpr int max_passes = 1024;
+
+const char* program_path = nullptr;
+
+// A fresh copy of the program, with the same slot free to take: after the
+// bound of deliveries, or when one delivery overran its time.
+[[noreturn]] void start_afresh() {
+    ::alarm(0);
+    char* const arguments[] = {const_cast<char*>(program_path), nullptr};
+    ::execv(program_path, arguments);
+    ::_exit(1);
+}
+
+void on_overrun(int) { start_afresh(); }
+
+void deliver(const queued_alert& alert) {
+    boost::system::error_code error;
+    const attempt_function attempt =
+        attempt_for(alert.kind, boost::json::parse(alert.request, error));
+    if (error || !attempt) {
+        append_delivery_log("entry " + std::to_string(alert.index) + " " + alert.kind +
+                            ": dropped, not a request of its kind\n");
+        return;
+    }
     const platform::event_service_settings settings = platform::read_event_service_settings();
     // A hard stop even if a transport ignores its own timeouts.
     ::alarm(delivery_seconds(settings));
-    ::_exit(deliver_with_retries(index, kind, settings, attempt) ? 0 : 1);
+    deliver_with_retries(alert.index, alert.kind.c_str(), settings, attempt);
+    ::alarm(0);
+}
+
+// Takes alerts while it holds a slot. After freeing the slot it looks once
+// more: an alert queued while every slot looked busy is not left behind.
+int work_the_queue() {
+    sender_slot slot;
+    int delivered = 0;
+    for (int pass = 0; pass < max_passes; ++pass) {
+        if (!slot.take()) return 0;
+        queued_alert alert;
+        while (delivered < max_deliveries && take_queued_alert(alert)) {
+            deliver(alert);
+            ++delivered;
+        }
+        slot.release();
+        if (delivered == max_deliveries) start_afresh();
+        if (!alerts_queued()) return 0;
+    }
+    return 0;
 }
 
 int fail(const char* reason) {
@@ -82,16 +115,16 @@ int fail(const char* reason) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    char* end = nullptr;
-    const long index = argc == 3 ? std::strtol(argv[2], &end, 10) : -1;
-    if (argc != 3 || *end != '\0' || index < 0 || index >= ALERT_DEST_COUNT)
-        return fail("usage: bmc-alert-send KIND INDEX < request");
-    std::string text;
-    if (!read_request(text)) return fail("the request cannot be read");
-    boost::system::error_code error;
-    const attempt_function attempt = attempt_for(argv[1], boost::json::parse(text, error));
-    if (error || !attempt) return fail("the request is not one of its kind");
+    if (argc != 1 || !argv[0] || argv[0][0] != '/')
+        return fail("usage: /path/to/bmc-alert-send (delivers the queued alerts)");
+    program_path = argv[0];
     ::setsid();
     ::signal(SIGPIPE, SIG_IGN);
-    deliver(static_cast<int>(index), argv[1], attempt);
+    // Not blocked while it runs: the fresh copy inherits the signal mask.
+    struct sigaction overrun {};
+    overrun.sa_handler = on_overrun;
+    overrun.sa_flags = SA_NODEFER;
+    ::sigaction(SIGALRM, &overrun, nullptr);
+    detach_descriptors();
+    return work_the_queue();
 }
