@@ -7,10 +7,10 @@
 #include <iostream>
 #include <string>
 
+#include "base/bmc_root.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/result_writer.h"
-#include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/libtask.h"
 #include "platform/libweb.h"

@@ -4,8 +4,8 @@
 
 #include <fstream>
 
-#include "platform/atomic_file.h"
-#include "platform/bmc_root.h"
+#include "base/atomic_file.h"
+#include "base/bmc_root.h"
 #include "platform/libfwupdate.h"
 
 namespace odata::redfish {

@@ -1,6 +1,6 @@
 #include "update/firmware_flash.h"
 
-#include "platform/child_program.h"
+#include "base/child_program.h"
 #include "platform/libfwupdate.h"
 
 namespace odata::redfish {

@@ -2,8 +2,8 @@
 
 #include <unistd.h>
 
+#include "base/bmc_root.h"
 #include "frontend/exception_http.h"
-#include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/libweb.h"

@@ -1,6 +1,6 @@
 #include "update/staged_components.h"
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "update/update_job.h"
 

@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/libtask.h"

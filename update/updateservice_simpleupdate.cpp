@@ -2,9 +2,9 @@
 
 #include <unistd.h>
 
+#include "base/bmc_root.h"
 #include "framework/property_checks.h"
 #include "frontend/exception_http.h"
-#include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/libweb.h"
 #include "tasks/accepted_response.h"

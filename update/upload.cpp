@@ -3,9 +3,9 @@
 #include <charconv>
 #include <cstdio>
 
+#include "base/atomic_file.h"
+#include "base/bmc_root.h"
 #include "frontend/exception_http.h"
-#include "platform/atomic_file.h"
-#include "platform/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/libtask.h"
 #include "platform/libweb.h"

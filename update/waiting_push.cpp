@@ -6,8 +6,8 @@
 #include <fstream>
 #include <string>
 
-#include "platform/atomic_file.h"
-#include "platform/bmc_root.h"
+#include "base/atomic_file.h"
+#include "base/bmc_root.h"
 #include "platform/libtask.h"
 #include "update/staged_components.h"
 

@@ -6,8 +6,8 @@
 #include <cerrno>
 #include <cstring>
 
-#include "platform/bmc_root.h"
-#include "platform/child_program.h"
+#include "base/bmc_root.h"
+#include "base/child_program.h"
 #include "platform/libweb.h"
 #include "platform/sim/sim_file.h"
 

@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libbmc.h"
 #include "platform/libfwupdate.h"
 #include "platform/plt_result.h"

@@ -10,7 +10,7 @@
 #include <functional>
 #include <string_view>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/event_messages.h"
 #include "platform/libtask.h"
 #include "platform/sim/process_identity.h"

@@ -6,9 +6,9 @@
 #include <ctime>
 #include <string>
 
+#include "base/file_cache.h"
+#include "base/input_recording.h"
 #include "framework/response_cache.h"
-#include "platform/file_cache.h"
-#include "platform/input_recording.h"
 #include "platform/libipmi.h"
 #include "platform/sim/memory_modules.h"
 #include "platform/sim/sim_file.h"
