@@ -1,11 +1,13 @@
 #include "platform/sim/logged_alerts.h"
 
 #include <string_view>
+#include <vector>
 
-#include "platform/event_messages.h"
+#include "base/utc_time.h"
 #include "platform/libalert.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_sensors.h"
+#include "platform/sim/published_events.h"
 #include "platform/sim/sdr_repository.h"
 
 namespace platform {
@@ -15,7 +17,7 @@ enum class origin_kind { system, accounts, sensor };
 
 struct logged_alert {
     int code;
-    std::string_view key;  // of event_messages()
+    std::string_view key;  // of the published event registry
     const char* event_type;
     int event_type_bit;
     origin_kind origin;
@@ -49,12 +51,6 @@ const logged_alert* alert_of_code(int code) {
     return nullptr;
 }
 
-const event_message* message_of(std::string_view key) {
-    for (const event_message& message : event_messages())
-        if (message.key == key) return &message;
-    return nullptr;
-}
-
 // Sensors are the SDR's full and compact records, numbered from 1 in SDR
 // order, as the chassis lists them.
 std::string sensor_origin(int sensor_number) {
@@ -82,13 +78,14 @@ std::string origin_of(origin_kind kind, int argument) {
 }
 
 // "%1" and "%2" of a message come from the text "<first>, <second>".
-std::vector<std::string> message_args(const event_message& message, const std::string& text) {
-    if (message.message.find("%2") != std::string_view::npos) {
+std::vector<std::string> message_args(const sim::published_message& message,
+                                      const std::string& text) {
+    if (message.message.find("%2") != std::string::npos) {
         const std::size_t comma = text.find(", ");
         if (comma != std::string::npos) return {text.substr(0, comma), text.substr(comma + 2)};
         return {text, ""};
     }
-    if (message.message.find("%1") != std::string_view::npos) return {text};
+    if (message.message.find("%1") != std::string::npos) return {text};
     return {};
 }
 
@@ -112,25 +109,24 @@ namespace sim {
 
 void raise_logged_alert(int code, int argument, const std::string& text) {
     const logged_alert* alert = alert_of_code(code);
-    const event_message* message = alert ? message_of(alert->key) : nullptr;
+    if (!alert) return;
+    const std::optional<published_message> message = published_event_message(alert->key);
     if (!message) return;
     const std::vector<std::string> args = message_args(*message, text);
     std::vector<const char*> arg_texts;
     for (const std::string& arg : args) arg_texts.push_back(arg.c_str());
     const long long now = lx_time_get();
     const std::string event_id = std::to_string(now) + "-" + std::to_string(code);
-    const std::string message_id = std::string(event_registry_prefix) + std::string(alert->key);
     const std::string message_text = substituted(message->message, args);
-    const std::string severity(message->severity);
-    const std::string timestamp = event_timestamp(now);
+    const std::string timestamp = utc_timestamp(now);
     const std::string origin = origin_of(alert->origin, argument);
     const std::string sensor_name = alert->origin == origin_kind::sensor ? args.front() : "";
     const St_AlertEvent event{alert->event_type,
                               event_id.c_str(),
-                              severity.c_str(),
+                              message->severity.c_str(),
                               timestamp.c_str(),
                               message_text.c_str(),
-                              message_id.c_str(),
+                              message->message_id.c_str(),
                               arg_texts.data(),
                               static_cast<int>(arg_texts.size()),
                               origin.c_str(),
