@@ -26,6 +26,7 @@ FLOORS = [
 SIMULATOR_USES = 1
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 LIBRARY = re.compile(r"bmc_library\((\w+)\s+DIRS\s+([^)]*?)(?:\s+LINK\s+([^)]*))?\)")
+LINK = re.compile(r"target_link_libraries\((\w+)(?:\$\{variant\})?\s+([^)]*)\)")
 
 
 def floor_of(path):
@@ -63,11 +64,16 @@ def include_violations(root):
 
 def link_violations(root):
     libraries = {}
-    for cmake in sorted(root.rglob("CMakeLists.txt")):
-        if cmake.relative_to(root).as_posix().startswith("build"):
-            continue
-        for name, dirs, links in LIBRARY.findall(cmake.read_text()):
+    cmakes = [cmake.read_text() for cmake in sorted(root.rglob("CMakeLists.txt"))
+              if not cmake.relative_to(root).as_posix().startswith("build")]
+    for text in cmakes:
+        for name, dirs, links in LIBRARY.findall(text):
             libraries[name] = (floor_of(dirs.split()[0] + "/"), (links or "").split())
+    # Links added to a floor's library after its definition.
+    for text in cmakes:
+        for name, links in LINK.findall(text):
+            if name in libraries:
+                libraries[name][1].extend(re.sub(r"\$\{variant\}", "", links).split())
     for name, (own, links) in sorted(libraries.items()):
         for linked in links:
             if linked in libraries and not may_use(own, libraries[linked][0]):
