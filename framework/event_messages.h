@@ -14,6 +14,8 @@ struct event_message {
     std::string_view resolution;
 };
 
+inline constexpr std::string_view event_registry_prefix = "Event.1.0.";
+
 const std::vector<event_message>& event_messages();
 
 }  // namespace odata::redfish

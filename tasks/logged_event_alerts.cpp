@@ -1,23 +1,22 @@
-#include "platform/sim/logged_alerts.h"
+#include "tasks/logged_event_alerts.h"
 
 #include <string_view>
 #include <vector>
 
 #include "base/utc_time.h"
-#include "platform/libalert.h"
+#include "framework/event_messages.h"
 #include "platform/libipmi.h"
-#include "platform/libipmi_sensors.h"
-#include "platform/sim/published_events.h"
-#include "platform/sim/sdr_repository.h"
+#include "resources/chassis/sdr_sensors.h"
+#include "tasks/event_alerts.h"
 
-namespace platform {
+namespace odata::redfish {
 namespace {
 
 enum class origin_kind { system, accounts, sensor };
 
 struct logged_alert {
     int code;
-    std::string_view key;  // of the published event registry
+    std::string_view key;  // of event_messages()
     const char* event_type;
     int event_type_bit;
     origin_kind origin;
@@ -37,12 +36,9 @@ constexpr logged_alert logged_alerts[] = {
     {166, "HostReset", "StatusChange", ALERT_EVENT_STATUS_CHANGE, origin_kind::system},
     {167, "HostDiagnosticInterrupt", "StatusChange", ALERT_EVENT_STATUS_CHANGE,
      origin_kind::system},
-    {sim::event_sensor_normal, "SensorThresholdNormal", "Alert", ALERT_EVENT_ALERT,
-     origin_kind::sensor},
-    {sim::event_sensor_warning, "SensorThresholdWarning", "Alert", ALERT_EVENT_ALERT,
-     origin_kind::sensor},
-    {sim::event_sensor_critical, "SensorThresholdCritical", "Alert", ALERT_EVENT_ALERT,
-     origin_kind::sensor},
+    {170, "SensorThresholdNormal", "Alert", ALERT_EVENT_ALERT, origin_kind::sensor},
+    {171, "SensorThresholdWarning", "Alert", ALERT_EVENT_ALERT, origin_kind::sensor},
+    {172, "SensorThresholdCritical", "Alert", ALERT_EVENT_ALERT, origin_kind::sensor},
 };
 
 const logged_alert* alert_of_code(int code) {
@@ -51,18 +47,18 @@ const logged_alert* alert_of_code(int code) {
     return nullptr;
 }
 
-// Sensors are the SDR's full and compact records, numbered from 1 in SDR
-// order, as the chassis lists them.
+const event_message* message_of(std::string_view key) {
+    for (const event_message& message : event_messages())
+        if (message.key == key) return &message;
+    return nullptr;
+}
+
+// Sensors are numbered from 1 as the chassis lists them.
 std::string sensor_origin(int sensor_number) {
-    int position = 0;
-    for (std::size_t i = 0; i < sdr_record_count(); ++i) {
-        const St_SensorData& record = at_St_SensorData[i];
-        if (record.record_type != SDR_FULL_SENSOR && record.record_type != SDR_COMPACT_SENSOR)
-            continue;
-        ++position;
-        if (record.sensor_number == sensor_number)
-            return "/redfish/v1/Chassis/1/Sensors/" + std::to_string(position);
-    }
+    const std::vector<const St_SensorData*> sensors = exposed_sensors();
+    for (std::size_t i = 0; i < sensors.size(); ++i)
+        if (sensors[i]->sensor_number == sensor_number)
+            return "/redfish/v1/Chassis/1/Sensors/" + std::to_string(i + 1);
     return "/redfish/v1/Chassis/1/Sensors";
 }
 
@@ -78,14 +74,13 @@ std::string origin_of(origin_kind kind, int argument) {
 }
 
 // "%1" and "%2" of a message come from the text "<first>, <second>".
-std::vector<std::string> message_args(const sim::published_message& message,
-                                      const std::string& text) {
-    if (message.message.find("%2") != std::string::npos) {
+std::vector<std::string> message_args(const event_message& message, const std::string& text) {
+    if (message.message.find("%2") != std::string_view::npos) {
         const std::size_t comma = text.find(", ");
         if (comma != std::string::npos) return {text.substr(0, comma), text.substr(comma + 2)};
         return {text, ""};
     }
-    if (message.message.find("%1") != std::string::npos) return {text};
+    if (message.message.find("%1") != std::string_view::npos) return {text};
     return {};
 }
 
@@ -105,40 +100,38 @@ bool receives(const St_AlertDest& entry, int event_type_bit) {
 
 }  // namespace
 
-namespace sim {
-
-void raise_logged_alert(int code, int argument, const std::string& text) {
+bool send_logged_event_alert(int code, int argument, const std::string& text) {
     const logged_alert* alert = alert_of_code(code);
-    if (!alert) return;
-    const std::optional<published_message> message = published_event_message(alert->key);
-    if (!message) return;
+    const event_message* message = alert ? message_of(alert->key) : nullptr;
+    if (!message) return false;
     const std::vector<std::string> args = message_args(*message, text);
     std::vector<const char*> arg_texts;
     for (const std::string& arg : args) arg_texts.push_back(arg.c_str());
     const long long now = lx_time_get();
     const std::string event_id = std::to_string(now) + "-" + std::to_string(code);
+    const std::string message_id = std::string(event_registry_prefix) + std::string(alert->key);
     const std::string message_text = substituted(message->message, args);
-    const std::string timestamp = utc_timestamp(now);
+    const std::string severity(message->severity);
+    const std::string timestamp = platform::utc_timestamp(now);
     const std::string origin = origin_of(alert->origin, argument);
     const std::string sensor_name = alert->origin == origin_kind::sensor ? args.front() : "";
     const St_AlertEvent event{alert->event_type,
                               event_id.c_str(),
-                              message->severity.c_str(),
+                              severity.c_str(),
                               timestamp.c_str(),
                               message_text.c_str(),
-                              message->message_id.c_str(),
+                              message_id.c_str(),
                               arg_texts.data(),
                               static_cast<int>(arg_texts.size()),
                               origin.c_str(),
                               "",
                               alert->origin == origin_kind::sensor ? "Threshold" : "",
-                              sensor_name.c_str()};
-    for (int index = 0; index < ALERT_DEST_COUNT; ++index) {
-        St_AlertDest entry{};
-        if (get_config_alert_dest(index, &entry) == 0 && receives(entry, alert->event_type_bit))
-            SendAlertEvent(index, &event);
-    }
+                              sensor_name.c_str(),
+                              nullptr};
+    send_alert_event(event, [alert](const St_AlertDest& entry) {
+        return receives(entry, alert->event_type_bit);
+    });
+    return true;
 }
 
-}  // namespace sim
-}  // namespace platform
+}  // namespace odata::redfish

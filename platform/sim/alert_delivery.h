@@ -5,10 +5,15 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace platform::sim {
 
 std::string alert_delivery_log_file();
+
+// Starts command with input on its standard input, waiting only until it
+// has been started and handed the input; false when it cannot be.
+bool start_detached(const std::vector<std::string>& command, const std::string& input);
 
 // Hands request (alert_requests.h, as JSON) to a delivery process for
 // entry index, waiting only until it has been started; false when it
