@@ -4,7 +4,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 
 namespace odata::redfish {
 namespace {

@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/atomic_file.h"
-#include "platform/file_cache.h"
-#include "platform/record_lock.h"
+#include "base/atomic_file.h"
+#include "base/file_cache.h"
+#include "base/record_lock.h"
 
 namespace odata::redfish {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "platform/input_recording.h"
+#include "base/input_recording.h"
 
 namespace odata::redfish {
 

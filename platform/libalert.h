@@ -55,6 +55,9 @@ struct St_AlertEvent {
     const char* event_dir_and_type;
     const char* sensor_type;
     const char* sensor_name;
+    // The Redfish event document that Redfish and e-mail destinations
+    // receive as it is, made for the entry (its context).
+    const char* document;
 };
 
 // Reads entry index (0 to 15); 0 on success.
@@ -82,7 +85,8 @@ int clean_alert_dest(int index);
 int isVaildSNMPv2CMString(const char* text);
 
 // Start delivering one event to one entry in a detached process and return
-// at once; 0 when the delivery was started. Each checks the entry's type.
+// at once; 0 when the delivery was started. Each checks the entry's type;
+// Redfish events need the event's document.
 int SendAlertTrapViaLAN(int index, const St_AlertEvent* event);
 int SendAlertTrapV3ViaLAN(int index, const St_AlertEvent* event);
 int SendSMTPEvtViaLAN(int index, const St_AlertEvent* event);

@@ -18,6 +18,7 @@ mkdir -p "$root/usr/sbin"
 ln -sfn "$build/platform/sim/fw_update/fw_update" "$root/usr/sbin/fw_update"
 ln -sfn "$build/platform/sim/alert_send/bmc-alert-send" "$root/usr/sbin/bmc-alert-send"
 ln -sfn "$build/update/image_fetch/bmc-image-fetch" "$root/usr/sbin/bmc-image-fetch"
+ln -sfn "$build/tasks/event_alert/bmc-event-alert" "$root/usr/sbin/bmc-event-alert"
 
 # The web server's own certificate, made once per instance.
 if [ ! -s "$root/etc/ssl/server.pem" ]; then

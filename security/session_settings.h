@@ -1,7 +1,7 @@
 // The session service's settings, /nv/redfish/sessionservice.ini.
 #pragma once
 
-#include "platform/record_lock.h"
+#include "base/record_lock.h"
 
 namespace odata::redfish {
 

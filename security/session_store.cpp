@@ -12,9 +12,9 @@
 #include <random>
 #include <system_error>
 
-#include "platform/atomic_file.h"
-#include "platform/bmc_root.h"
-#include "platform/file_watch.h"
+#include "base/atomic_file.h"
+#include "base/bmc_root.h"
+#include "base/file_watch.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "security/session_settings.h"

@@ -1,8 +1,8 @@
 // index.fcgi: the BMC's Redfish service, started by the web server.
 #include <openssl/crypto.h>
 
+#include "base/atomic_file.h"
 #include "frontend/service_loop.h"
-#include "platform/atomic_file.h"
 #include "service/pipeline.h"
 
 int main() {

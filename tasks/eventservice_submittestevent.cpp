@@ -1,8 +1,7 @@
 #include "tasks/eventservice_submittestevent.h"
 
 #include "frontend/exception_http.h"
-#include "platform/libalert.h"
-#include "platform/libweb.h"
+#include "tasks/event_alerts.h"
 #include "tasks/submittestevent_parameters.h"
 
 namespace odata::redfish {
@@ -23,11 +22,9 @@ void send_to_subscriptions(const test_event& event) {
                               event.origin_of_condition.c_str(),
                               "",
                               "",
-                              ""};
-    for (int index = 0; index < ALERT_DEST_COUNT; ++index) {
-        if (get_config_alter_enable(index) == 1 && SendAlertEvent(index, &alert) != 0)
-            console_log("[SubmitTestEvent] entry %d: no delivery started\n", index);
-    }
+                              "",
+                              nullptr};
+    send_alert_event(alert, [](const St_AlertDest& entry) { return entry.enabled != 0; });
 }
 
 }  // namespace

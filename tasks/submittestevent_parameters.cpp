@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "base/utc_time.h"
 #include "framework/property_checks.h"
-#include "platform/event_messages.h"
 #include "platform/libipmi.h"
 #include "tasks/subscription_vocabulary.h"
 
@@ -62,7 +62,7 @@ test_event read_test_event(const boost::json::object& parameters, result_record&
     test_event event;
     const long now = lx_time_get();
     event.event_id = "TestEvent-" + std::to_string(now);
-    event.event_timestamp = platform::event_timestamp(now);
+    event.event_timestamp = platform::utc_timestamp(now);
     for (const auto& [name, value] : parameters) {
         const request_member member{std::string(name), value, std::string(name)};
         if (member.name == "MessageArgs") {

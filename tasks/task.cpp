@@ -3,6 +3,7 @@
 #include <iostream>
 #include <string>
 
+#include "base/bmc_root.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"

@@ -1,7 +1,7 @@
 #include "update/firmware_flash.h"
 
-#include "platform/child_program.h"
-#include "platform/kill_point.h"
+#include "base/child_program.h"
+#include "base/kill_point.h"
 #include "platform/libfwupdate.h"
 
 namespace odata::redfish {

@@ -2,8 +2,8 @@
 
 #include <boost/json.hpp>
 
-#include "platform/bmc_root.h"
-#include "platform/child_program.h"
+#include "base/bmc_root.h"
+#include "base/child_program.h"
 #include "platform/libweb.h"
 
 namespace odata::redfish {

@@ -3,8 +3,10 @@
 #include <charconv>
 #include <cstdio>
 
+#include "base/atomic_file.h"
+#include "base/bmc_root.h"
 #include "frontend/exception_http.h"
-#include "platform/kill_point.h"
+#include "base/kill_point.h"
 #include "platform/libfwupdate.h"
 #include "platform/libtask.h"
 #include "platform/libweb.h"

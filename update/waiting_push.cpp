@@ -6,9 +6,9 @@
 #include <fstream>
 #include <string>
 
-#include "platform/atomic_file.h"
-#include "platform/bmc_root.h"
-#include "platform/kill_point.h"
+#include "base/atomic_file.h"
+#include "base/bmc_root.h"
+#include "base/kill_point.h"
 #include "platform/libfwupdate.h"
 #include "platform/libtask.h"
 #include "update/staged_components.h"

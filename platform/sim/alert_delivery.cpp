@@ -7,8 +7,8 @@
 #include <cerrno>
 #include <cstring>
 
-#include "platform/bmc_root.h"
-#include "platform/child_program.h"
+#include "base/bmc_root.h"
+#include "base/child_program.h"
 #include "platform/libweb.h"
 #include "platform/sim/alert_queue.h"
 #include "platform/sim/sim_file.h"
@@ -16,30 +16,30 @@
 namespace platform::sim {
 namespace {
 
-// Runs in a process of its own that exits as soon as the sender has
-// started: the sender is then nobody's child to wait for, and the caller
-// never waits for the program to load.
-[[noreturn]] void hand_over() {
-    child_program sender({bmc_path("/usr/sbin/bmc-alert-send")});
-    if (!sender.started())
-        console_log("[ERROR] alert delivery: bmc-alert-send cannot be started\n");
-    // _exit leaves the sender running, its input ended.
-    ::_exit(sender.started() ? 0 : 1);
-}
-
-void start_sender() {
-    const pid_t handover = ::fork();
-    if (handover < 0) {
-        console_log("[ERROR] alert delivery: fork: %s\n", std::strerror(errno));
-        return;
-    }
-    if (handover == 0) hand_over();
-    int status = 0;
-    while (::waitpid(handover, &status, 0) < 0 && errno == EINTR) {
-    }
+// Runs in a process of its own that exits as soon as the input is handed
+// over: the program is then nobody's child to wait for, and the caller
+// never waits for it to load.
+[[noreturn]] void hand_over(const std::vector<std::string>& command, const std::string& input) {
+    child_program program(command);
+    if (!program.started()) console_log("[ERROR] %s cannot be started\n", command[0].c_str());
+    // _exit leaves the program running, its input ended.
+    ::_exit(program.started() && program.send(input) ? 0 : 1);
 }
 
 }  // namespace
+
+bool start_detached(const std::vector<std::string>& command, const std::string& input) {
+    const pid_t handover = ::fork();
+    if (handover < 0) {
+        console_log("[ERROR] %s: fork: %s\n", command[0].c_str(), std::strerror(errno));
+        return false;
+    }
+    if (handover == 0) hand_over(command, input);
+    int status = 0;
+    while (::waitpid(handover, &status, 0) < 0 && errno == EINTR) {
+    }
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
 
 std::string alert_delivery_log_file() { return bmc_path("/var/log/alert_delivery.log"); }
 
@@ -59,7 +59,7 @@ bool start_alert_delivery(int index, const char* kind, const std::string& reques
     }
     // A busy sender takes the alert when it is done with its own; one that
     // is just leaving looks at the queue once more after freeing its slot.
-    if (sender_slot_free()) start_sender();
+    if (sender_slot_free()) start_detached({bmc_path("/usr/sbin/bmc-alert-send")}, "");
     return true;
 }
 

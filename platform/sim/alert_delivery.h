@@ -6,6 +6,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace platform::sim {
 
@@ -13,6 +14,10 @@ std::string alert_delivery_log_file();
 
 // Appends one line to the delivery log.
 void append_delivery_log(const std::string& line);
+
+// Starts command with input on its standard input, waiting only until it
+// has been started and handed the input; false when it cannot be.
+bool start_detached(const std::vector<std::string>& command, const std::string& input);
 
 // Queues request (alert_requests.h, as JSON) for entry index and starts a
 // sender when a slot is free, waiting only until it has been started;

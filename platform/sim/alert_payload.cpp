@@ -1,9 +1,6 @@
 #include "platform/sim/alert_payload.h"
 
-#include <boost/json.hpp>
 #include <ctime>
-
-namespace json = boost::json;
 
 namespace platform::sim {
 namespace {
@@ -32,34 +29,11 @@ alert_content copy_alert(const St_AlertEvent& event) {
                         text(event.origin),
                         text(event.event_dir_and_type),
                         text(event.sensor_type),
-                        text(event.sensor_name)};
+                        text(event.sensor_name),
+                        text(event.document)};
     for (int i = 0; event.message_args && i < event.message_arg_count; ++i)
         alert.message_args.push_back(text(event.message_args[i]));
     return alert;
-}
-
-std::string redfish_event_body(const alert_content& alert, const std::string& context) {
-    json::array args;
-    for (const std::string& arg : alert.message_args) args.emplace_back(arg);
-    json::object event{{"EventType", alert.event_type},
-                       {"EventId", alert.event_id},
-                       {"Severity", alert.severity},
-                       {"EventTimestamp", alert.timestamp},
-                       {"Message", alert.message},
-                       {"MessageId", alert.message_id},
-                       {"MessageArgs", std::move(args)},
-                       {"OriginOfCondition", {{"@odata.id", alert.origin}}},
-                       {"Oem",
-                        {{"Tarnwright",
-                          {{"EventDirAndType", alert.event_dir_and_type},
-                           {"SensorType", alert.sensor_type},
-                           {"SensorName", alert.sensor_name}}}}}};
-    json::object document{{"@odata.type", "#EventService.v1_5_0.Event"},
-                          {"Id", alert.event_id},
-                          {"Name", "Event Array"},
-                          {"Context", context},
-                          {"Events", json::array{std::move(event)}}};
-    return json::serialize(document);
 }
 
 std::string mail_address(const std::string& destination) {
@@ -78,7 +52,7 @@ std::string mail_message(const alert_content& alert, const St_AlertDest& entry,
            "\r\nSubject: " + subject + "\r\nContent-Type: text/plain; charset=UTF-8\r\n\r\n" +
            alert.severity + ": " + alert.message + "\r\nMessageId: " + alert.message_id +
            "\r\nOriginOfCondition: " + alert.origin + "\r\nEventTimestamp: " + alert.timestamp +
-           "\r\n\r\n" + redfish_event_body(alert, entry.context) + "\r\n";
+           "\r\n\r\n" + alert.document + "\r\n";
 }
 
 }  // namespace platform::sim

@@ -21,15 +21,13 @@ struct alert_content {
     std::string event_dir_and_type;
     std::string sensor_type;
     std::string sensor_name;
+    std::string document;  // the Redfish event document; traps do without
 };
 
 alert_content copy_alert(const St_AlertEvent& event);
 
-// The Redfish event document: one event, with the subscription's context.
-std::string redfish_event_body(const alert_content& alert, const std::string& context);
-
-// "To", "From", "Subject" and "Date" headers, a summary and the Redfish
-// event document; lines end in CRLF.
+// "To", "From", "Subject" and "Date" headers, a summary and the event's
+// Redfish event document; lines end in CRLF.
 std::string mail_message(const alert_content& alert, const St_AlertDest& entry,
                          const std::string& from_address);
 

@@ -7,7 +7,7 @@
 #include <boost/json.hpp>
 #include <deque>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libweb.h"
 #include "platform/sim/alert_delivery.h"
 #include "platform/sim/sim_file.h"

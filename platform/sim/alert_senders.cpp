@@ -52,9 +52,8 @@ extern "C" int SendSMTPEvtViaLAN(int index, const St_AlertEvent* event) {
 
 extern "C" int SendRedfishEvent(int index, const St_AlertEvent* event) {
     St_AlertDest entry{};
-    if (!event || !usable_entry(index, ALERT_DEST_REDFISH, entry)) return -1;
-    const redfish_delivery delivery{entry.destination,
-                                    redfish_event_body(copy_alert(*event), entry.context)};
+    if (!event || !event->document || !usable_entry(index, ALERT_DEST_REDFISH, entry)) return -1;
+    const redfish_delivery delivery{entry.destination, event->document};
     return start_alert_delivery(index, "Redfish", request_text(delivery)) ? 0 : -1;
 }
 

@@ -2,7 +2,7 @@
 
 #include <boost/property_tree/ptree.hpp>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/sim/sim_settings.h"
 #include "platform/sim/state_ini.h"
 

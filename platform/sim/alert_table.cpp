@@ -10,7 +10,7 @@
 #include <mutex>
 #include <string_view>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libweb.h"
 #include "platform/sim/sim_file.h"
 

@@ -7,8 +7,8 @@
 #include <iterator>
 #include <sstream>
 
-#include "platform/bmc_root.h"
-#include "platform/input_recording.h"
+#include "base/bmc_root.h"
+#include "base/input_recording.h"
 #include "platform/libbios.h"
 #include "platform/sim/sim_file.h"
 

@@ -4,7 +4,7 @@
 #include <boost/algorithm/string/split.hpp>
 #include <string_view>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libbios.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/state_ini.h"

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libbmc.h"
 #include "platform/sim/state_ini.h"
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/liblan.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/state_ini.h"

@@ -1,6 +1,6 @@
 #include "platform/sim/board_type.h"
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/sim/state_ini.h"
 

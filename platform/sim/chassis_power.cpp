@@ -4,9 +4,9 @@
 #include <functional>
 #include <vector>
 
-#include "platform/bmc_root.h"
-#include "platform/file_cache.h"
-#include "platform/input_recording.h"
+#include "base/bmc_root.h"
+#include "base/file_cache.h"
+#include "base/input_recording.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/sim/chassis_events.h"

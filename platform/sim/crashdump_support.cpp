@@ -5,7 +5,7 @@
 
 #include <cerrno>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libipmi.h"
 #include "platform/sim/sim_file.h"
 

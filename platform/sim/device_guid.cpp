@@ -12,8 +12,8 @@
 #include <random>
 #include <string>
 
-#include "platform/bmc_root.h"
-#include "platform/file_cache.h"
+#include "base/bmc_root.h"
+#include "base/file_cache.h"
 #include "platform/sim/sim_file.h"
 
 namespace {

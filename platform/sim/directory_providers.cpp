@@ -7,7 +7,7 @@
 #include <boost/json.hpp>
 #include <boost/property_tree/ptree.hpp>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libdirectory.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"

@@ -9,8 +9,8 @@
 #include <cerrno>
 #include <string_view>
 
-#include "platform/bmc_root.h"
-#include "platform/input_recording.h"
+#include "base/bmc_root.h"
+#include "base/input_recording.h"
 #include "platform/libipmi.h"
 #include "platform/libsel.h"
 #include "platform/libweb.h"

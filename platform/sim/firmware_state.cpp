@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libbmc.h"
 #include "platform/libfwupdate.h"
 #include "platform/libtask.h"

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/file_cache.h"
+#include "base/file_cache.h"
 #include "platform/libfru.h"
 #include "platform/sim/fru_format.h"
 #include "platform/sim/fru_store.h"

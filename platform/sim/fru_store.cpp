@@ -2,7 +2,7 @@
 
 #include <cerrno>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libfru.h"
 #include "platform/sim/generated_file.h"
 #include "platform/sim/sim_file.h"

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <iterator>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libnic.h"
 #include "platform/sim/state_ini.h"
 

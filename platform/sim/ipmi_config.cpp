@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/atomic_file.h"
+#include "base/atomic_file.h"
 #include "platform/libipmi_config.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"

@@ -1,148 +1,52 @@
 #include "platform/sim/logged_alerts.h"
 
-#include <string_view>
-
-#include "platform/event_messages.h"
+#include "base/bmc_root.h"
 #include "platform/libalert.h"
-#include "platform/libipmi.h"
-#include "platform/libipmi_sensors.h"
-#include "platform/sim/sdr_repository.h"
+#include "platform/sim/alert_delivery.h"
 
-namespace platform {
+namespace platform::sim {
 namespace {
 
-enum class origin_kind { system, accounts, sensor };
-
-struct logged_alert {
+// The event filter: the event-log codes that are alerts, with their event
+// type.
+struct filtered_event {
     int code;
-    std::string_view key;  // of event_messages()
-    const char* event_type;
     int event_type_bit;
-    origin_kind origin;
 };
 
-constexpr logged_alert logged_alerts[] = {
-    {148, "AccountModified", "ResourceUpdated", ALERT_EVENT_RESOURCE_UPDATED,
-     origin_kind::accounts},
-    {160, "HostPowerOn", "StatusChange", ALERT_EVENT_STATUS_CHANGE, origin_kind::system},
-    {161, "HostPowerOff", "StatusChange", ALERT_EVENT_STATUS_CHANGE, origin_kind::system},
-    {162, "HostGracefulShutdownRequested", "StatusChange", ALERT_EVENT_STATUS_CHANGE,
-     origin_kind::system},
-    {163, "HostGracefulShutdownDone", "StatusChange", ALERT_EVENT_STATUS_CHANGE,
-     origin_kind::system},
-    {164, "HostPowerCycle", "StatusChange", ALERT_EVENT_STATUS_CHANGE, origin_kind::system},
-    {165, "HostPowerOnAfterCycle", "StatusChange", ALERT_EVENT_STATUS_CHANGE, origin_kind::system},
-    {166, "HostReset", "StatusChange", ALERT_EVENT_STATUS_CHANGE, origin_kind::system},
-    {167, "HostDiagnosticInterrupt", "StatusChange", ALERT_EVENT_STATUS_CHANGE,
-     origin_kind::system},
-    {sim::event_sensor_normal, "SensorThresholdNormal", "Alert", ALERT_EVENT_ALERT,
-     origin_kind::sensor},
-    {sim::event_sensor_warning, "SensorThresholdWarning", "Alert", ALERT_EVENT_ALERT,
-     origin_kind::sensor},
-    {sim::event_sensor_critical, "SensorThresholdCritical", "Alert", ALERT_EVENT_ALERT,
-     origin_kind::sensor},
+constexpr filtered_event filtered_events[] = {
+    {148, ALERT_EVENT_RESOURCE_UPDATED},       {160, ALERT_EVENT_STATUS_CHANGE},
+    {161, ALERT_EVENT_STATUS_CHANGE},          {162, ALERT_EVENT_STATUS_CHANGE},
+    {163, ALERT_EVENT_STATUS_CHANGE},          {164, ALERT_EVENT_STATUS_CHANGE},
+    {165, ALERT_EVENT_STATUS_CHANGE},          {166, ALERT_EVENT_STATUS_CHANGE},
+    {167, ALERT_EVENT_STATUS_CHANGE},          {event_sensor_normal, ALERT_EVENT_ALERT},
+    {event_sensor_warning, ALERT_EVENT_ALERT}, {event_sensor_critical, ALERT_EVENT_ALERT},
 };
 
-const logged_alert* alert_of_code(int code) {
-    for (const logged_alert& alert : logged_alerts)
-        if (alert.code == code) return &alert;
-    return nullptr;
+int event_type_of(int code) {
+    for (const filtered_event& event : filtered_events)
+        if (event.code == code) return event.event_type_bit;
+    return 0;
 }
 
-const event_message* message_of(std::string_view key) {
-    for (const event_message& message : event_messages())
-        if (message.key == key) return &message;
-    return nullptr;
-}
-
-// Sensors are the SDR's full and compact records, numbered from 1 in SDR
-// order, as the chassis lists them.
-std::string sensor_origin(int sensor_number) {
-    int position = 0;
-    for (std::size_t i = 0; i < sdr_record_count(); ++i) {
-        const St_SensorData& record = at_St_SensorData[i];
-        if (record.record_type != SDR_FULL_SENSOR && record.record_type != SDR_COMPACT_SENSOR)
-            continue;
-        ++position;
-        if (record.sensor_number == sensor_number)
-            return "/redfish/v1/Chassis/1/Sensors/" + std::to_string(position);
+bool any_receiver(int event_type_bit) {
+    for (int index = 0; index < ALERT_DEST_COUNT; ++index) {
+        St_AlertDest entry{};
+        if (get_config_alert_dest(index, &entry) == 0 && entry.enabled &&
+            (entry.event_types == 0 || (entry.event_types & event_type_bit)))
+            return true;
     }
-    return "/redfish/v1/Chassis/1/Sensors";
-}
-
-std::string origin_of(origin_kind kind, int argument) {
-    switch (kind) {
-        case origin_kind::accounts:
-            return "/redfish/v1/AccountService/Accounts";
-        case origin_kind::sensor:
-            return sensor_origin(argument);
-        default:
-            return "/redfish/v1/Systems/1";
-    }
-}
-
-// "%1" and "%2" of a message come from the text "<first>, <second>".
-std::vector<std::string> message_args(const event_message& message, const std::string& text) {
-    if (message.message.find("%2") != std::string_view::npos) {
-        const std::size_t comma = text.find(", ");
-        if (comma != std::string::npos) return {text.substr(0, comma), text.substr(comma + 2)};
-        return {text, ""};
-    }
-    if (message.message.find("%1") != std::string_view::npos) return {text};
-    return {};
-}
-
-std::string substituted(std::string_view message, const std::vector<std::string>& args) {
-    std::string result(message);
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        const std::string placeholder = "%" + std::to_string(i + 1);
-        const std::size_t at = result.find(placeholder);
-        if (at != std::string::npos) result.replace(at, placeholder.size(), args[i]);
-    }
-    return result;
-}
-
-bool receives(const St_AlertDest& entry, int event_type_bit) {
-    return entry.enabled && (entry.event_types == 0 || (entry.event_types & event_type_bit));
+    return false;
 }
 
 }  // namespace
 
-namespace sim {
-
 void raise_logged_alert(int code, int argument, const std::string& text) {
-    const logged_alert* alert = alert_of_code(code);
-    const event_message* message = alert ? message_of(alert->key) : nullptr;
-    if (!message) return;
-    const std::vector<std::string> args = message_args(*message, text);
-    std::vector<const char*> arg_texts;
-    for (const std::string& arg : args) arg_texts.push_back(arg.c_str());
-    const long long now = lx_time_get();
-    const std::string event_id = std::to_string(now) + "-" + std::to_string(code);
-    const std::string message_id = std::string(event_registry_prefix) + std::string(alert->key);
-    const std::string message_text = substituted(message->message, args);
-    const std::string severity(message->severity);
-    const std::string timestamp = event_timestamp(now);
-    const std::string origin = origin_of(alert->origin, argument);
-    const std::string sensor_name = alert->origin == origin_kind::sensor ? args.front() : "";
-    const St_AlertEvent event{alert->event_type,
-                              event_id.c_str(),
-                              severity.c_str(),
-                              timestamp.c_str(),
-                              message_text.c_str(),
-                              message_id.c_str(),
-                              arg_texts.data(),
-                              static_cast<int>(arg_texts.size()),
-                              origin.c_str(),
-                              "",
-                              alert->origin == origin_kind::sensor ? "Threshold" : "",
-                              sensor_name.c_str()};
-    for (int index = 0; index < ALERT_DEST_COUNT; ++index) {
-        St_AlertDest entry{};
-        if (get_config_alert_dest(index, &entry) == 0 && receives(entry, alert->event_type_bit))
-            SendAlertEvent(index, &event);
-    }
+    const int event_type_bit = event_type_of(code);
+    if (event_type_bit == 0 || !any_receiver(event_type_bit)) return;
+    start_detached({bmc_path("/usr/sbin/bmc-event-alert"), std::to_string(code),
+                    std::to_string(argument), text},
+                   "");
 }
 
-}  // namespace sim
-}  // namespace platform
+}  // namespace platform::sim

@@ -1,6 +1,7 @@
-// Events of the BMC event log that are also alerts: each such record is
-// sent to every enabled alert destination whose event types include the
-// record's. Event-log codes:
+// Events of the BMC event log that are also alerts: the platform's event
+// filter passes each such record, when an enabled alert destination takes
+// its event type, to the service's program /usr/sbin/bmc-event-alert
+// (CODE ARGUMENT TEXT), which makes and sends the alert. Event-log codes:
 //   148 account change ("<account>, <what>")
 //   160..167 host power changes (chassis_events.h)
 //   170, 171, 172 a threshold sensor's health became OK, Warning, Critical
@@ -17,7 +18,7 @@ enum {
     event_sensor_critical = 172,
 };
 
-// Sends the alert of an event-log record, if the record is one.
+// Starts the alert of an event-log record, if the record is one; detached.
 void raise_logged_alert(int code, int argument, const std::string& text);
 
 }  // namespace platform::sim

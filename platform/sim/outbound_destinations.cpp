@@ -9,7 +9,7 @@
 #include <cstring>
 #include <memory>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/liblan.h"
 #include "platform/sim/state_ini.h"
 

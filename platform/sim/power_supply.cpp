@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/libipmi_power.h"
 #include "platform/libipmi_sensors.h"

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/bmc_root.h"
-#include "platform/file_cache.h"
+#include "base/bmc_root.h"
+#include "base/file_cache.h"
 #include "platform/sim/state_ini.h"
 
 namespace pt = boost::property_tree;

@@ -1,6 +1,6 @@
 #include "platform/sim/serial_port.h"
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libserial.h"
 #include "platform/sim/state_ini.h"
 

@@ -9,7 +9,7 @@
 #include <cstring>
 #include <memory>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_users.h"
 #include "platform/session_record.h"

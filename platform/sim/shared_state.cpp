@@ -12,8 +12,8 @@
 #include <cstring>
 #include <string>
 
-#include "platform/bmc_root.h"
-#include "platform/file_watch.h"
+#include "base/bmc_root.h"
+#include "base/file_watch.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "platform/sim/sim_file.h"

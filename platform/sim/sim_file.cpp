@@ -1,7 +1,7 @@
 #include "platform/sim/sim_file.h"
 
-#include "platform/atomic_file.h"
-#include "platform/input_recording.h"
+#include "base/atomic_file.h"
+#include "base/input_recording.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -7,7 +7,7 @@
 #include <boost/property_tree/ini_parser.hpp>
 #include <sstream>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libweb.h"
 #include "platform/sim/sim_file.h"
 

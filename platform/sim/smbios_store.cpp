@@ -1,7 +1,7 @@
 #include "platform/sim/smbios_store.h"
 
-#include "platform/bmc_root.h"
-#include "platform/file_cache.h"
+#include "base/bmc_root.h"
+#include "base/file_cache.h"
 #include "platform/plt_result.h"
 #include "platform/sim/generated_file.h"
 #include "platform/sim/sim_file.h"

@@ -6,7 +6,7 @@
 #include <boost/json.hpp>
 #include <cstdint>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
 #include "platform/sim/password_hash.h"

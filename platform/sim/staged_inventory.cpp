@@ -5,8 +5,8 @@
 #include <cstring>
 #include <string>
 
-#include "platform/atomic_file.h"
-#include "platform/bmc_root.h"
+#include "base/atomic_file.h"
+#include "base/bmc_root.h"
 #include "platform/libfwupdate.h"
 #include "platform/sim/firmware_state.h"
 #include "platform/sim/sim_file.h"

@@ -1,6 +1,6 @@
 #include "platform/sim/state_ini.h"
 
-#include "platform/input_recording.h"
+#include "base/input_recording.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

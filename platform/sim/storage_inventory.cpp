@@ -1,6 +1,6 @@
 #include "platform/sim/storage_inventory.h"
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libstorage.h"
 #include "platform/sim/state_ini.h"
 

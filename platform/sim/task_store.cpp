@@ -10,10 +10,10 @@
 #include <functional>
 #include <string_view>
 
-#include "platform/bmc_root.h"
-#include "platform/event_messages.h"
+#include "base/bmc_root.h"
 #include "platform/libtask.h"
 #include "platform/sim/process_identity.h"
+#include "platform/sim/published_events.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/state_ini.h"
 #include "platform/sim/task_store.h"
@@ -87,26 +87,20 @@ void copy_text(char (&target)[size], const std::string& source) {
     target[size - 1] = '\0';
 }
 
-const platform::event_message* find_event_message(std::string_view key) {
-    for (const platform::event_message& row : platform::event_messages())
-        if (row.key == key) return &row;
-    return nullptr;
-}
-
 // The registry's message of key, argument standing for its "%1".
 bool event_task_message(std::string_view key, const std::string& argument,
                         const std::string& related, TaskMessage& entry) {
-    const platform::event_message* row = find_event_message(key);
+    const auto row = platform::sim::published_event_message(key);
     if (!row) return false;
-    std::string text(row->message);
+    std::string text = row->message;
     const size_t placeholder = text.find("%1");
     if (placeholder != std::string::npos) text.replace(placeholder, 2, argument);
     entry = TaskMessage{};
-    copy_text(entry.message_id, std::string(platform::event_registry_prefix) + std::string(key));
+    copy_text(entry.message_id, row->message_id);
     copy_text(entry.message, text);
     copy_text(entry.argument, placeholder != std::string::npos ? argument : std::string());
     copy_text(entry.related, related);
-    copy_text(entry.severity, std::string(row->severity));
+    copy_text(entry.severity, row->severity);
     return true;
 }
 

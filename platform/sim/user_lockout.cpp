@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/bmc_root.h"
-#include "platform/file_cache.h"
+#include "base/bmc_root.h"
+#include "base/file_cache.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"

@@ -12,10 +12,10 @@
 #include <cstring>
 #include <mutex>
 
-#include "platform/bmc_root.h"
-#include "platform/file_cache.h"
-#include "platform/file_watch.h"
-#include "platform/input_recording.h"
+#include "base/bmc_root.h"
+#include "base/file_cache.h"
+#include "base/file_watch.h"
+#include "base/input_recording.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
 #include "platform/sim/alert_table.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libvmedia.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/state_ini.h"

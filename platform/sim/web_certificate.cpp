@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libweb.h"
 #include "platform/libwebcert.h"
 #include "platform/sim/sim_file.h"

@@ -4,7 +4,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "resources/systems/bios_boot_settings.h"
 
 namespace odata::redfish {

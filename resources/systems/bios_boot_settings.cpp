@@ -9,9 +9,9 @@
 #include <fstream>
 #include <sstream>
 
+#include "base/bmc_root.h"
+#include "base/input_recording.h"
 #include "framework/ini_settings.h"
-#include "platform/bmc_root.h"
-#include "platform/input_recording.h"
 #include "platform/libbios.h"
 #include "resources/systems/bios_attributes.h"
 

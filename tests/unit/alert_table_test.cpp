@@ -14,6 +14,7 @@
 #include "platform/sim/alert_table.h"
 #include "platform/sim/sim_file.h"
 #include "sim_root_fixture.h"
+#include "tasks/event_alerts.h"
 
 using sim_testing::file_text;
 using sim_testing::run_in_child;
@@ -116,4 +117,45 @@ TEST_F(alert_table, a_delivery_that_keeps_failing_gives_up_after_its_attempts) {
         }));
     EXPECT_EQ(file_text(platform::sim::alert_delivery_log_file()),
               "entry 4 Test: gave up after 2 attempts: refused 2\n");
+}
+
+// The service makes the Redfish event document; the platform sends it as it
+// is handed and refuses a Redfish event without one.
+TEST_F(alert_table, a_redfish_event_needs_the_document_the_service_made) {
+    const char* args[] = {"quote \" and\nline", nullptr};
+    St_AlertEvent event{"Alert",
+                        "7",
+                        "Warning",
+                        "",
+                        "say \"hi\"",
+                        "Event.1.0.X",
+                        args,
+                        2,
+                        "/redfish/v1/Systems/1",
+                        nullptr,
+                        nullptr,
+                        nullptr,
+                        nullptr};
+    const boost::json::value document =
+        boost::json::parse(odata::redfish::redfish_event_document(event, "ctx \"1\""));
+    EXPECT_EQ(document.at("Context"), "ctx \"1\"");
+    const boost::json::value& sent = document.at("Events").at(0);
+    EXPECT_EQ(sent.at("Message"), "say \"hi\"");
+    EXPECT_EQ(sent.at("MessageArgs"), (boost::json::array{"quote \" and\nline", ""}));
+    EXPECT_EQ(sent.at("Oem").at("Tarnwright").at("SensorName"), "");
+
+    // A stand-in for bmc-alert-send that takes any request.
+    write_text(path("/usr/sbin/bmc-alert-send"), "#!/bin/sh\ncat >/dev/null\n");
+    std::filesystem::permissions(path("/usr/sbin/bmc-alert-send"),
+                                 std::filesystem::perms::owner_all);
+    ASSERT_EQ(lx_mutex_get(ALERT_TABLE_MUTEX), 0);
+    ASSERT_EQ(set_config_alert_dest(0, "http://127.0.0.1:9/events"), 0);
+    ASSERT_EQ(set_config_alert_proto(0, ALERT_DEST_REDFISH), 0);
+    ASSERT_EQ(enable_pef_filter(0, 1), 0);
+    ASSERT_EQ(PSCommit(), 0);
+    ASSERT_EQ(lx_mutex_put(ALERT_TABLE_MUTEX), 0);
+    EXPECT_EQ(SendRedfishEvent(0, &event), -1);
+    const std::string text = boost::json::serialize(document);
+    event.document = text.c_str();
+    EXPECT_EQ(SendRedfishEvent(0, &event), 0);
 }

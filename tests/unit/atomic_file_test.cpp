@@ -1,4 +1,4 @@
-#include "platform/atomic_file.h"
+#include "base/atomic_file.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "platform/record_lock.h"
+#include "base/record_lock.h"
 #include "sim_root_fixture.h"
 
 namespace {

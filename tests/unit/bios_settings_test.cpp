@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "base/bmc_root.h"
 #include "hardware_root_fixture.h"
-#include "platform/bmc_root.h"
 #include "platform/sim/bios_attributes.h"
 #include "resources/systems/bios_attribute_registry.h"
 #include "resources/systems/bios_attributes.h"

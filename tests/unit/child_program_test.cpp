@@ -1,6 +1,6 @@
 // Programs run as children: what reaches them, and that none is left
 // behind.
-#include "platform/child_program.h"
+#include "base/child_program.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>

@@ -8,8 +8,6 @@
 
 #include "framework/redfish.h"
 #include "framework/response_cache.h"
-#include "platform/file_cache.h"
-#include "platform/input_recording.h"
 #include "platform/libipmi.h"
 #include "platform/sim/memory_modules.h"
 #include "platform/sim/sim_file.h"

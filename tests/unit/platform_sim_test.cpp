@@ -19,7 +19,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "platform/sim/crashdump_support.h"

@@ -9,6 +9,7 @@
 #include <set>
 #include <sstream>
 
+#include "base/bmc_root.h"
 #include "framework/metadata.h"
 #include "framework/oem_registry.h"
 #include "framework/registry_file_resources.h"
@@ -18,7 +19,6 @@
 #include "framework/servicedocument.h"
 #include "frontend/exception_http.h"
 #include "frontend/message_table.h"
-#include "platform/bmc_root.h"
 #include "stdout_capture.h"
 
 using namespace odata::redfish;

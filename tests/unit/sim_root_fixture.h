@@ -13,7 +13,7 @@
 #include <sstream>
 #include <string>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libipmi_users.h"
 #include "platform/sim/user_lockout.h"
 

@@ -6,7 +6,9 @@
 #include <cstring>
 #include <string>
 
+#include "framework/event_registry.h"
 #include "platform/libtask.h"
+#include "platform/sim/published_events.h"
 #include "sim_root_fixture.h"
 #include "tasks/task_states.h"
 
@@ -46,7 +48,15 @@ TEST(TaskStates, TableAndMonitorAnswers) {
         EXPECT_EQ(task_shows_end_time(state), state == 7 || state == 8 || state == 9) << state;
 }
 
-class task_store : public sim_root {};
+// The store reads its messages from the registry that the service publishes.
+class task_store : public sim_root {
+protected:
+    void SetUp() override {
+        sim_root::SetUp();
+        sim_testing::write_text(platform::sim::published_event_registry_file(),
+                                boost::json::serialize(odata::redfish::event_message_registry()));
+    }
+};
 
 TEST_F(task_store, NumbersTasksAndFindsThemByMonitor) {
     EXPECT_EQ(add_task("Simple Update"), 1);
@@ -86,7 +96,7 @@ TEST_F(task_store, CancelMessageAndDisabledService) {
 
 // Worker outcomes are messages of the event registry; an overlong outcome
 // is cut, never overrun.
-TEST(TaskEventMessages, RegistryMessagesWithTheirArgument) {
+TEST_F(task_store, RegistryMessagesWithTheirArgument) {
     TaskMessage message{};
     EXPECT_LT(TaskServiceEventMessage("NoSuchEvent", "x", &message), 0);
     EXPECT_LT(TaskServiceEventMessage(nullptr, "x", &message), 0);
@@ -98,6 +108,28 @@ TEST(TaskEventMessages, RegistryMessagesWithTheirArgument) {
     EXPECT_EQ(std::strlen(message.argument), sizeof message.argument - 1);
     ASSERT_EQ(TaskServiceEventMessage("TaskWorkerEnded", "ignored", &message), 0);
     EXPECT_STREQ(message.argument, "");
+}
+
+// Before the service has published its registry, or with a damaged one, a
+// message cannot be made, but a task still ends.
+TEST_F(task_store, WithoutTheRegistryATaskEndsWithoutMessage) {
+    for (const char* registry : {"", "{\"Messages\": [1]}"}) {
+        sim_testing::write_text(platform::sim::published_event_registry_file(), registry);
+        TaskMessage message{};
+        EXPECT_LT(TaskServiceEventMessage("TaskWorkerEnded", "", &message), 0);
+        const int task_id = add_task("Simple Update");
+        EXPECT_LT(TaskServiceUpdateTaskMsgFromEvt(task_id, TASK_EVENT_CANCELLED, "1", ""), 0);
+        const pid_t worker = sim_testing::start_child([] {
+            pause();
+            return 0;
+        });
+        ASSERT_EQ(TaskServiceSetTaskWorker(task_id, worker), 0);
+        kill(worker, SIGKILL);
+        sim_testing::wait_child(worker);
+        const TaskInfo ended = task_info(task_id);
+        EXPECT_EQ(ended.state, TASK_STATE_EXCEPTION);
+        EXPECT_EQ(ended.message_count, 0);
+    }
 }
 
 TEST_F(task_store, AFullStoreReusesTheOldestFinishedPlaceOnly) {

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <memory>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/outbound_destinations.h"
 #include "platform/sim/alert_send/alert_transports.h"
 

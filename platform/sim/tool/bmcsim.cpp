@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "platform/atomic_file.h"
+#include "base/atomic_file.h"
 #include "platform/sim/tool/areas.h"
 
 int main(int argc, char** argv) {

@@ -1,8 +1,8 @@
-#include "platform/input_recording.h"
+#include "base/input_recording.h"
 
 #include <cstring>
 
-#include "platform/file_watch.h"
+#include "base/file_watch.h"
 
 namespace platform {
 namespace {

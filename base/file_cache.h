@@ -6,9 +6,9 @@
 #include <string>
 #include <utility>
 
-#include "platform/file_version.h"
-#include "platform/file_watch.h"
-#include "platform/input_recording.h"
+#include "base/file_version.h"
+#include "base/file_watch.h"
+#include "base/input_recording.h"
 #include "platform/plt_result.h"
 
 namespace platform {

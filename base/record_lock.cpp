@@ -1,4 +1,4 @@
-#include "platform/record_lock.h"
+#include "base/record_lock.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -2,11 +2,10 @@
 // ("Event.1.0.<key>").
 #pragma once
 
-#include <string>
 #include <string_view>
 #include <vector>
 
-namespace platform {
+namespace odata::redfish {
 
 struct event_message {
     std::string_view key;  // "HostPowerOn"
@@ -19,8 +18,4 @@ inline constexpr std::string_view event_registry_prefix = "Event.1.0.";
 
 const std::vector<event_message>& event_messages();
 
-// The EventTimestamp of an event at seconds since the epoch:
-// "2026-01-01T00:00:00+00:00".
-std::string event_timestamp(long long seconds);
-
-}  // namespace platform
+}  // namespace odata::redfish

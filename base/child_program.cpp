@@ -1,4 +1,4 @@
-#include "platform/child_program.h"
+#include "base/child_program.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -11,7 +11,7 @@
 #include <cerrno>
 #include <csignal>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 
 namespace platform {
 namespace {

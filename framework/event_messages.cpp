@@ -1,8 +1,6 @@
-#include "platform/event_messages.h"
+#include "framework/event_messages.h"
 
-#include <ctime>
-
-namespace platform {
+namespace odata::redfish {
 
 const std::vector<event_message>& event_messages() {
     static const std::vector<event_message> messages = {
@@ -36,13 +34,4 @@ const std::vector<event_message>& event_messages() {
     return messages;
 }
 
-std::string event_timestamp(long long seconds) {
-    char text[32];
-    const std::time_t time = static_cast<std::time_t>(seconds);
-    std::tm utc{};
-    gmtime_r(&time, &utc);
-    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S+00:00", &utc);
-    return text;
-}
-
-}  // namespace platform
+}  // namespace odata::redfish

@@ -1,10 +1,10 @@
-#include "platform/file_version.h"
+#include "base/file_version.h"
 
 #include <sys/stat.h>
 
 #include <ctime>
 
-#include "platform/input_recording.h"
+#include "base/input_recording.h"
 
 namespace platform {
 namespace {

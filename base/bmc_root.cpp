@@ -1,4 +1,4 @@
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "platform/atomic_file.h"
+#include "base/atomic_file.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -14,7 +14,7 @@
 #include <limits>
 #include <system_error>
 
-#include "platform/bmc_root.h"
+#include "base/bmc_root.h"
 #include "platform/libweb.h"
 
 namespace platform {

@@ -1,4 +1,4 @@
-#include "platform/file_watch.h"
+#include "base/file_watch.h"
 
 #include <pthread.h>
 #include <sys/inotify.h>

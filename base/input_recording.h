@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/file_version.h"
-#include "platform/file_watch.h"
+#include "base/file_version.h"
+#include "base/file_watch.h"
 #include "platform/libipmi.h"
 
 namespace platform {

@@ -1,4 +1,4 @@
-#include "platform/kill_point.h"
+#include "base/kill_point.h"
 
 #include <csignal>
 #include <cstdlib>
