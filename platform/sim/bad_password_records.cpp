@@ -1,10 +1,11 @@
-#include "platform/sim/user_lockout.h"
+#include "platform/sim/bad_password_records.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
 
+#include <algorithm>
 #include <boost/json.hpp>
-#include <boost/property_tree/ptree.hpp>
+#include <cerrno>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -17,108 +18,105 @@
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
 #include "platform/sim/sim_file.h"
-#include "platform/sim/sim_settings.h"
-#include "platform/sim/user_table.h"
 
 namespace json = boost::json;
 
 namespace {
 
-constexpr int lockout_format = 1;
+constexpr int records_format = 2;
 
-long (*test_clock)() = nullptr;
-
-long long now() { return test_clock ? test_clock() : lx_time_get(); }
-
-struct slot_lockout {
-    uint32_t key = 0;
-    std::vector<long long> failures;
-    bool locked = false;
+struct subject_records {
+    std::vector<long long> failures;  // oldest first
     long long locked_at = 0;
+    long long changed = 0;
 };
 
-using lockout_table = std::map<int, slot_lockout>;
+using records_table = std::map<std::string, subject_records>;
 
-bool parse_entry(const json::object& object, int& slot, slot_lockout& entry) {
-    const json::value* number = object.if_contains("slot");
-    const json::value* key = object.if_contains("key");
+bool int_member(const json::object& object, const char* name, long long& value) {
+    const json::value* member = object.if_contains(name);
+    if (!member || !member->is_int64()) return false;
+    value = member->get_int64();
+    return true;
+}
+
+bool parse_entry(const json::object& object, std::string& subject, subject_records& entry) {
+    const json::value* name = object.if_contains("subject");
     const json::value* failures = object.if_contains("failures");
-    const json::value* locked = object.if_contains("locked");
-    const json::value* locked_at = object.if_contains("locked_at");
-    if (!number || !number->is_int64() || number->get_int64() < 0 ||
-        number->get_int64() >= MAX_USER_SLOTS || !key || !key->is_int64() || key->get_int64() < 0 ||
-        key->get_int64() > UINT32_MAX || !failures || !failures->is_array() || !locked ||
-        !locked->is_bool() || !locked_at || !locked_at->is_int64())
+    if (!name || !name->is_string() || !failures || !failures->is_array() ||
+        !int_member(object, "locked_at", entry.locked_at) ||
+        !int_member(object, "changed", entry.changed))
         return false;
-    slot = static_cast<int>(number->get_int64());
-    entry.key = static_cast<uint32_t>(key->get_int64());
+    subject = std::string(name->get_string());
     for (const json::value& time : failures->get_array()) {
         if (!time.is_int64()) return false;
         entry.failures.push_back(time.get_int64());
     }
-    entry.locked = locked->get_bool();
-    entry.locked_at = locked_at->get_int64();
     return true;
 }
 
-lockout_table parse_table(const std::string& text) {
-    lockout_table table;
+records_table parse_table(const std::string& text) {
+    records_table table;
     json::error_code error;
     json::value document = json::parse(text, error);
     const json::object* object = error ? nullptr : document.if_object();
     const json::value* format = object ? object->if_contains("format") : nullptr;
-    const json::value* slots = object ? object->if_contains("slots") : nullptr;
-    if (!format || !format->is_int64() || format->get_int64() != lockout_format || !slots ||
-        !slots->is_array()) {
+    const json::value* subjects = object ? object->if_contains("subjects") : nullptr;
+    if (!format || !format->is_int64() || format->get_int64() != records_format || !subjects ||
+        !subjects->is_array()) {
         console_log("[ERROR] lockout state %s is malformed; read as empty\n",
                     platform::lockout_file().c_str());
         return table;
     }
-    for (const json::value& each : slots->get_array()) {
-        int slot = 0;
-        slot_lockout entry;
-        if (each.is_object() && parse_entry(each.get_object(), slot, entry))
-            table[slot] = std::move(entry);
+    for (const json::value& each : subjects->get_array()) {
+        std::string subject;
+        subject_records entry;
+        if (each.is_object() && parse_entry(each.get_object(), subject, entry))
+            table[subject] = std::move(entry);
     }
     return table;
 }
 
-std::string serialise_table(const lockout_table& table) {
-    json::array slots;
-    for (const auto& [slot, entry] : table) {
-        json::object object;
-        object["slot"] = slot;
-        object["key"] = static_cast<std::int64_t>(entry.key);
+std::string serialise_table(const records_table& table) {
+    json::array subjects;
+    for (const auto& [subject, entry] : table) {
         json::array failures;
         for (long long time : entry.failures) failures.push_back(time);
-        object["failures"] = std::move(failures);
-        object["locked"] = entry.locked;
-        object["locked_at"] = entry.locked_at;
-        slots.push_back(std::move(object));
+        subjects.push_back(json::object{{"subject", subject},
+                                        {"failures", std::move(failures)},
+                                        {"locked_at", entry.locked_at},
+                                        {"changed", entry.changed}});
     }
-    json::object document;
-    document["format"] = lockout_format;
-    document["slots"] = std::move(slots);
-    return json::serialize(document) + '\n';
+    return json::serialize(json::object{{"format", records_format}, {"subjects", subjects}}) + '\n';
 }
 
-// Runs change on the state under its lock and writes it back when change
-// says that it changed it. Returns change's answer, or failed when the
-// state cannot be read or written.
+// The stored records, or false when the file exists but cannot be read.
+bool read_table(records_table& table) {
+    std::string text;
+    errno = 0;
+    if (platform::sim::read_file(platform::lockout_file(), text)) {
+        table = parse_table(text);
+        return true;
+    }
+    table.clear();
+    return errno == ENOENT;
+}
+
+// Runs change on the records under their lock and writes them back when
+// change says that it changed them. Returns change's answer, or failed when
+// the records cannot be read or written.
 template <typename Change>
-int with_lockout(int failed, Change change) {
+int with_records(int failed, Change change) {
     std::string lock_path = platform::bmc_path("/var/bmc/lockout.lock");
     if (!platform::sim::make_parent_dirs(lock_path)) return failed;
     platform::sim::unique_fd fd(::open(lock_path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
     if (!fd.valid()) return failed;
     platform::sim::file_lock lock(fd.get(), LOCK_EX);
-    if (!lock.locked()) return failed;
-    std::string path = platform::lockout_file();
-    std::string text;
-    lockout_table table =
-        platform::sim::read_file(path, text) ? parse_table(text) : lockout_table();
+    records_table table;
+    if (!lock.locked() || !read_table(table)) return failed;
     bool changed = false;
     int result = change(table, changed);
+    const std::string path = platform::lockout_file();
     if (changed && !platform::sim::replace_file(path, serialise_table(table), 0600)) {
         console_log("[ERROR] cannot write %s\n", path.c_str());
         return failed;
@@ -126,75 +124,41 @@ int with_lockout(int failed, Change change) {
     return result;
 }
 
-// The stored state, parsed once per version: most checks find nothing to
-// change and need neither the lock nor the policy.
-std::shared_ptr<const lockout_table> stored_lockouts() {
-    static platform::file_cache<lockout_table> cache;
-    const std::string path = platform::lockout_file();
-    std::shared_ptr<const lockout_table> table;
-    cache.get(
-        path,
-        [&path](lockout_table& parsed) {
-            std::string text;
-            parsed = platform::sim::read_file(path, text) ? parse_table(text) : lockout_table();
-            return PLT_OK;
-        },
-        table);
-    return table;
+// The stored records, parsed once per version: most checks find nothing
+// and need no lock. None when the file cannot be read.
+std::shared_ptr<const records_table> stored_records() {
+    static platform::file_cache<records_table> cache;
+    std::shared_ptr<const records_table> table;
+    const int result = cache.get(
+        platform::lockout_file(),
+        [](records_table& parsed) { return read_table(parsed) ? PLT_OK : PLT_ERR_IO; }, table);
+    return result == PLT_OK ? table : nullptr;
 }
 
-// The stored entry of the slot's current user, if any.
-const slot_lockout* stored_entry(const lockout_table& table, int slot, uint32_t key) {
-    auto found = table.find(slot);
-    return found != table.end() && key != 0 && found->second.key == key ? &found->second : nullptr;
+bool valid_subject(const char* subject) {
+    if (!subject || !*subject) return false;
+    const std::string_view text(subject);
+    return text.size() <= MAX_BAD_PWD_SUBJECT_LEN &&
+           std::none_of(text.begin(), text.end(),
+                        [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
 }
 
-bool lockout_active(const platform::lockout_policy& policy) {
-    return policy.enabled && policy.threshold > 0;
-}
+bool slot_subject(const std::string& subject) { return subject.compare(0, 5, "slot:") == 0; }
 
-// Drops the records that no longer count and a lock that has run out;
-// true when something changed.
-bool age(slot_lockout& entry, const platform::lockout_policy& policy, long long time) {
-    bool changed = false;
-    if (policy.reset_after > 0) {
-        auto old = entry.failures.size();
-        std::vector<long long> kept;
-        for (long long failure : entry.failures)
-            if (time - failure < policy.reset_after) kept.push_back(failure);
-        entry.failures = std::move(kept);
-        changed = entry.failures.size() != old;
+// Pushes out the subjects changed longest ago, other subjects before those
+// of slots, until the table is within its bound.
+void keep_bound(records_table& table) {
+    while (table.size() > MAX_BAD_PWD_SUBJECTS) {
+        auto oldest = table.end();
+        for (auto each = table.begin(); each != table.end(); ++each) {
+            if (oldest == table.end() ||
+                std::make_pair(slot_subject(each->first), each->second.changed) <
+                    std::make_pair(slot_subject(oldest->first), oldest->second.changed))
+                oldest = each;
+        }
+        table.erase(oldest);
     }
-    if (entry.locked && policy.duration > 0 && time - entry.locked_at >= policy.duration) {
-        entry.locked = false;
-        entry.locked_at = 0;
-        changed = true;
-    }
-    return changed;
 }
-
-// The slot's entry when it belongs to the slot's current user; stale or
-// empty entries are removed.
-slot_lockout* entry_of(lockout_table& table, int slot, uint32_t key, bool& changed) {
-    auto found = table.find(slot);
-    if (found == table.end()) return nullptr;
-    if (key == 0 || found->second.key != key) {
-        table.erase(found);
-        changed = true;
-        return nullptr;
-    }
-    return &found->second;
-}
-
-void drop_if_empty(lockout_table& table, int slot) {
-    auto found = table.find(slot);
-    if (found != table.end() && found->second.failures.empty() && !found->second.locked)
-        table.erase(found);
-}
-
-bool valid_slot(int slot) { return slot >= 0 && slot < MAX_USER_SLOTS; }
-
-long long at_least_zero(long long value) { return value < 0 ? 0 : value; }
 
 }  // namespace
 
@@ -202,129 +166,74 @@ namespace platform {
 
 std::string lockout_file() { return bmc_path("/var/bmc/lockout"); }
 
-std::string account_policy_file() { return bmc_path("/nv/redfish/accountservice.ini"); }
-
-lockout_policy read_lockout_policy() {
-    lockout_policy policy;
-    boost::property_tree::ptree tree;
-    if (!sim::read_ini(account_policy_file(), tree)) return policy;
-    policy.threshold =
-        at_least_zero(tree.get_optional<long long>("AccountService.AccountLockoutThreshold")
-                          .value_or(policy.threshold));
-    policy.duration =
-        at_least_zero(tree.get_optional<long long>("AccountService.AccountLockoutDuration")
-                          .value_or(policy.duration));
-    policy.reset_after =
-        at_least_zero(tree.get_optional<long long>("AccountService.AccountLockoutCounterResetAfter")
-                          .value_or(policy.reset_after));
-    policy.enabled =
-        tree.get_optional<long long>("AccountService.AccountLockoutEnabled").value_or(1) != 0;
-    return policy;
-}
-
-int bad_password_count(int slot) {
-    if (!valid_slot(slot)) return 0;
-    lockout_policy policy = read_lockout_policy();
-    uint32_t key = user_slot_key(slot);
-    return with_lockout(0, [&](lockout_table& table, bool&) {
-        auto found = table.find(slot);
-        if (found == table.end() || key == 0 || found->second.key != key) return 0;
-        slot_lockout entry = found->second;
-        age(entry, policy, now());
-        return static_cast<int>(entry.failures.size());
-    });
-}
-
-void set_lockout_clock_for_tests(long (*clock)()) { test_clock = clock; }
-
 }  // namespace platform
 
-extern "C" int isUserLocked(int slot) {
-    if (!valid_slot(slot)) return 0;
-    uint32_t key = platform::user_slot_key(slot);
-    const std::shared_ptr<const lockout_table> table = stored_lockouts();
-    const slot_lockout* stored = stored_entry(*table, slot, key);
-    if (!stored || !stored->locked) return 0;
-    platform::lockout_policy policy = platform::read_lockout_policy();
-    return with_lockout(0, [&](lockout_table& table, bool& changed) {
-        slot_lockout* entry = entry_of(table, slot, key, changed);
-        if (!entry || !entry->locked) return 0;
-        if (age(*entry, policy, now())) {
-            changed = true;
-            bool locked = entry->locked;
-            drop_if_empty(table, slot);
-            if (!locked) return 0;
-        }
-        return lockout_active(policy) ? 1 : 0;
-    });
+extern "C" int GetBadPwdRecords(const char* subject, int64_t counted_since,
+                                St_BadPwdRecord* record) {
+    if (!record || !valid_subject(subject)) return -1;
+    *record = {};
+    const std::shared_ptr<const records_table> table = stored_records();
+    if (!table) return -1;
+    auto found = table->find(subject);
+    if (found == table->end()) return 0;
+    record->failures = static_cast<int32_t>(
+        std::count_if(found->second.failures.begin(), found->second.failures.end(),
+                      [counted_since](long long time) { return time >= counted_since; }));
+    record->locked_at = found->second.locked_at;
+    return 0;
 }
 
-// A slot without a user (a name that is no user) costs the same locked
-// write as a bad password of a user, so the time of the answer tells
-// nothing; it records nothing.
-extern "C" int AddBadPwdRecords(int slot) {
-    platform::lockout_policy policy = platform::read_lockout_policy();
-    uint32_t key = valid_slot(slot) ? platform::user_slot_key(slot) : 0;
-    return with_lockout(-1, [&](lockout_table& table, bool& changed) {
+extern "C" int AddBadPwdRecords(const char* subject, int64_t now, int64_t counted_since) {
+    if (!valid_subject(subject)) return -1;
+    return with_records(-1, [&](records_table& table, bool& changed) {
+        subject_records& entry = table[subject];
+        auto& failures = entry.failures;
+        failures.erase(std::remove_if(failures.begin(), failures.end(),
+                                      [counted_since](long long t) { return t < counted_since; }),
+                       failures.end());
+        failures.push_back(now);
+        if (failures.size() > MAX_BAD_PWD_TIMES) failures.erase(failures.begin());
+        entry.changed = now;
+        const int held = static_cast<int>(failures.size());
+        keep_bound(table);
         changed = true;
-        if (key == 0) return -1;
-        long long time = now();
-        slot_lockout* entry = entry_of(table, slot, key, changed);
-        if (!entry) {
-            entry = &table[slot];
-            entry->key = key;
-        }
-        age(*entry, policy, time);
-        if (entry->locked) return 0;  // a locked account collects no records
-        entry->failures.push_back(time);
-        const int counted = static_cast<int>(entry->failures.size());
-        if (lockout_active(policy) && counted >= policy.threshold) {
-            entry->locked = true;
-            entry->locked_at = time;
-            entry->failures.clear();
-        }
-        return counted;
+        return held;
     });
 }
 
-extern "C" int ClearBadPwdRecords(int slot) {
-    if (!valid_slot(slot)) return -1;
-    uint32_t key = platform::user_slot_key(slot);
-    const std::shared_ptr<const lockout_table> table = stored_lockouts();
-    const slot_lockout* stored = stored_entry(*table, slot, key);
-    if (!stored || stored->failures.empty()) return 0;
-    return with_lockout(-1, [&](lockout_table& table, bool& changed) {
-        slot_lockout* entry = entry_of(table, slot, key, changed);
-        if (entry && !entry->failures.empty()) {
-            entry->failures.clear();
-            drop_if_empty(table, slot);
-            changed = true;
-        }
+extern "C" int LockBadPwdSubject(const char* subject, int64_t locked_at) {
+    if (!valid_subject(subject)) return -1;
+    return with_records(-1, [&](records_table& table, bool& changed) {
+        subject_records& entry = table[subject];
+        entry.failures.clear();
+        entry.locked_at = locked_at;
+        entry.changed = locked_at;
+        keep_bound(table);
+        changed = true;
+        return 0;
+    });
+}
+
+extern "C" int ClearBadPwdRecords(const char* subject) {
+    if (!valid_subject(subject)) return -1;
+    const std::shared_ptr<const records_table> stored = stored_records();
+    if (stored && stored->count(subject) == 0) return 0;
+    return with_records(-1, [&](records_table& table, bool& changed) {
+        changed = table.erase(subject) > 0;
         return 0;
     });
 }
 
 extern "C" int UnlockUser(int slot) {
-    if (!valid_slot(slot)) return -1;
-    return with_lockout(-1, [&](lockout_table& table, bool& changed) {
-        changed = table.erase(slot) > 0;
-        return 0;
-    });
-}
-
-// Re-reads the policy (every call does) and sweeps the state: stale
-// entries, expired locks and records that no longer count go.
-extern "C" int LoadUserLockFromFile(void) {
-    platform::lockout_policy policy = platform::read_lockout_policy();
-    uint32_t keys[MAX_USER_SLOTS];
-    for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) keys[slot] = platform::user_slot_key(slot);
-    return with_lockout(-1, [&](lockout_table& table, bool& changed) {
-        long long time = now();
-        for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) {
-            slot_lockout* entry = entry_of(table, slot, keys[slot], changed);
-            if (entry && age(*entry, policy, time)) {
+    if (slot < 0 || slot >= MAX_USER_SLOTS) return -1;
+    const std::string prefix = "slot:" + std::to_string(slot) + ":";
+    return with_records(-1, [&](records_table& table, bool& changed) {
+        for (auto each = table.begin(); each != table.end();) {
+            if (each->first.compare(0, prefix.size(), prefix) == 0) {
+                each = table.erase(each);
                 changed = true;
-                drop_if_empty(table, slot);
+            } else {
+                ++each;
             }
         }
         return 0;
