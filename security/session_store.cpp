@@ -204,11 +204,10 @@ enum class record_check { unknown, ended, usable };
 // Whether a whole record lets its token in; follows the account's privilege.
 record_check check_record(std::optional<St_RedfishSession>& record, const std::string& token,
                           long now, long timeout) {
-    if (!record || CRYPTO_memcmp(record->token, token.data(), SESSION_TOKEN_LEN) != 0 ||
-        !usable_over_this_channel(*record))
+    if (!record || CRYPTO_memcmp(record->token, token.data(), SESSION_TOKEN_LEN) != 0)
         return record_check::unknown;
     if (expired(*record, now, timeout) || !follow_account(*record)) return record_check::ended;
-    return record_check::usable;
+    return usable_over_this_channel(*record) ? record_check::usable : record_check::unknown;
 }
 
 // Removes the temporary records and scratch directories that a killed
