@@ -43,7 +43,8 @@ class BmcInstance:
     admin_user = ADMIN_USER
     admin_password = ADMIN_PASSWORD
 
-    def __init__(self, processes=2, open_service_root=False, check_reused_responses=True):
+    def __init__(self, processes=2, open_service_root=False, check_reused_responses=True,
+                 also_listen_on=(), before_start=None):
         self.directory = tempfile.TemporaryDirectory(prefix="bmc-e2e-")
         self.root = self.directory.name
         self.port = free_port()
@@ -54,6 +55,13 @@ class BmcInstance:
         self.bmcsim("users", "seed", ADMIN_USER, ADMIN_PASSWORD)
         if open_service_root:
             self.write_setting("redfish.ini", "[Service]\nUnauthenticatedServiceRoot=1\n")
+        # Other loopback addresses on the same port, such as the host
+        # interface's own address.
+        with open(os.path.join(self.root, "etc", "lighttpd.conf"), "a") as config:
+            for address in also_listen_on:
+                config.write(f'$SERVER["socket"] == "{address}:{self.port}" {{ }}\n')
+        if before_start:
+            before_start(self)
         # The service processes' diagnostics go where lighttpd's standard
         # error goes: the instance's error log, as with make run.
         # Every reused GET answer is also built afresh and compared (stop()
@@ -70,8 +78,8 @@ class BmcInstance:
     def _wait_until_listening(self):
         wait_until_listening(self.server, self.port, self.error_log)
 
-    def url(self, path):
-        return self.base + path
+    def url(self, path, address="127.0.0.1"):
+        return f"http://{address}:{self.port}{path}"
 
     def write_setting(self, name, text):
         with open(os.path.join(self.root, "nv", "redfish", name), "w") as settings:
