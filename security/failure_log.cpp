@@ -14,7 +14,10 @@ constexpr int event_failed_login = 137;
 // The failures of each address are counted in the platform's bad-password
 // records, which keep them bounded, under a subject of their own.
 void log_failed_authentication(const std::string& text) {
-    const std::string source = InterfaceInfo->client_ip;
+    char address[sizeof InterfaceInfo->client_ip] = {};
+    GetClientIP(address, sizeof address);
+    address[sizeof address - 1] = '\0';
+    const std::string source = address;
     const std::string subject = ("log:" + source).substr(0, MAX_BAD_PWD_SUBJECT_LEN);
     const long now = lx_time_get();
     const int counted = AddBadPwdRecords(subject.c_str(), now, now - failure_log_period + 1);
