@@ -87,30 +87,37 @@ bool parse_record(std::string_view line, platform::event_record& record) {
     return true;
 }
 
+// Appends the well-formed records of one part of the log.
+void read_records(const std::string& path, std::vector<platform::event_record>& records) {
+    platform::note_input_file(path);
+    platform::sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    std::string text;
+    if (!fd.valid()) return;
+    {
+        platform::sim::file_lock lock(fd.get(), LOCK_SH);
+        if (!platform::sim::read_all(fd.get(), text)) return;
+    }
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        auto end = rest.find('\n');
+        platform::event_record record;
+        if (parse_record(rest.substr(0, end), record)) records.push_back(std::move(record));
+        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+    }
+}
+
 }  // namespace
 
 namespace platform {
 
 std::string event_log_file() { return bmc_path("/var/log/bmc_events.jsonl"); }
 
+std::string older_event_log_file() { return event_log_file() + ".1"; }
+
 std::vector<event_record> read_event_log() {
     std::vector<event_record> records;
-    const std::string path = event_log_file();
-    note_input_file(path);
-    sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    std::string text;
-    if (!fd.valid()) return records;
-    {
-        sim::file_lock lock(fd.get(), LOCK_SH);
-        if (!sim::read_all(fd.get(), text)) return records;
-    }
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        auto end = rest.find('\n');
-        event_record record;
-        if (parse_record(rest.substr(0, end), record)) records.push_back(std::move(record));
-        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
-    }
+    read_records(older_event_log_file(), records);
+    read_records(event_log_file(), records);
     return records;
 }
 
@@ -122,12 +129,40 @@ bool clear_event_log() {
     sim::unique_fd fd(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
     if (!fd.valid()) return false;
     sim::file_lock lock(fd.get(), LOCK_EX);
-    return lock.locked() && ::ftruncate(fd.get(), 0) == 0;
+    return lock.locked() && ::ftruncate(fd.get(), 0) == 0 &&
+           (::unlink(older_event_log_file().c_str()) == 0 || errno == ENOENT);
 }
 
 }  // namespace platform
 
 namespace {
+
+// Whether fd is still the file at path: a rotation may have renamed it
+// between the open and the lock.
+bool still_at(int fd, const std::string& path) {
+    struct stat opened, named;
+    return ::fstat(fd, &opened) == 0 && ::stat(path.c_str(), &named) == 0 &&
+           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+// A line that does not fit moves the log to its older part (replacing
+// that), and the line starts a new one.
+enum class append_outcome { written, rotated, failed };
+
+append_outcome append_to_open_log(int fd, const std::string& path, const std::string& line) {
+    struct stat before;
+    if (!still_at(fd, path)) return append_outcome::rotated;
+    if (::fstat(fd, &before) != 0) return append_outcome::failed;
+    if (before.st_size > 0 &&
+        static_cast<std::size_t>(before.st_size) + line.size() > platform::max_event_log_bytes)
+        return ::rename(path.c_str(), platform::older_event_log_file().c_str()) == 0
+                   ? append_outcome::rotated
+                   : append_outcome::failed;
+    if (platform::sim::write_all(fd, line.data(), line.size())) return append_outcome::written;
+    if (::ftruncate(fd, before.st_size) != 0)
+        console_log("[ERROR] LibSaveSysEvtLog: %s: partial line left\n", path.c_str());
+    return append_outcome::failed;
+}
 
 // One whole line appended under the log's lock, so that lines of concurrent
 // processes never mix; a failed write is cut off again so that it cannot
@@ -135,16 +170,16 @@ namespace {
 bool append_event_line(int event_code, int argument, const char* text) {
     std::string path = platform::event_log_file();
     if (!platform::sim::make_parent_dirs(path)) return false;
-    platform::sim::unique_fd fd(
-        ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644));
-    if (!fd.valid()) return false;
-    platform::sim::file_lock lock(fd.get(), LOCK_EX);
-    struct stat before;
-    if (!lock.locked() || ::fstat(fd.get(), &before) != 0) return false;
-    std::string line = event_line(event_code, argument, text);
-    if (platform::sim::write_all(fd.get(), line.data(), line.size())) return true;
-    if (::ftruncate(fd.get(), before.st_size) != 0)
-        console_log("[ERROR] LibSaveSysEvtLog: %s: partial line left\n", path.c_str());
+    const std::string line = event_line(event_code, argument, text);
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        platform::sim::unique_fd fd(
+            ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644));
+        if (!fd.valid()) return false;
+        platform::sim::file_lock lock(fd.get(), LOCK_EX);
+        if (!lock.locked()) return false;
+        const append_outcome outcome = append_to_open_log(fd.get(), path, line);
+        if (outcome != append_outcome::rotated) return outcome == append_outcome::written;
+    }
     return false;
 }
 

@@ -8,6 +8,7 @@ import subprocess
 import pytest
 
 from bmc_instance import BmcInstance
+from full_disk import fill
 
 ACCOUNTS = "/redfish/v1/AccountService/Accounts"
 PASSWORD = "Passw0rd-1"
@@ -30,19 +31,6 @@ def full_disk_bmc():
     yield bmc, filler
     subprocess.run(["umount", "--lazy", table_directory], check=True)
     bmc.stop()
-
-
-def fill(path):
-    descriptor = os.open(path, os.O_WRONLY | os.O_CREAT, 0o600)
-    try:
-        for _ in range(1000):
-            try:
-                os.write(descriptor, b"\0" * 1024)
-            except OSError:
-                return
-    finally:
-        os.close(descriptor)
-    pytest.fail("the tmpfs did not fill")
 
 
 def test_a_write_refused_on_a_full_disk_never_appears(full_disk_bmc):
