@@ -5,8 +5,8 @@
 
 #include "base/atomic_file.h"
 #include "base/bmc_root.h"
-#include "frontend/exception_http.h"
 #include "base/kill_point.h"
+#include "frontend/exception_http.h"
 #include "platform/libfwupdate.h"
 #include "platform/libtask.h"
 #include "platform/libweb.h"

@@ -6,6 +6,8 @@
 #include <ctime>
 #include <string>
 
+#include "base/file_cache.h"
+#include "base/input_recording.h"
 #include "framework/redfish.h"
 #include "framework/response_cache.h"
 #include "platform/libipmi.h"
