@@ -70,6 +70,8 @@ int LoadUserLockFromFile(void);
 // Host interface: whether this request came over it, and whether the host
 // firmware's credential matches.
 int UtilIsHostInterface(void);
+// Turns the host interface on (1) or off (0).
+int UtilSetHostInterface(int enabled);
 int UtilIsExistHostFWUserInfo(const char* name, const char* password);
 
 // Login audit record and open sessions of a slot.

@@ -1,6 +1,7 @@
 #include "platform/sim/host_interface.h"
 
 #include "platform/libipmi_users.h"
+#include "platform/plt_result.h"
 #include "platform/sim/password_hash.h"
 #include "platform/sim/sim_settings.h"
 
@@ -38,6 +39,10 @@ std::string host_firmware_user() { return sim_setting_text("HostInterface.Firmwa
 
 extern "C" int UtilIsHostInterface(void) {
     return platform::sim_setting_number("HostInterface.Enabled", 0) != 0 ? 1 : 0;
+}
+
+extern "C" int UtilSetHostInterface(int enabled) {
+    return platform::set_host_interface(enabled != 0) ? PLT_OK : PLT_ERR_IO;
 }
 
 // 1 when name and password are the host firmware's credential, else 0.
