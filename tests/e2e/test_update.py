@@ -71,6 +71,9 @@ def test_simple_update_over_http_runs_the_new_version(bmc, images):
     assert accepted.headers["Location"].startswith("/redfish/v1/TaskMonitor/")
     info = accepted.json()["Accepted"]["@Message.ExtendedInfo"][0]
     assert info["MessageId"] == "TWR.1.0.OemSimpleupdateAcceptedMessage"
+    # Clients that read the body as the task know it by its type.
+    assert accepted.json()["@odata.id"] == info["MessageArgs"][0]
+    assert accepted.json()["@odata.type"].startswith("#Task.v1_")
 
     done = wait_for_end(bmc, admin, accepted.headers["Location"])
     assert done.status_code == 200 and done.json()["TaskState"] == "Completed"
