@@ -103,4 +103,8 @@ const boost::json::object& request_object(const boost::json::value& body) {
     return *object;
 }
 
+void refuse_if_reported(const result_record& result) {
+    if (!result.entries.empty()) throw_http_result(400, result);
+}
+
 }  // namespace odata::redfish

@@ -114,4 +114,20 @@ void read_patch_property(const patch_property<changes> (&table)[size], const req
     unknown_property::in_patch().report(result, member.path);
 }
 
+// Throws 400 with the messages when result holds any.
+void refuse_if_reported(const result_record& result);
+
+// Reads every member of a PATCH body through its row of table; 400 with
+// every refusal.
+template <class changes, size_t size>
+changes read_patch_body(const patch_property<changes> (&table)[size],
+                        const boost::json::value& body) {
+    result_record result = general_error();
+    changes read;
+    for (const auto& [name, value] : request_object(body))
+        read_patch_property(table, {std::string(name), value, std::string(name)}, read, result);
+    refuse_if_reported(result);
+    return read;
+}
+
 }  // namespace odata::redfish

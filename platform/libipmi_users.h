@@ -95,6 +95,8 @@ int UnlockUser(int slot);
 // password whether it exists under that name.
 int UtilGetHostInterfaceEnable(void);
 int UtilIsHostInterface(void);
+// Turns the host interface on (1) or off (0).
+int UtilSetHostInterface(int enabled);
 int UtilIsExistHostFWUserInfo(const char* name, const char* password);
 
 // Login audit record and open sessions of a slot.

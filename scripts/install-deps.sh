@@ -8,7 +8,7 @@ libboost-json1.81-dev
 libssl-dev zlib1g-dev libcurl4-openssl-dev libsnmp-dev
 libgtest-dev clang-format lighttpd lighttpd-mod-openssl openssl python3-pytest
 python3-requests python3-jsonschema python3-sushy redfishtool
-snmptrapd snmp python3-aiosmtpd python3-pyftpdlib wrk valgrind"
+snmptrapd snmp python3-aiosmtpd python3-pyftpdlib wrk valgrind ansible"
 
 missing=""
 for package in $packages; do

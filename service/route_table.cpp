@@ -40,9 +40,11 @@
 #include "resources/managers/virtualmedia.h"
 #include "resources/managers/virtualmedia_actions.h"
 #include "resources/systems/bios.h"
+#include "resources/systems/bios_resetbios.h"
 #include "resources/systems/bootoptions.h"
 #include "resources/systems/bootoptionscollection.h"
 #include "resources/systems/computersystem_reset.h"
+#include "resources/systems/computersystem_setdefaultbootorder.h"
 #include "resources/systems/ethernetinterface.h"
 #include "resources/systems/memory.h"
 #include "resources/systems/memorycollection.h"
@@ -544,10 +546,12 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1", SERVED(system), component_resource, route_reusable},
         {"/redfish/v1/Systems/1/Actions/ComputerSystem.Reset", SERVED(computersystem_reset),
          power_action},
+        {"/redfish/v1/Systems/1/Actions/ComputerSystem.SetDefaultBootOrder",
+         SERVED(computersystem_setdefaultbootorder), component_resource},
         {"/redfish/v1/Systems/1/ResetActionInfo", SERVED(resetactioninfo), component_resource},
         {"/redfish/v1/Systems/1/Bios", SERVED(bios), component_resource},
         {"/redfish/v1/Systems/1/Bios/SD", SERVED(bios), component_resource},
-        {"/redfish/v1/Systems/1/Bios/Actions/Bios.ResetBios", UNSERVED(bios_resetbios),
+        {"/redfish/v1/Systems/1/Bios/Actions/Bios.ResetBios", SERVED(bios_resetbios),
          component_resource},
         {"/redfish/v1/Systems/1/Bios/Actions/Bios.ChangePassword", UNSERVED(bios_changepassword),
          component_resource},

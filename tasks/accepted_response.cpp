@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "framework/schema_files.h"
 #include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
 #include "platform/libweb.h"
@@ -31,11 +32,14 @@ std::optional<TaskInfo> create_task(const char* name, const char* operation) {
 namespace {
 
 // The task's own members lead the body, so that clients that read a 202
-// body as the task (as DSP0266 allows) find it there.
+// body as the task (as DSP0266 allows) find it there; they tell it from an
+// error body by its type. No @odata.id: some clients would then poll the
+// task, which never answers 202, instead of the monitor.
 std::string accepted_body(const TaskInfo& task) {
     result_record result{"OemAccepted", accepted_text, {}};
     add_message(result, "TWR.1.0.OemSimpleupdateAcceptedMessage", {task_uri(task.id)});
-    boost::json::object body = {{"Id", std::to_string(task.id)},
+    boost::json::object body = {{"@odata.type", schema_type(schema_file_of("Task"))},
+                                {"Id", std::to_string(task.id)},
                                 {"Name", task.name},
                                 {"TaskState", task_state_text(task.state)}};
     for (auto& [key, value] : result_object(result)) body[key] = std::move(value);

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "platform/libipmi_users.h"
+#include "platform/plt_result.h"
 #include "platform/sim/password_hash.h"
 #include "platform/sim/sim_settings.h"
 
@@ -67,6 +68,10 @@ std::string host_firmware_user() { return sim_setting_text("HostInterface.Firmwa
 
 extern "C" int UtilGetHostInterfaceEnable(void) {
     return platform::sim_setting_number("HostInterface.Enabled", 0) != 0 ? 1 : 0;
+}
+
+extern "C" int UtilSetHostInterface(int enabled) {
+    return platform::set_host_interface(enabled != 0) ? PLT_OK : PLT_ERR_IO;
 }
 
 // The web server names the address the request arrived on.

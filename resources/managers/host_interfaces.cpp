@@ -1,7 +1,10 @@
 #include "resources/managers/host_interfaces.h"
 
+#include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/exception_http.h"
+#include "frontend/response_headers.h"
 #include "platform/libipmi_sensors.h"
 #include "platform/libipmi_users.h"
 #include "resources/managers/manager_uris.h"
@@ -11,6 +14,18 @@ namespace {
 
 const std::string interface_uri = std::string(manager_host_interfaces_uri) + "/1";
 const std::string host_ethernet_uri = interface_uri + "/HostEthernetInterfaces";
+
+struct interface_changes {
+    std::optional<bool> enabled;
+};
+
+void read_enabled(const request_member& member, interface_changes& changes, result_record& result) {
+    changes.enabled = require_boolean(member.value, member.path, result);
+}
+
+constexpr patch_property<interface_changes> patch_properties[] = {
+    {"InterfaceEnabled", read_enabled},
+};
 
 }  // namespace
 
@@ -41,6 +56,14 @@ int hostinterface::get(request_context&) {
     set("HostEthernetInterfaces", link(host_ethernet_uri));
     set("Links", boost::json::object{
                      {"ComputerSystems", boost::json::array{link("/redfish/v1/Systems/1")}}});
+    return 0;
+}
+
+int hostinterface::patch(request_context& context) {
+    const interface_changes changes = read_patch_body(patch_properties, context.body_json());
+    if (UtilSetHostInterface(*changes.enabled ? 1 : 0) != PLT_OK)
+        throw_http_error(500, "Base.1.10.InternalError");
+    write_status_line(204);
     return 0;
 }
 

@@ -17,6 +17,7 @@ class hostinterface : public redfish {
 public:
     explicit hostinterface(request_context& context);
     int get(request_context& context) override;
+    int patch(request_context& context) override;
 };
 
 class managers_hostinterfaces_hostethernetinterfacecollection : public redfish {

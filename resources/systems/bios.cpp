@@ -53,18 +53,13 @@ int bios::get(request_context&) {
     }
     set("Attributes", current_bios_attributes());
     set("@Redfish.Settings", settings_annotation());
+    set("Actions", boost::json::object{{"#Bios.ResetBios", {{"target", bios_reset_target_uri}}}});
     return 0;
 }
 
 int bios::patch(request_context& context) {
     if (!settings_object()) method_not_allowed();
-    const boost::json::value body = context.body_json();
-    result_record result = general_error();
-    bios_changes changes;
-    for (const auto& [name, value] : request_object(body))
-        read_patch_property(patch_properties, {std::string(name), value, std::string(name)},
-                            changes, result);
-    if (!result.entries.empty()) throw_http_result(400, result);
+    const bios_changes changes = read_patch_body(patch_properties, context.body_json());
     if (!changes.attributes.empty() && !add_pending_bios_attributes(changes.attributes))
         throw_http_error(500, "Base.1.10.InternalError");
     write_status_line(204);

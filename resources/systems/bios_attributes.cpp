@@ -4,6 +4,8 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <cstdlib>
+
 #include "base/bmc_root.h"
 #include "resources/systems/bios_boot_settings.h"
 
@@ -61,6 +63,17 @@ void read_attribute(const request_member& member, boost::json::object& changes,
     changes[member.name] = member.value;
 }
 
+boost::json::value default_of(const St_BiosAttribute& attribute) {
+    switch (attribute.type) {
+        case BIOS_ATTRIBUTE_INTEGER:
+            return std::strtoll(attribute.default_value, nullptr, 10);
+        case BIOS_ATTRIBUTE_BOOLEAN:
+            return std::string_view(attribute.default_value) == "true";
+        default:
+            return attribute.default_value;
+    }
+}
+
 // An exclusive flock for the length of a read-modify-write.
 class file_lock {
 public:
@@ -115,6 +128,24 @@ bool add_pending_bios_attributes(const boost::json::object& changes) {
     for (const auto& [name, value] : changes) pending[name] = value;
     const std::string text = boost::json::serialize(boost::json::object{{"Attributes", pending}});
     return WriteConfigFile(BiosSharedFile(BIOS_FILE_SETTINGS_REQUEST), text.c_str()) == PLT_OK;
+}
+
+boost::json::object default_bios_attributes() {
+    const St_BiosAttribute* table = nullptr;
+    int count = 0;
+    boost::json::object defaults;
+    if (UtilGetBiosAttributeTable(&table, &count) != PLT_OK) return defaults;
+    for (int i = 0; i < count; ++i)
+        if (!table[i].read_only) defaults[table[i].name] = default_of(table[i]);
+    return defaults;
+}
+
+std::optional<boost::json::value> reported_or_default(std::string_view name) {
+    const St_BiosAttribute* attribute = find_bios_attribute(name);
+    if (!attribute) return std::nullopt;
+    const boost::json::object current = current_bios_attributes();
+    const boost::json::value* reported = current.if_contains(name);
+    return reported ? *reported : default_of(*attribute);
 }
 
 }  // namespace odata::redfish

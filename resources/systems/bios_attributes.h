@@ -4,6 +4,8 @@
 #pragma once
 
 #include <boost/json.hpp>
+#include <optional>
+#include <string_view>
 
 #include "framework/property_checks.h"
 #include "platform/libbios.h"
@@ -27,5 +29,13 @@ void read_bios_attribute_changes(const request_member& attributes, boost::json::
 
 // Adds changes to the pending ones, under the hand-over file's lock.
 bool add_pending_bios_attributes(const boost::json::object& changes);
+
+// The table's default of every writable attribute, as pending changes
+// would carry it.
+boost::json::object default_bios_attributes();
+
+// The attribute's value the BIOS last reported, else its default; null
+// when the table has no such attribute.
+std::optional<boost::json::value> reported_or_default(std::string_view name);
 
 }  // namespace odata::redfish

@@ -97,7 +97,9 @@ int system::get(request_context&) {
     set_collection_links();
     set("Links", boost::json::object{{"Chassis", link_array("/redfish/v1/Chassis/1")},
                                      {"ManagedBy", link_array("/redfish/v1/Managers/1")}});
-    set("Actions", boost::json::object{{"#ComputerSystem.Reset", reset_action()}});
+    set("Actions", boost::json::object{{"#ComputerSystem.Reset", reset_action()},
+                                       {"#ComputerSystem.SetDefaultBootOrder",
+                                        {{"target", system_default_boot_order_target_uri}}}});
     set("Oem", oem_object());
     return 0;
 }

@@ -99,6 +99,32 @@ def test_a_malformed_settings_body_is_refused(bmc, admin, body):
     assert pending_file(bmc) is None
 
 
+RESET_BIOS = BIOS + "/Actions/Bios.ResetBios"
+
+
+def test_reset_bios_brings_the_defaults_at_the_next_boot(bmc, admin):
+    admin.patch(bmc.url(SETTINGS), json={"Attributes": {"VTd": "Disabled", "BootTimeout": 30}}, timeout=10)
+    bmc.bmcsim("bios", "post")
+    assert get(admin, bmc, BIOS)["Actions"]["#Bios.ResetBios"]["target"] == RESET_BIOS
+    answer = admin.post(bmc.url(RESET_BIOS), json={}, timeout=10)
+    assert answer.status_code == 200, answer.text
+    # A change made after the reset still counts.
+    admin.patch(bmc.url(SETTINGS), json={"Attributes": {"QuietBoot": False}}, timeout=10)
+    assert get(admin, bmc, BIOS)["Attributes"]["VTd"] == "Disabled"
+    bmc.bmcsim("bios", "post")
+    defaults = {name: entry["DefaultValue"] for name, entry in registry(admin, bmc).items()}
+    assert get(admin, bmc, BIOS)["Attributes"] == dict(defaults, QuietBoot=False)
+
+
+@pytest.mark.parametrize("body", [{"ResetType": "Defaults"}, [], "x"])
+def test_reset_bios_takes_no_parameters(bmc, admin, body):
+    answer = admin.post(bmc.url(RESET_BIOS), json=body, timeout=10)
+    assert answer.status_code == 400, answer.text
+    assert pending_file(bmc) is None
+    assert bmc.request("POST", RESET_BIOS, json={}).status_code == 401
+    assert pending_file(bmc) is None
+
+
 def test_bios_itself_is_read_only(bmc, admin):
     answer = admin.patch(bmc.url(BIOS), json={"Attributes": {"VTd": "Disabled"}}, timeout=10)
     assert answer.status_code == 405
@@ -134,10 +160,16 @@ def test_a_bad_secure_boot_change_is_refused(bmc, admin, body, message):
     assert pending_file(bmc) is None
 
 
-def test_secure_boot_is_unknown_before_the_bios_reports(bmc, admin):
+def test_secure_boot_before_the_bios_reports_runs_on_its_default(bmc, admin):
     os.remove(os.path.join(bmc.root, "tmp", "attributes.json"))
     secure_boot = get(admin, bmc, SECURE_BOOT)
-    assert "SecureBootCurrentBoot" not in secure_boot and "SecureBootEnable" not in secure_boot
+    assert (secure_boot["SecureBootEnable"], secure_boot["SecureBootCurrentBoot"],
+            secure_boot["SecureBootMode"]) == (False, "Disabled", "UserMode")
+    answer = admin.patch(bmc.url(SECURE_BOOT), json={"SecureBootEnable": True}, timeout=10)
+    assert answer.status_code == 204, answer.text
+    assert get(admin, bmc, SECURE_BOOT)["SecureBootEnable"] is True
+    bmc.bmcsim("bios", "post")
+    assert get(admin, bmc, SECURE_BOOT)["SecureBootCurrentBoot"] == "Enabled"
 
 
 def test_an_http_boot_uri_joins_the_pending_bios_changes(bmc, admin):

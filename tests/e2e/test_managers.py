@@ -295,6 +295,24 @@ def test_serial_and_host_interfaces_follow_the_simulator(bmc, admin):
     assert ethernet["Members@odata.count"] == 0
 
 
+HOST_INTERFACE = MANAGER + "/HostInterfaces/1"
+
+
+def test_the_host_interface_is_switched_over_redfish(bmc, admin):
+    answer = admin.patch(bmc.url(HOST_INTERFACE), json={"InterfaceEnabled": True}, timeout=10)
+    assert answer.status_code == 204, answer.text
+    assert bmc.bmcsim("hostif", "show").splitlines()[0] == "on"
+    for body, message_id in (({"InterfaceEnabled": "false"}, "Base.1.10.PropertyValueTypeError"),
+                             ({"InterfaceEnabled": False, "ExternallyAccessible": True},
+                              "Base.1.10.PropertyUnknown")):
+        answer = admin.patch(bmc.url(HOST_INTERFACE), json=body, timeout=10)
+        assert answer.status_code == 400 and message_of(answer)[0] == message_id, answer.text
+    assert bmc.bmcsim("hostif", "show").splitlines()[0] == "on"
+    answer = admin.patch(bmc.url(HOST_INTERFACE), json={"InterfaceEnabled": False}, timeout=10)
+    assert answer.status_code == 204
+    assert admin.get(bmc.url(HOST_INTERFACE), timeout=10).json()["InterfaceEnabled"] is False
+
+
 def test_only_administrators_change_the_manager(bmc, admin):
     answer = admin.post(bmc.url("/redfish/v1/AccountService/Accounts"), timeout=10,
                         json={"UserName": "viewer", "Password": "V1ewer-pass", "RoleId": "ReadOnly"})
@@ -305,4 +323,6 @@ def test_only_administrators_change_the_manager(bmc, admin):
     assert viewer.patch(bmc.url(LAN), json={"HostName": "x"}, timeout=10).status_code == 403
     assert viewer.post(bmc.url(INSERT), json={"Image": IMAGE}, timeout=10).status_code == 403
     assert viewer.post(bmc.url(CLEAR_LOG), json={}, timeout=10).status_code == 403
+    assert viewer.patch(bmc.url(HOST_INTERFACE), json={"InterfaceEnabled": True}, timeout=10).status_code == 403
+    assert bmc.bmcsim("hostif", "show").splitlines()[0] == "off"
     assert shown(bmc, "vmedia", "show")["CD1"] == ""

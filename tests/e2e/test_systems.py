@@ -13,6 +13,7 @@ SYSTEMS = "/redfish/v1/Systems"
 SYSTEM = SYSTEMS + "/1"
 RESET = SYSTEM + "/Actions/ComputerSystem.Reset"
 RESET_INFO = SYSTEM + "/ResetActionInfo"
+DEFAULT_ORDER = SYSTEM + "/Actions/ComputerSystem.SetDefaultBootOrder"
 
 GET_ORDER = [
     "@odata.id", "@odata.type", "Id", "Name", "Description", "Status", "SerialNumber", "PartNumber", "AssetTag",
@@ -129,7 +130,8 @@ def test_system_reads_the_simulated_host_in_order(bmc, system):
     assert body["Bios"] == {"@odata.id": SYSTEM + "/Bios"}
     assert body["Links"] == {"Chassis": [{"@odata.id": "/redfish/v1/Chassis/1"}],
                              "ManagedBy": [{"@odata.id": "/redfish/v1/Managers/1"}]}
-    assert body["Actions"] == {"#ComputerSystem.Reset": {"target": RESET, "@Redfish.ActionInfo": RESET_INFO}}
+    assert body["Actions"] == {"#ComputerSystem.Reset": {"target": RESET, "@Redfish.ActionInfo": RESET_INFO},
+                               "#ComputerSystem.SetDefaultBootOrder": {"target": DEFAULT_ORDER}}
     assert body["Oem"] == {"Tarnwright": {"@odata.type": "#TwrSystemExtensions.v1_0_0.System"}}
 
 
@@ -326,6 +328,20 @@ def test_boot_next_and_boot_order_reach_the_bios(bmc, admin):
 
     bmc.bmcsim("bios", "hii", "off")
     answer = admin.patch(bmc.url(SYSTEM), json={"Boot": {"BootOrder": ["Boot0001"]}}, timeout=10)
+    assert message_of(answer)[:2] == ("Base.1.10.PropertyNotWritable", ["BootOrder"])
+
+
+def test_the_default_boot_order_is_the_options_by_number(bmc, admin):
+    handed_over = shown(bmc, "bios", "show")["boot_order"]
+    write_file(bmc, "nv/bios/bios_setting", "BootOrder=Boot0003,Boot0001,Boot0002\n")
+    for body in ({"BootOrder": ["Boot0001"]}, []):
+        assert admin.post(bmc.url(DEFAULT_ORDER), json=body, timeout=10).status_code == 400
+    assert shown(bmc, "bios", "show")["boot_order"] == handed_over
+    assert_success(admin.post(bmc.url(DEFAULT_ORDER), json={}, timeout=10))
+    assert shown(bmc, "bios", "show")["boot_order"] == "Boot0001,Boot0002,Boot0003"
+
+    bmc.bmcsim("bios", "hii", "off")
+    answer = admin.post(bmc.url(DEFAULT_ORDER), json={}, timeout=10)
     assert message_of(answer)[:2] == ("Base.1.10.PropertyNotWritable", ["BootOrder"])
 
 

@@ -71,6 +71,10 @@ def test_simple_update_over_http_runs_the_new_version(bmc, images):
     assert accepted.headers["Location"].startswith("/redfish/v1/TaskMonitor/")
     info = accepted.json()["Accepted"]["@Message.ExtendedInfo"][0]
     assert info["MessageId"] == "TWR.1.0.OemSimpleupdateAcceptedMessage"
+    # Clients that read the body as the task know it by its type; one that
+    # found the task's URI there would poll the task instead of the monitor.
+    assert accepted.json()["@odata.type"].startswith("#Task.v1_")
+    assert "@odata.id" not in accepted.json()
 
     done = wait_for_end(bmc, admin, accepted.headers["Location"])
     assert done.status_code == 200 and done.json()["TaskState"] == "Completed"
