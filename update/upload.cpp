@@ -30,11 +30,11 @@ constexpr size_t max_boundary_length = 128;
 constexpr size_t max_parameters_length = 65536;
 constexpr const char* parsing_content_text = "Please check the parsing content.";
 
-[[noreturn]] void throw_push_error(const char* console_line, const char* text) {
+[[noreturn]] void throw_push_error(const char* console_line, const char* text, int status = 400) {
     console_log("%s", console_line);
     result_record result = push_errors();
     add_push_error(result, text);
-    throw_http_result(400, result);
+    throw_http_result(status, result);
 }
 
 long long checked_content_length() {
@@ -89,6 +89,12 @@ push_parameters read_parameters(multipart_reader& reader) {
     throw_push_error(console_line, text);
 }
 
+// The task store failed us, not the client; create_task logged it.
+[[noreturn]] void throw_no_task() {
+    release_fw_updating_lock();
+    throw_push_error("", "Create task service error.", 500);
+}
+
 // Streams the UpdateFile part into the component's staging file.
 bool stage_image(multipart_reader& reader, const staged_component& component) {
     if (!next_part_is(reader, "UpdateFile"))
@@ -112,10 +118,10 @@ void record_staged_version(const staged_component& component) {
 // cancelling drops it, and the firmware-update lock held without a process.
 [[noreturn]] void stage_for_reset() {
     const std::optional<TaskInfo> task = create_task("BIOS Update", "BiosUpdate");
-    const std::string pending =
-        "[PendingTask]\nTaskId=" + std::to_string(task ? task->id : 0) + "\n";
+    if (!task) throw_no_task();
+    const std::string pending = "[PendingTask]\nTaskId=" + std::to_string(task->id) + "\n";
     platform::staged_files markers;
-    if (!task || TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0 ||
+    if (TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0 ||
         !markers.stage(platform::bmc_path("/nv/pending_task.ini"), pending, 0600) ||
         !markers.stage(platform::bmc_path("/nv/OnReset_Update"), "", 0600) || !markers.commit() ||
         set_fw_updating_lock_holder(0) != 0)
@@ -127,7 +133,8 @@ void record_staged_version(const staged_component& component) {
 // the lock free meanwhile.
 void stage_for_start_request(const staged_component& component) {
     const std::optional<TaskInfo> task = create_task(component.task_name, "HttpPushUri");
-    if (!task || TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0 ||
+    if (!task) throw_no_task();
+    if (TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0 ||
         !store_waiting_push({task->id, component.device}))
         throw_not_staged("", "Upload file error.");
     release_fw_updating_lock();
@@ -137,10 +144,10 @@ void stage_for_start_request(const staged_component& component) {
 // Flashes the staged image in a task.
 void start_flash(const staged_component& component) {
     const std::optional<TaskInfo> task = create_task(component.task_name, "HttpPushUri");
-    if (!task) throw_not_staged("", "Create task service error.");
+    if (!task) throw_no_task();
     if (!start_staged_flash(task->id, component, http_push_uri)) {
         TaskServiceUpdateTaskState(task->id, TASK_STATE_EXCEPTION);
-        throw_not_staged("", "Create task service error.");
+        throw_no_task();
     }
     answer_accepted(*task);
 }
