@@ -3,6 +3,7 @@
 // {"time":<seconds>,"code":<int>,"argument":<int>,"text":"..."}.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,8 @@ std::string event_log_file();
 
 // The well-formed records, oldest first; empty when there is no log.
 std::vector<event_record> read_event_log();
+// Visits them one by one until visit returns false.
+void for_each_event(const std::function<bool(const event_record&)>& visit);
 
 // Empties the log; false when it cannot be written.
 bool clear_event_log();

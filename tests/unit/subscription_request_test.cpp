@@ -84,3 +84,22 @@ TEST(SubscriptionRequest, EveryBadMemberIsReportedInOnePass) {
     EXPECT_EQ(read(too_long.c_str(), false, entry),
               std::vector<std::string>{"Base.1.10.PropertyValueFormatError"});
 }
+
+TEST(SubscriptionRequest, TrapPortsOutsideOneTo65535AreRefused) {
+    auto answer = [](const std::string& destination) {
+        St_AlertDest entry{};
+        const std::string body = R"({"Destination":")" + destination +
+                                 R"(","Protocol":"SNMPv2c","SNMP":{"TrapCommunity":"public"}})";
+        return read(body.c_str(), true, entry);
+    };
+    const std::vector<std::string> out_of_range{"Base.1.10.PropertyValueOutOfRange"};
+    const std::vector<std::string> malformed{"Base.1.10.PropertyValueFormatError"};
+    for (const char* destination :
+         {"127.0.0.1:99999", "127.0.0.1:0", "127.0.0.1:65536", "udp:host:70000", "[::1]:99999"})
+        EXPECT_EQ(answer(destination), out_of_range) << destination;
+    for (const char* destination : {"127.0.0.1:", "127.0.0.1:16x", "127.0.0.1:-1", "[::1]:"})
+        EXPECT_EQ(answer(destination), malformed) << destination;
+    for (const char* destination :
+         {"127.0.0.1", "127.0.0.1:1", "127.0.0.1:65535", "udp:127.0.0.1:162", "[::1]:1162", "::1"})
+        EXPECT_TRUE(answer(destination).empty()) << destination;
+}
