@@ -94,12 +94,13 @@ TEST(SubscriptionRequest, TrapPortsOutsideOneTo65535AreRefused) {
     };
     const std::vector<std::string> out_of_range{"Base.1.10.PropertyValueOutOfRange"};
     const std::vector<std::string> malformed{"Base.1.10.PropertyValueFormatError"};
-    for (const char* destination :
-         {"127.0.0.1:99999", "127.0.0.1:0", "127.0.0.1:65536", "udp:host:70000", "[::1]:99999"})
+    for (const char* destination : {"192.0.2.1:99999", "192.0.2.1:0", "192.0.2.1:65536",
+                                    "udp:host:70000", "[2001:db8::1]:99999"})
         EXPECT_EQ(answer(destination), out_of_range) << destination;
-    for (const char* destination : {"127.0.0.1:", "127.0.0.1:16x", "127.0.0.1:-1", "[::1]:"})
-        EXPECT_EQ(answer(destination), malformed) << destination;
     for (const char* destination :
-         {"127.0.0.1", "127.0.0.1:1", "127.0.0.1:65535", "udp:127.0.0.1:162", "[::1]:1162", "::1"})
+         {"192.0.2.1:", "192.0.2.1:16x", "192.0.2.1:-1", "[2001:db8::1]:"})
+        EXPECT_EQ(answer(destination), malformed) << destination;
+    for (const char* destination : {"192.0.2.1", "192.0.2.1:1", "192.0.2.1:65535",
+                                    "udp:192.0.2.1:162", "[2001:db8::1]:1162", "2001:db8::1"})
         EXPECT_TRUE(answer(destination).empty()) << destination;
 }
