@@ -59,17 +59,42 @@ int PSCommit(void);
 int UtilGetPasswordComplexity(void);
 int UtilPasswordCheck(const char* password);
 
-// Lockout, by the policy of /nv/redfish/accountservice.ini.
-int isUserLocked(int slot);
-// The slot's counted bad passwords after adding one; negative on failure
-// and for a slot without a user, which takes as long.
-int AddBadPwdRecords(int slot);
-int ClearBadPwdRecords(int slot);
-int UnlockUser(int slot);
-int LoadUserLockFromFile(void);
+// Bad-password records, kept per subject: the platform stores them; what
+// they mean (when a subject is locked, and for how long) is the caller's
+// policy. A subject is a text of 1 to MAX_BAD_PWD_SUBJECT_LEN printable
+// bytes; those of a user's slot begin "slot:<slot>:". At most
+// MAX_BAD_PWD_SUBJECTS are kept: a new one pushes out the one changed
+// longest ago, subjects of slots last. Times are lx_time_get() seconds.
+enum {
+    MAX_BAD_PWD_SUBJECTS = 256,
+    MAX_BAD_PWD_SUBJECT_LEN = 127,
+    MAX_BAD_PWD_TIMES = 16,  // the most recent failures of a subject kept
+};
 
-// Host interface: whether this request came over it, and whether the host
-// firmware's credential matches.
+struct St_BadPwdRecord {
+    int32_t failures;   // made at counted_since or later
+    int64_t locked_at;  // 0 when not locked
+};
+
+// The subject's record; zeros when there is none. 0, or negative when the
+// records cannot be read.
+int GetBadPwdRecords(const char* subject, int64_t counted_since, St_BadPwdRecord* record);
+// Adds a failure made at now, forgetting those made before counted_since;
+// the failures then held, or negative when they cannot be stored.
+int AddBadPwdRecords(const char* subject, int64_t now, int64_t counted_since);
+// Marks the subject locked from locked_at and forgets its failures; 0 on
+// success.
+int LockBadPwdSubject(const char* subject, int64_t locked_at);
+// Forgets the subject's failures and lock; 0 on success.
+int ClearBadPwdRecords(const char* subject);
+// Forgets every subject of the slot; 0 on success.
+int UnlockUser(int slot);
+
+// Host interface: whether it is enabled, and whether this request came over
+// it (it arrived on one of the interface's own addresses). The host
+// firmware's credential: whether name and password match it, or with a null
+// password whether it exists under that name.
+int UtilGetHostInterfaceEnable(void);
 int UtilIsHostInterface(void);
 int UtilIsExistHostFWUserInfo(const char* name, const char* password);
 

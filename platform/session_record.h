@@ -17,6 +17,7 @@ enum session_source : uint8_t {
     SESSION_SOURCE_LDAP = 1,
     SESSION_SOURCE_AD = 2,
     SESSION_SOURCE_RADIUS = 3,
+    SESSION_SOURCE_HOST_INTERFACE = 4,  // the host firmware's credential
 };
 
 struct St_RedfishSession {

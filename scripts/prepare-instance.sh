@@ -12,6 +12,9 @@ build=$(cd "$build" && pwd)
 mkdir -p "$root/tmp/web/bin" "$root/tmp/www" "$root/nv/redfish" "$root/run" "$root/log" \
          "$root/etc/ssl"
 ln -sfn "$build/service/index.fcgi" "$root/tmp/web/bin/index.fcgi"
+# Session records are named by their tokens: only the user that runs the
+# web server and the service may list the BMC's /tmp.
+chmod 700 "$root/tmp"
 # The simulated BMC's flash program, and the service's programs for alert
 # delivery and image downloads, where the service runs them.
 mkdir -p "$root/usr/sbin"

@@ -19,6 +19,7 @@ account_policy read_account_policy() {
         "AccountService.AccountLockoutCounterResetAfter", defaults.counter_reset_after);
     policy.failure_logging_threshold = settings.get<long>(
         "AccountService.AuthFailureLoggingThreshold", defaults.failure_logging_threshold);
+    policy.lockout_enabled = settings.get<long>("AccountService.AccountLockoutEnabled", 1) != 0;
     return policy;
 }
 

@@ -1,6 +1,6 @@
 // The local accounts' policy: the lockout settings kept in
-// /nv/redfish/accountservice.ini, section [AccountService], which the
-// platform's lockout functions read as well, and the fixed password limits.
+// /nv/redfish/accountservice.ini, section [AccountService], and the fixed
+// password limits.
 #pragma once
 
 #include "framework/ini_settings.h"
@@ -20,6 +20,7 @@ struct account_policy {
     long lockout_duration = 60;          // seconds locked
     long counter_reset_after = 60;       // seconds a bad password counts
     long failure_logging_threshold = 3;  // every so many bad passwords of a user are logged
+    bool lockout_enabled = true;         // AccountLockoutEnabled, which follows the threshold
 };
 
 // The stored policy; defaults for what the file does not hold.

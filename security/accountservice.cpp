@@ -81,7 +81,7 @@ struct account_service_patch {
         bool staged = hold.held() && (!policy_changed || stage_account_policy(policy, batch));
         for (const external_account_provider* provider : {&ldap, &active_directory})
             staged = staged && (!provider->requested() || provider->stage(batch));
-        return staged && batch.commit() && (!policy_changed || LoadUserLockFromFile() == 0);
+        return staged && batch.commit();
     }
 };
 

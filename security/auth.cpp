@@ -9,12 +9,12 @@
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "security/basic_credentials.h"
+#include "security/failure_log.h"
 #include "security/session_store.h"
 
 namespace odata::redfish {
 namespace {
 
-constexpr int event_failed_login = 137;
 constexpr int max_authorization_length = 128;
 constexpr size_t client_ip_length = 61;
 constexpr size_t max_interface_user_name = 256;
@@ -88,7 +88,7 @@ namespace {
 // A local user's session belongs to the slot's account as it is now.
 std::optional<session_owner> owner_of(const auth& login) {
     if (login.matched.slot < 0)
-        return session_owner{login.user_name, login.privilege, login.matched.source, -1, 0};
+        return session_owner{login.matched.name, login.privilege, login.matched.source, -1, 0};
     return local_owner(login.matched.slot, login.matched.source);
 }
 
@@ -96,8 +96,11 @@ std::optional<session_owner> owner_of(const auth& login) {
 
 int token_auth::open_session(request_context& context) {
     std::optional<session_owner> owner = owner_of(*this);
+    session_refusal refusal = session_refusal::table_full;
     std::optional<opened_session> session =
-        owner ? odata::redfish::open_session(*owner) : std::nullopt;
+        owner ? odata::redfish::open_session(*owner, &refusal) : std::nullopt;
+    if (!session && refusal == session_refusal::share_used)
+        throw_http_error(503, "Base.1.10.SessionLimitExceeded");
     if (!session) {
         write_status_line(404);
         throw exception("");
@@ -142,7 +145,10 @@ bool authenticate(request_context& context, auth& authenticator) {
         }
         if (authenticator.matched.result == credential_check::accepted) {
             authenticator.privilege = authenticator.matched.privilege;
-            context.user_name = authenticator.user_name;
+            // From here on the caller is the account as stored, not the
+            // alias that was typed.
+            context.user_name = authenticator.matched.name;
+            record_caller(address, context.user_name);
             context.privilege = authenticator.privilege;
             context.account_slot = authenticator.matched.slot;
             InterfaceInfo->privilege = static_cast<uint8_t>(authenticator.privilege);
@@ -151,7 +157,7 @@ bool authenticate(request_context& context, auth& authenticator) {
         }
     }
     if (authenticator.is_login && authenticator.matched.log_failure)
-        LibSaveSysEvtLog(event_failed_login, 0, "/redfish/v1/SessionService/Sessions/");
+        log_failed_authentication("/redfish/v1/SessionService/Sessions/");
     authenticator.refuse(context);
     return false;
 }

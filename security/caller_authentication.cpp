@@ -8,12 +8,11 @@
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "security/auth.h"
+#include "security/failure_log.h"
 #include "security/session_store.h"
 
 namespace odata::redfish {
 namespace {
-
-constexpr int event_failed_login = 137;
 
 bool accept_token(request_context& context) {
     char token[SESSION_TOKEN_LEN + 2] = {};
@@ -36,8 +35,7 @@ bool accept_token(request_context& context) {
     GetClientIP(address, sizeof address);
     std::strcpy(InterfaceInfo->user_name, "NoAuth");
     const auth* tried = context.authenticator.get();
-    if (!tried || tried->matched.log_failure)
-        LibSaveSysEvtLog(event_failed_login, 0, context.uri.c_str());
+    if (!tried || tried->matched.log_failure) log_failed_authentication(context.uri);
     result_record result = general_error();
     add_message(result, "Base.1.10.ResourceAtUriUnauthorized", {context.uri, "unauthorized"});
     exception_http error = http_error(401, result);

@@ -7,7 +7,9 @@
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
+#include "platform/libipmi.h"
 #include "platform/libipmi_users.h"
+#include "security/account_lockout.h"
 #include "security/account_writer.h"
 #include "security/role_resources.h"
 #include "security/roles.h"
@@ -111,7 +113,8 @@ int manageraccount::get(request_context&) {
     set("Password", boost::json::value(nullptr));
     set("RoleId", account_role ? account_role->id : "NoAccess");
     set("Enabled", account.enabled);
-    set("Locked", isUserLocked(account.slot) != 0);
+    // The reserved administrator is locked per address: as the caller sees it.
+    set("Locked", account_locked(account.slot, InterfaceInfo->client_ip));
     set("AccountTypes", account_types(snmp));
     boost::json::object links;
     if (account_role) links["Role"] = link(role_uri(account_role->id));

@@ -1,5 +1,5 @@
-// The local account a session belongs to, re-read on every use: a session
-// lives only while its account does, under the same name and enabled.
+// The account a session belongs to, re-read on every use: a session lives
+// only while its account does, under the same name and enabled.
 #pragma once
 
 #include <cstdint>
@@ -27,8 +27,12 @@ std::string session_user_name(const St_RedfishSession& record);
 
 // Brings the record's privilege up to its account's role; false when the
 // account is gone, disabled, renamed or replaced by a new user of the slot.
-// Sessions of other users (directory services, the host firmware) keep
-// what they were given at login.
+// Sessions of other users keep what they were given at login while their
+// directory service stays enabled, or for the host firmware's, while the
+// host interface is on and the credential of that name exists.
 bool follow_account(St_RedfishSession& record);
+
+// The host firmware's sessions serve only requests over the host interface.
+bool usable_over_this_channel(const St_RedfishSession& record);
 
 }  // namespace odata::redfish

@@ -17,6 +17,7 @@
 #include "base/file_watch.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
+#include "security/roles.h"
 #include "security/session_settings.h"
 
 namespace odata::redfish {
@@ -37,8 +38,7 @@ constexpr int event_logout = 147;
 // Holds the fcntl lock on /tmp/redfish.lock for its lifetime.
 class store_lock {
 public:
-    store_lock()
-        : fd_(open(platform::bmc_path("/tmp/redfish.lock").c_str(), O_RDWR | O_CREAT, 0600)) {
+    store_lock() : fd_(open_lock_file()) {
         struct flock whole {};
         whole.l_type = F_WRLCK;
         whole.l_whence = SEEK_SET;
@@ -52,6 +52,14 @@ public:
     store_lock& operator=(const store_lock&) = delete;
 
 private:
+    // A store whose directory is missing yet is made, not left unlocked.
+    static int open_lock_file() {
+        const std::string path = platform::bmc_path("/tmp/redfish.lock");
+        std::error_code ignored;
+        std::filesystem::create_directories(platform::bmc_path("/tmp"), ignored);
+        return open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    }
+
     int fd_;
 };
 
@@ -199,7 +207,7 @@ record_check check_record(std::optional<St_RedfishSession>& record, const std::s
     if (!record || CRYPTO_memcmp(record->token, token.data(), SESSION_TOKEN_LEN) != 0)
         return record_check::unknown;
     if (expired(*record, now, timeout) || !follow_account(*record)) return record_check::ended;
-    return record_check::usable;
+    return usable_over_this_channel(*record) ? record_check::usable : record_check::unknown;
 }
 
 // Removes the temporary records and scratch directories that a killed
@@ -250,6 +258,8 @@ bool make_scratch_directory(int id) {
     const fs::path directory = scratch_directory(id);
     remove_directory(directory);
     fs::create_directories(directory, error);
+    // Only the web server's and the service's user looks into it.
+    if (!error) fs::permissions(directory, fs::perms::owner_all, error);
     if (error) return false;
     fs::create_symlink(platform::bmc_path("/tmp/web/bin/index.fcgi"), directory / "index.fcgi",
                        error);
@@ -292,11 +302,29 @@ bool create_locked(const St_RedfishSession& record) {
     return false;
 }
 
+bool configures_manager(int level) {
+    const role_definition* role = role_of_level(level);
+    return role && (role->privileges & privilege_configure_manager) != 0;
+}
+
+// Whether a new session of this privilege level would take one of the
+// places kept for those who may configure the manager.
+bool share_used(int level) {
+    if (configures_manager(level)) return false;
+    const std::vector<St_RedfishSession> records = all_records();
+    return std::count_if(records.begin(), records.end(), [](const St_RedfishSession& record) {
+               return !configures_manager(record.privilege);
+           }) >= max_sessions_without_configure_manager;
+}
+
 }  // namespace
 
 std::string session_uri(int id) { return sessions_uri + std::to_string(id); }
 
-std::optional<opened_session> open_session(const session_owner& owner) {
+std::optional<opened_session> open_session(const session_owner& owner, session_refusal* refusal) {
+    session_refusal ignored;
+    session_refusal& why = refusal ? *refusal : ignored;
+    why = session_refusal::table_full;
     if (owner.user_name.size() > sizeof St_RedfishSession::user_name) return std::nullopt;
     const long timeout = sessionserviceconfig::session_timeout();
     St_RedfishSession record{};
@@ -306,6 +334,10 @@ std::optional<opened_session> open_session(const session_owner& owner) {
         int id = 1;
         while (id <= max_sessions && fs::exists(session_directory(id))) ++id;
         if (id > max_sessions) return std::nullopt;
+        if (share_used(owner.privilege)) {
+            why = session_refusal::share_used;
+            return std::nullopt;
+        }
         record = new_record(owner, id);
         if (!create_locked(record)) return std::nullopt;
     }

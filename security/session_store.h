@@ -13,6 +13,9 @@
 namespace odata::redfish {
 
 constexpr int max_sessions = 16;
+// Sessions of accounts that may not configure the manager hold at most so
+// many together, so that administrators always find room.
+constexpr int max_sessions_without_configure_manager = 12;
 
 struct opened_session {
     int id;
@@ -20,9 +23,13 @@ struct opened_session {
     std::string uri;
 };
 
-// Opens a session for an authenticated user; none when all ids are taken.
-// The session exists from the one rename that puts its directory in place.
-std::optional<opened_session> open_session(const session_owner& owner);
+enum class session_refusal { table_full, share_used };
+
+// Opens a session for an authenticated user; none when all ids are taken or
+// the owner's share is used up (refusal says which). The session exists
+// from the one rename that puts its directory in place.
+std::optional<opened_session> open_session(const session_owner& owner,
+                                           session_refusal* refusal = nullptr);
 
 // The record of a valid token, with its account's current privilege;
 // refreshes its last use. A session that has expired or whose account is

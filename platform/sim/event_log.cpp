@@ -88,19 +88,15 @@ bool parse_record(std::string_view line, platform::event_record& record) {
     return true;
 }
 
-}  // namespace
-
-namespace platform {
-
-std::string event_log_file() { return bmc_path("/var/log/bmc_events.jsonl"); }
-
-// Read in pieces, so that a long log never sits in memory whole.
-void for_each_event(const std::function<bool(const event_record&)>& visit) {
-    const std::string path = event_log_file();
-    note_input_file(path);
-    sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!fd.valid()) return;
-    sim::file_lock lock(fd.get(), LOCK_SH);
+// Visits the well-formed records of one part of the log, read in pieces so
+// that a long log never sits in memory whole; false once visit has said
+// to stop.
+bool visit_records(const std::string& path,
+                   const std::function<bool(const platform::event_record&)>& visit) {
+    platform::note_input_file(path);
+    platform::sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!fd.valid()) return true;
+    platform::sim::file_lock lock(fd.get(), LOCK_SH);
     std::string pending;
     char piece[16384];
     for (;;) {
@@ -111,15 +107,27 @@ void for_each_event(const std::function<bool(const event_record&)>& visit) {
         std::size_t start = 0;
         for (std::size_t end; (end = pending.find('\n', start)) != std::string::npos;
              start = end + 1) {
-            event_record record;
+            platform::event_record record;
             if (parse_record(std::string_view(pending).substr(start, end - start), record) &&
                 !visit(record))
-                return;
+                return false;
         }
         pending.erase(0, start);
     }
-    event_record record;
-    if (!pending.empty() && parse_record(pending, record)) visit(record);
+    platform::event_record record;
+    return pending.empty() || !parse_record(pending, record) || visit(record);
+}
+
+}  // namespace
+
+namespace platform {
+
+std::string event_log_file() { return bmc_path("/var/log/bmc_events.jsonl"); }
+
+std::string older_event_log_file() { return event_log_file() + ".1"; }
+
+void for_each_event(const std::function<bool(const event_record&)>& visit) {
+    if (visit_records(older_event_log_file(), visit)) visit_records(event_log_file(), visit);
 }
 
 std::vector<event_record> read_event_log() {
@@ -139,12 +147,40 @@ bool clear_event_log() {
     sim::unique_fd fd(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
     if (!fd.valid()) return false;
     sim::file_lock lock(fd.get(), LOCK_EX);
-    return lock.locked() && ::ftruncate(fd.get(), 0) == 0;
+    return lock.locked() && ::ftruncate(fd.get(), 0) == 0 &&
+           (::unlink(older_event_log_file().c_str()) == 0 || errno == ENOENT);
 }
 
 }  // namespace platform
 
 namespace {
+
+// Whether fd is still the file at path: a rotation may have renamed it
+// between the open and the lock.
+bool still_at(int fd, const std::string& path) {
+    struct stat opened, named;
+    return ::fstat(fd, &opened) == 0 && ::stat(path.c_str(), &named) == 0 &&
+           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+// A line that does not fit moves the log to its older part (replacing
+// that), and the line starts a new one.
+enum class append_outcome { written, rotated, failed };
+
+append_outcome append_to_open_log(int fd, const std::string& path, const std::string& line) {
+    struct stat before;
+    if (!still_at(fd, path)) return append_outcome::rotated;
+    if (::fstat(fd, &before) != 0) return append_outcome::failed;
+    if (before.st_size > 0 &&
+        static_cast<std::size_t>(before.st_size) + line.size() > platform::max_event_log_bytes)
+        return ::rename(path.c_str(), platform::older_event_log_file().c_str()) == 0
+                   ? append_outcome::rotated
+                   : append_outcome::failed;
+    if (platform::sim::write_all(fd, line.data(), line.size())) return append_outcome::written;
+    if (::ftruncate(fd, before.st_size) != 0)
+        console_log("[ERROR] LibSaveSysEvtLog: %s: partial line left\n", path.c_str());
+    return append_outcome::failed;
+}
 
 // One whole line appended under the log's lock, so that lines of concurrent
 // processes never mix; a failed write is cut off again so that it cannot
@@ -152,16 +188,16 @@ namespace {
 bool append_event_line(int event_code, int argument, const char* text) {
     std::string path = platform::event_log_file();
     if (!platform::sim::make_parent_dirs(path)) return false;
-    platform::sim::unique_fd fd(
-        ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644));
-    if (!fd.valid()) return false;
-    platform::sim::file_lock lock(fd.get(), LOCK_EX);
-    struct stat before;
-    if (!lock.locked() || ::fstat(fd.get(), &before) != 0) return false;
-    std::string line = event_line(event_code, argument, text);
-    if (platform::sim::write_all(fd.get(), line.data(), line.size())) return true;
-    if (::ftruncate(fd.get(), before.st_size) != 0)
-        console_log("[ERROR] LibSaveSysEvtLog: %s: partial line left\n", path.c_str());
+    const std::string line = event_line(event_code, argument, text);
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        platform::sim::unique_fd fd(
+            ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644));
+        if (!fd.valid()) return false;
+        platform::sim::file_lock lock(fd.get(), LOCK_EX);
+        if (!lock.locked()) return false;
+        const append_outcome outcome = append_to_open_log(fd.get(), path, line);
+        if (outcome != append_outcome::rotated) return outcome == append_outcome::written;
+    }
     return false;
 }
 

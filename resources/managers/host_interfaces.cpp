@@ -29,7 +29,7 @@ hostinterface::hostinterface(request_context& context)
               "Host Interface", interface_uri) {}
 
 int hostinterface::get(request_context&) {
-    const bool enabled = UtilIsHostInterface() != 0;
+    const bool enabled = UtilGetHostInterfaceEnable() != 0;
     set_common_properties();
     set("Description", "Redfish host interface of the BMC");
     set("HostInterfaceType", "NetworkHostInterface");

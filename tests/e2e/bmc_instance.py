@@ -44,7 +44,8 @@ class BmcInstance:
     admin_password = ADMIN_PASSWORD
 
     def __init__(self, processes=2, open_service_root=False, check_reused_responses=True,
-                 https_only=False, kill_at=None, state_size=None, allow_local_destinations=True):
+                 https_only=False, kill_at=None, state_size=None, allow_local_destinations=True,
+                 also_listen_on=(), before_start=None):
         self.directory = tempfile.TemporaryDirectory(prefix="bmc-e2e-")
         self.root = self.directory.name
         # A small file system of the instance's own, which a test can fill
@@ -71,6 +72,13 @@ class BmcInstance:
         # The tests' receivers and image servers listen on loopback.
         if allow_local_destinations:
             self.write_setting("outbound.ini", "[Destinations]\nAllowLocal=1\n")
+        # Other loopback addresses on the same port, such as the host
+        # interface's own address.
+        with open(os.path.join(self.root, "etc", "lighttpd.conf"), "a") as config:
+            for address in also_listen_on:
+                config.write(f'$SERVER["socket"] == "{address}:{self.port}" {{ }}\n')
+        if before_start:
+            before_start(self)
         # The service processes' diagnostics go where lighttpd's standard
         # error goes: the instance's error log, as with make run.
         # Every reused GET answer is also built afresh and compared (stop()
@@ -91,8 +99,8 @@ class BmcInstance:
     def _wait_until_listening(self):
         wait_until_listening(self.server, self.port, self.error_log)
 
-    def url(self, path):
-        return self.base + path
+    def url(self, path, address="127.0.0.1"):
+        return f"http://{address}:{self.port}{path}"
 
     def write_setting(self, name, text):
         with open(os.path.join(self.root, "nv", "redfish", name), "w") as settings:

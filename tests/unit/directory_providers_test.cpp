@@ -146,17 +146,32 @@ TEST_F(Directory, TheHostInterfaceIsOffAndHasNoCredentialByDefault) {
     EXPECT_EQ(UtilIsHostInterface(), 0);
     EXPECT_EQ(UtilIsExistHostFWUserInfo("host", "Host-Pass1"), 0);
     ASSERT_TRUE(platform::set_host_interface(true));
+    EXPECT_EQ(UtilGetHostInterfaceEnable(), 1);
+    // A request counts as coming over it by the address it arrived on.
+    setenv("SERVER_ADDR", "127.0.0.2", 1);
+    EXPECT_EQ(UtilIsHostInterface(), 0);
+    ASSERT_TRUE(platform::set_host_interface_addresses({"127.0.0.3", "127.0.0.2"}));
     EXPECT_EQ(UtilIsHostInterface(), 1);
+    setenv("SERVER_ADDR", "127.0.0.1", 1);
+    EXPECT_EQ(UtilIsHostInterface(), 0);
+    unsetenv("SERVER_ADDR");
+    EXPECT_EQ(UtilIsHostInterface(), 0);
+    EXPECT_FALSE(platform::set_host_interface_addresses({"127.0.0.2 127.0.0.3"}));
+    EXPECT_FALSE(platform::set_host_interface_addresses({"x; rm"}));
     ASSERT_TRUE(platform::set_host_firmware_credential("host", "Host-Pass1"));
     EXPECT_EQ(UtilIsExistHostFWUserInfo("host", "Host-Pass1"), 1);
+    EXPECT_EQ(UtilIsExistHostFWUserInfo("host", nullptr), 1);
+    EXPECT_EQ(UtilIsExistHostFWUserInfo("other", nullptr), 0);
     EXPECT_EQ(UtilIsExistHostFWUserInfo("host", "Host-Pass2"), 0);
     EXPECT_EQ(UtilIsExistHostFWUserInfo("hos", "Host-Pass1"), 0);
     EXPECT_EQ(UtilIsExistHostFWUserInfo(nullptr, nullptr), 0);
     EXPECT_EQ(file_text(platform::sim_settings_file()).find("Host-Pass1"), std::string::npos);
     ASSERT_TRUE(platform::set_host_firmware_credential("", ""));
     EXPECT_EQ(UtilIsExistHostFWUserInfo("host", "Host-Pass1"), 0);
+    setenv("SERVER_ADDR", "127.0.0.2", 1);
     ASSERT_TRUE(platform::set_host_interface(false));
     EXPECT_EQ(UtilIsHostInterface(), 0);
+    unsetenv("SERVER_ADDR");
 }
 
 // ---------------------------------------------------------------- lockdown

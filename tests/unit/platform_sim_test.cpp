@@ -402,7 +402,7 @@ TEST_F(EventLog, RecordsReadBackAsWrittenOneLineEach) {
 TEST_F(EventLog, ConcurrentWritersNeverInterleave) {
     constexpr int children = 6;
     constexpr int per_child = 40;
-    const std::string padding(3000, 'p');
+    const std::string padding(900, 'p');  // all of it fits the log
     std::vector<pid_t> pids;
     for (int child = 0; child < children; ++child)
         pids.push_back(start_child([&, child] {
@@ -424,6 +424,25 @@ TEST_F(EventLog, ConcurrentWritersNeverInterleave) {
         EXPECT_EQ(record.text, std::to_string(record.code) + ":" + std::to_string(record.argument) +
                                    ":" + padding);
     }
+}
+
+TEST_F(EventLog, AFloodKeepsTheNewestLinesWithinTheBound) {
+    const std::string padding(4000, 'f');
+    const int lines = static_cast<int>(3 * platform::max_event_log_bytes / padding.size());
+    for (int n = 0; n < lines; ++n) ASSERT_EQ(LibSaveSysEvtLog(137, n, padding.c_str()), 0);
+    struct stat current {
+    }, older{};
+    ASSERT_EQ(stat(platform::event_log_file().c_str(), &current), 0);
+    ASSERT_EQ(stat(platform::older_event_log_file().c_str(), &older), 0);
+    EXPECT_LE(static_cast<std::size_t>(current.st_size), platform::max_event_log_bytes);
+    EXPECT_LE(static_cast<std::size_t>(older.st_size), platform::max_event_log_bytes);
+    auto records = platform::read_event_log();
+    ASSERT_GT(records.size(), platform::max_event_log_bytes / padding.size());
+    EXPECT_EQ(records.back().argument, lines - 1);  // the newest, in order
+    for (std::size_t at = 1; at < records.size(); ++at)
+        EXPECT_EQ(records[at].argument, records[at - 1].argument + 1);
+    ASSERT_TRUE(platform::clear_event_log());
+    EXPECT_TRUE(platform::read_event_log().empty());
 }
 
 TEST_F(EventLog, ClearEmptiesTheLogAndAppendingGoesOn) {

@@ -11,6 +11,8 @@
 
 #include "platform/libipmi.h"
 #include "platform/libipmi_users.h"
+#include "platform/sim/directory_providers.h"
+#include "platform/sim/host_interface.h"
 #include "platform/sim/user_table.h"
 #include "security/session_store.h"
 #include "sim_root_fixture.h"
@@ -29,9 +31,12 @@ protected:
         setenv("REMOTE_ADDR", "127.0.0.9", 1);
         sim_testing::write_text(path("/nv/redfish/sessionservice.ini"),
                                 "[SessionService]\nSessionTimeout=30\n");
+        ASSERT_TRUE(
+            platform::set_directory_provider_enabled(platform::directory_provider::ldap, true));
     }
     void TearDown() override {
         unsetenv("REMOTE_ADDR");
+        unsetenv("SERVER_ADDR");
         GlobalParaFin();
         sim_root::TearDown();
     }
@@ -55,8 +60,8 @@ protected:
         return session.value_or(opened_session{0, "", ""});
     }
 
-    opened_session open_for_directory_user() {
-        return open_session({"ldapuser", PRIV_OPERATOR, SESSION_SOURCE_LDAP, -1, 0}).value();
+    opened_session open_for_directory_user(int level = PRIV_ADMINISTRATOR) {
+        return open_session({"ldapuser", level, SESSION_SOURCE_LDAP, -1, 0}).value();
     }
 
     std::string record_file(const std::string& token) { return path("/tmp/redfish_" + token); }
@@ -84,7 +89,10 @@ protected:
 
 TEST_F(SessionStore, SixteenAtOnceAndALogoutFreesTheLowestId) {
     for (int id = 1; id <= max_sessions; ++id) EXPECT_EQ(open_for_directory_user().id, id);
-    EXPECT_FALSE(open_session({"ldapuser", PRIV_OPERATOR, SESSION_SOURCE_LDAP, -1, 0}));
+    session_refusal refusal = session_refusal::share_used;
+    EXPECT_FALSE(
+        open_session({"ldapuser", PRIV_ADMINISTRATOR, SESSION_SOURCE_LDAP, -1, 0}, &refusal));
+    EXPECT_EQ(refusal, session_refusal::table_full);
     EXPECT_TRUE(remove_session(5));
     EXPECT_FALSE(remove_session(5));
     EXPECT_EQ(open_for_directory_user().id, 5);
@@ -97,6 +105,10 @@ TEST_F(SessionStore, RecordsArePrivateAndServedDirectoriesLinkTheService) {
     ASSERT_EQ(stat(record_file(session.token).c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0600u);
     EXPECT_EQ(status.st_size, SESSION_RECORD_SIZE);
+    ASSERT_EQ(stat(directory(session.id).c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0700u);
+    ASSERT_EQ(stat(path("/tmp/redfish.lock").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0600u);
     EXPECT_TRUE(fs::is_symlink(directory(session.id) / "index.fcgi"));
     EXPECT_EQ(session.uri, "/redfish/v1/SessionService/Sessions/1");
 }
@@ -173,6 +185,53 @@ TEST_F(SessionStore, RemovingAnAccountsSessionsKeepsTheNamedOne) {
     expect_gone(first);
     EXPECT_TRUE(validate_token(second.token));
     EXPECT_TRUE(validate_token(other.token));
+}
+
+TEST_F(SessionStore, AccountsThatCannotConfigureTheManagerLeaveRoomForAdministrators) {
+    for (int id = 1; id <= max_sessions_without_configure_manager; ++id)
+        EXPECT_EQ(open_for_directory_user(id % 2 ? PRIV_USER : PRIV_OPERATOR).id, id);
+    for (int level : {PRIV_USER, PRIV_OPERATOR}) {
+        session_refusal refusal = session_refusal::table_full;
+        EXPECT_FALSE(open_session({"ldapuser", level, SESSION_SOURCE_LDAP, -1, 0}, &refusal));
+        EXPECT_EQ(refusal, session_refusal::share_used);
+    }
+    for (int id = max_sessions_without_configure_manager + 1; id <= max_sessions; ++id)
+        EXPECT_EQ(open_for_directory_user().id, id);
+    EXPECT_TRUE(remove_session(1));
+    EXPECT_EQ(open_for_directory_user(PRIV_USER).id, 1);
+}
+
+TEST_F(SessionStore, OutsideUsersSessionsEndWithWhatLetThemIn) {
+    const opened_session directory_user = open_for_directory_user();
+    ASSERT_TRUE(
+        platform::set_directory_provider_enabled(platform::directory_provider::ldap, false));
+    expect_gone(directory_user);
+
+    ASSERT_TRUE(platform::set_host_interface(true));
+    ASSERT_TRUE(platform::set_host_interface_addresses({"127.0.0.2"}));
+    ASSERT_TRUE(platform::set_host_firmware_credential("hostfw", "HostFw#Pass1"));
+    setenv("SERVER_ADDR", "127.0.0.2", 1);
+    const session_owner firmware{"hostfw", PRIV_ADMINISTRATOR, SESSION_SOURCE_HOST_INTERFACE, -1,
+                                 0};
+    const opened_session cleared = open_session(firmware).value();
+    EXPECT_TRUE(validate_token(cleared.token));
+    setenv("SERVER_ADDR", "127.0.0.1", 1);  // the same token from the network
+    EXPECT_FALSE(validate_token(cleared.token));
+    EXPECT_TRUE(fs::exists(record_file(cleared.token)));
+    setenv("SERVER_ADDR", "127.0.0.2", 1);
+    EXPECT_TRUE(validate_token(cleared.token));
+    ASSERT_TRUE(platform::set_host_firmware_credential("", ""));
+    expect_gone(cleared);
+
+    ASSERT_TRUE(platform::set_host_firmware_credential("hostfw", "HostFw#Pass1"));
+    const opened_session switched_off = open_session(firmware).value();
+    ASSERT_TRUE(platform::set_host_interface(false));
+    remove_expired_sessions();
+    expect_gone(switched_off);
+    // A session of no local account that no provider stands for.
+    const opened_session nobodys =
+        open_session({"ghost", PRIV_ADMINISTRATOR, SESSION_SOURCE_LOCAL, -1, 0}).value();
+    expect_gone(nobodys);
 }
 
 }  // namespace

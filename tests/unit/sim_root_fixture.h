@@ -15,7 +15,6 @@
 
 #include "base/bmc_root.h"
 #include "platform/libipmi_users.h"
-#include "platform/sim/user_lockout.h"
 
 namespace sim_testing {
 
@@ -71,11 +70,9 @@ protected:
         root_ = pattern;
         platform::set_bmc_root_for_tests(root_);
         fake_now = 1000000;
-        platform::set_lockout_clock_for_tests(fake_clock);
     }
 
     void TearDown() override {
-        platform::set_lockout_clock_for_tests(nullptr);
         platform::set_bmc_root_for_tests(previous_root_);
         std::error_code ignored;
         std::filesystem::remove_all(root_, ignored);

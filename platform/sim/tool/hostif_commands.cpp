@@ -1,5 +1,5 @@
-// bmcsim hostif: whether requests come over the host interface, and the
-// host firmware's credential.
+// bmcsim hostif: the host interface's switch and addresses, and the host
+// firmware's credential.
 #include <ostream>
 
 #include "platform/libipmi_users.h"
@@ -22,8 +22,17 @@ int run_hostif(const area& self, const arguments& words, std::ostream& out, std:
         return written(platform::set_host_interface(command == "on"), err);
     if (command == "show" && words.size() == 1) {
         std::string user = platform::host_firmware_user();
-        out << (UtilIsHostInterface() ? "on" : "off") << '\n'
-            << "firmware user: " << (user.empty() ? "(none)" : user) << '\n';
+        out << (UtilGetHostInterfaceEnable() ? "on" : "off") << '\n' << "addresses:";
+        for (const std::string& address : platform::host_interface_addresses())
+            out << ' ' << address;
+        out << '\n' << "firmware user: " << (user.empty() ? "(none)" : user) << '\n';
+        return exit_ok;
+    }
+    if (command == "address" && words.size() == 2 && words[1] == "clear")
+        return written(platform::set_host_interface_addresses({}), err);
+    if (command == "address" && words.size() >= 2) {
+        if (!platform::set_host_interface_addresses({words.begin() + 1, words.end()}))
+            return usage(self, err);
         return exit_ok;
     }
     if (command == "credential" && words.size() == 2 && words[1] == "clear")
@@ -37,7 +46,9 @@ int run_hostif(const area& self, const arguments& words, std::ostream& out, std:
 
 }  // namespace
 
-const area hostif_area = {"hostif", "on | off | show | credential NAME PASSWORD | credential clear",
+const area hostif_area = {"hostif",
+                          "on | off | show | address ADDRESS... | address clear | "
+                          "credential NAME PASSWORD | credential clear",
                           run_hostif};
 
 }  // namespace bmcsim

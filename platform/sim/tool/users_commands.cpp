@@ -2,9 +2,9 @@
 #include <ostream>
 
 #include "platform/libipmi_users.h"
+#include "platform/sim/bad_password_records.h"
 #include "platform/sim/sim_settings.h"
 #include "platform/sim/tool/areas.h"
-#include "platform/sim/user_lockout.h"
 #include "platform/sim/user_table.h"
 
 namespace bmcsim {
@@ -74,14 +74,13 @@ int change_table(std::ostream& err, Change change) {
 }
 
 int list(std::ostream& out) {
-    out << "SLOT ID NAME LEVEL ROLE ENABLED LOCKED\n";
+    out << "SLOT ID NAME LEVEL ROLE ENABLED\n";
     for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) {
         St_UserInfo info;
         LibSetUserIndex(slot);
         if (LibInitUserInfo(&info) != 0 || info.key == 0) continue;
         out << slot << ' ' << slot + 1 << ' ' << info.name << ' ' << int(info.lan_privilege) << ' '
-            << role_name(info.lan_privilege) << ' ' << (info.enabled ? "yes" : "no") << ' '
-            << (isUserLocked(slot) ? "yes" : "no") << '\n';
+            << role_name(info.lan_privilege) << ' ' << (info.enabled ? "yes" : "no") << '\n';
     }
     return exit_ok;
 }
