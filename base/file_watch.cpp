@@ -68,6 +68,10 @@ std::optional<std::uint64_t> file_watch::watch(const std::vector<std::string>& p
     if (fd_ < 0) return std::nullopt;
     read_events();
     keys.clear();
+    if (last_change_.size() + paths.size() > max_keys) {
+        last_change_.clear();
+        everything_changed_ = ++sequence_;
+    }
     for (const std::string& path : paths) {
         std::optional<std::string> key = watch_key(path);
         if (!key) return std::nullopt;

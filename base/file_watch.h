@@ -3,6 +3,7 @@
 // them (for a missing directory, the nearest one that exists).
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -37,6 +38,13 @@ public:
 
     file_watch(const file_watch&) = delete;
     file_watch& operator=(const file_watch&) = delete;
+
+    // Files tracked at once: the settings and tables a process reads, the
+    // session record of the last token, what its cached answers read.
+    // Session records come and go by the thousand, so past the bound the
+    // tracking starts afresh and every watcher takes its files as changed.
+    static constexpr std::size_t max_keys = 512;
+    std::size_t watched_keys() const { return last_change_.size(); }
 
 private:
     friend class watched_files;

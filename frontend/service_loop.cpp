@@ -6,6 +6,7 @@
 #include <cstring>
 #include <iostream>
 
+#include "frontend/process_memory.h"
 #include "frontend/request_context.h"
 #include "frontend/response_stream.h"
 #include "platform/libipmi.h"
@@ -19,8 +20,9 @@ namespace {
 // Reused for every request.
 FCGX_Request request;
 
-// Binds the standard output and the process environment to one request.
-void serve(FCGX_Request& current, request_server serve_request) {
+// Binds the standard output and the process environment to one request;
+// returns the size of the answer.
+std::streamsize serve(FCGX_Request& current, request_server serve_request) {
     fcgi_streambuf output(current.out);
     fcgi_streambuf input(current.in);
     counting_streambuf counted(&output);
@@ -37,6 +39,7 @@ void serve(FCGX_Request& current, request_server serve_request) {
     std::cout.rdbuf(saved_output);
     environ = saved_environment;
     FCGX_Finish_r(&current);
+    return counted.written();
 }
 
 }  // namespace
@@ -48,6 +51,7 @@ int run_service(request_server serve_request) {
         console_log("FCGX_Init failed: %d", result);
         return 1;
     }
+    limit_heap();
     std::memset(&request, 0, sizeof request);
     result = FCGX_InitRequest(&request, 0, 0);
     if (result != 0) {
@@ -64,7 +68,7 @@ int run_service(request_server serve_request) {
         }
         // The flag is this process's own: a re-initialised block lost it.
         if (GlobalParaCheck() != 0) at_p_St_GlobalVar->fcgi_mode = 1;
-        serve(request, serve_request);
+        return_free_memory(serve(request, serve_request));
         if (stop_requested()) {
             GlobalParaFin();
             return 0;

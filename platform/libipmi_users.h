@@ -25,7 +25,8 @@ struct St_UserInfo {
     uint8_t enabled;
 };
 
-// Cross-process lock of the user table; 0 on success.
+// Cross-process lock of the user table; 0 on success. Changes made under
+// it that were not committed are dropped when it is put.
 int lx_mutex_get(int mutex_id);
 int lx_mutex_put(int mutex_id);
 

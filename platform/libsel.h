@@ -15,7 +15,7 @@ struct St_SelRecord {
 
 // Calls visit for each record, oldest first, until it returns non-zero;
 // returns the number of records visited (a missing log has none), or -1
-// without visit.
+// without visit. Visits hold the log's shared lock: visit must not log.
 int LibVisitSysEvtLog(int (*visit)(const St_SelRecord* record, void* context), void* context);
 
 // Empties the log; 0 on success.

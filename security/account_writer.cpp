@@ -1,5 +1,6 @@
 #include "security/account_writer.h"
 
+#include "frontend/exception_http.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
 #include "security/account_events.h"
@@ -18,13 +19,16 @@ void select_slot(int slot) {
     LibInitUserInfo(&info);
 }
 
-bool write_slot(int slot, const account_changes& changes) {
+account_write write_slot(int slot, const account_changes& changes) {
     select_slot(slot);
-    return (!changes.user_name || UtilSetUserName(slot, changes.user_name->c_str()) == 0) &&
-           (!changes.password || UtilSetUserPassword(slot, changes.password->c_str()) == 0) &&
-           (!changes.privilege || UtilSetLANPriv(slot, *changes.privilege) == 0) &&
-           (!changes.enabled || UtilSetUserEnable(slot, *changes.enabled ? 1 : 0) == 0) &&
-           PSCommit() == 0;
+    const bool accepted =
+        (!changes.user_name || UtilSetUserName(slot, changes.user_name->c_str()) == 0) &&
+        (!changes.password || UtilSetUserPassword(slot, changes.password->c_str()) == 0) &&
+        (!changes.privilege || UtilSetLANPriv(slot, *changes.privilege) == 0) &&
+        (!changes.enabled || UtilSetUserEnable(slot, *changes.enabled ? 1 : 0) == 0);
+    // What was set before a refused value is dropped with the lock.
+    if (!accepted) return account_write::refused;
+    return PSCommit() == 0 ? account_write::done : account_write::not_stored;
 }
 
 // Keeps the stored protocols that the request does not name; a key that it
@@ -61,8 +65,12 @@ void log_changes(const account_record& account, const account_changes& changes,
 
 // Unlocking and the SNMP settings live outside the user table.
 bool apply_outside_table(int slot, const account_changes& changes) {
-    return (!changes.unlock || UnlockUser(slot) == 0) &&
-           (!changes.snmp || save_snmp(slot, *changes.snmp));
+    const bool applied = (!changes.unlock || UnlockUser(slot) == 0) &&
+                         (!changes.snmp || save_snmp(slot, *changes.snmp));
+    if (!applied)
+        console_log("[ERROR] cannot store the lockout or SNMP settings of account %d\n",
+                    account_of_slot(slot));
+    return applied;
 }
 
 }  // namespace
@@ -73,10 +81,11 @@ created_account create_account(const account_changes& account) {
     int slot = 0;
     {
         user_table_lock lock;
+        if (!lock.held()) return {account_write::not_stored, false, 0};
         std::optional<int> free_slot = first_free_slot();
-        if (lock.held() && !free_slot) return {created_account::limit_reached, 0};
-        if (!lock.held() || !write_slot(*free_slot, enabled_by_default))
-            return {created_account::failed, 0};
+        if (!free_slot) return {account_write::refused, true, 0};
+        const account_write written = write_slot(*free_slot, enabled_by_default);
+        if (written != account_write::done) return {written, false, 0};
         slot = *free_slot;
         log_account_change(*account.user_name,
                            "account created as " + level_text(*account.privilege));
@@ -84,31 +93,36 @@ created_account create_account(const account_changes& account) {
     if (account.snmp && !save_snmp(slot, *account.snmp))
         console_log("[ERROR] cannot store the SNMP settings of account %d\n",
                     account_of_slot(slot));
-    return {created_account::created, slot};
+    return {account_write::done, false, slot};
 }
 
-bool modify_account(const account_record& account, const account_changes& changes) {
+account_write modify_account(const account_record& account, const account_changes& changes) {
     {
         user_table_lock lock;
-        if (!lock.held() || !write_slot(account.slot, changes)) return false;
+        if (!lock.held()) return account_write::not_stored;
+        const account_write written = write_slot(account.slot, changes);
+        if (written != account_write::done) return written;
     }
     const bool applied = apply_outside_table(account.slot, changes);
     log_changes(account, changes, applied);
-    return applied;
+    return applied ? account_write::done : account_write::not_stored;
 }
 
-bool remove_account(const account_record& account) {
+account_write remove_account(const account_record& account) {
     user_table_lock lock;
-    if (!lock.held()) return false;
+    if (!lock.held()) return account_write::not_stored;
     select_slot(account.slot);
-    const bool removed = UtilDelUserName(account.slot) == 0 &&
-                         UtilDelUserPassword(account.slot) == 0 &&
-                         UtilSetUserEnable(account.slot, 0) == 0 &&
-                         clear_user_privilege(account.slot) == 0 && PSCommit() == 0;
-    if (removed)
-        log_account_change(account_of_slot(account.slot),
-                           "account " + account.user_name + " deleted");
-    return removed;
+    if (UtilDelUserName(account.slot) != 0 || UtilDelUserPassword(account.slot) != 0 ||
+        UtilSetUserEnable(account.slot, 0) != 0 || clear_user_privilege(account.slot) != 0)
+        return account_write::refused;
+    if (PSCommit() != 0) return account_write::not_stored;
+    log_account_change(account_of_slot(account.slot), "account " + account.user_name + " deleted");
+    return account_write::done;
+}
+
+void check_account_written(account_write outcome) {
+    if (outcome == account_write::refused) throw_http_error(400, "Base.1.10.AccountNotModified");
+    if (outcome == account_write::not_stored) throw_http_error(500, "Base.1.10.InternalError");
 }
 
 }  // namespace odata::redfish

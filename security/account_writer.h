@@ -1,7 +1,6 @@
 // Applies account changes to the BMC user table under the user-table lock,
 // commits them, and writes an event-log line for each applied change.
-// Every function answers false (or failed) when the platform refused a step;
-// nothing is committed then.
+// Nothing is committed when the platform refused a step.
 #pragma once
 
 #include "security/account_request.h"
@@ -9,8 +8,14 @@
 
 namespace odata::redfish {
 
+// refused: the platform refused a value; not_stored: the user table (or
+// the lockout and SNMP settings beside it) could not be locked or written,
+// which is logged.
+enum class account_write { done, refused, not_stored };
+
 struct created_account {
-    enum { created, limit_reached, failed } outcome;
+    account_write written;
+    bool limit_reached;
     int slot;
 };
 
@@ -20,9 +25,13 @@ created_account create_account(const account_changes& account);
 
 // Applies the changes in this order: name, password, privilege, enabled
 // flag, then unlock and the SNMP settings.
-bool modify_account(const account_record& account, const account_changes& changes);
+account_write modify_account(const account_record& account, const account_changes& changes);
 
 // Empties the account's slot.
-bool remove_account(const account_record& account);
+account_write remove_account(const account_record& account);
+
+// Throws the answer of a write that was not done: 400 AccountNotModified
+// for a refused value, 500 InternalError when nothing could be stored.
+void check_account_written(account_write outcome);
 
 }  // namespace odata::redfish

@@ -136,8 +136,10 @@ int manageraccount::patch(request_context& context) {
     else if (changes.enabled == false && UtilIsUserActivateSession(account.slot))
         add_message(result, "TWR.1.0.OemUserDisableFail", {account.user_name}, {"/Enabled"});
     if (!result.entries.empty()) throw_http_result(400, result);
-    if (!modify_account(account, changes)) throw_http_error(400, "Base.1.10.AccountNotModified");
-    end_replaced_sessions(context, account, changes);
+    const account_write written = modify_account(account, changes);
+    // A write that failed after the table may have changed name or password.
+    if (written != account_write::refused) end_replaced_sessions(context, account, changes);
+    check_account_written(written);
     write_status_line(204);
     return 0;
 }
@@ -149,7 +151,7 @@ int manageraccount::del(request_context& context) {
     const account_record account = existing_account();
     if (UtilIsUserActivateSession(account.slot))
         throw_http_error(400, "TWR.1.0.OemUserDisableFail", {account.user_name});
-    if (!remove_account(account)) throw_http_error(400, "Base.1.10.AccountNotModified");
+    check_account_written(remove_account(account));
     write_status_line(200);
     set_body(render_result(account_removed()));
     return 0;

@@ -40,9 +40,8 @@ int manageraccountcollection::post(request_context& context) {
     if (!result.entries.empty()) throw_http_result(400, result);
 
     const created_account created = create_account(account);
-    if (created.outcome == created_account::limit_reached) refuse_create_limit();
-    if (created.outcome == created_account::failed)
-        throw_http_error(400, "Base.1.10.AccountNotModified");
+    if (created.limit_reached) refuse_create_limit();
+    check_account_written(created.written);
     const int account_id = account_of_slot(created.slot);
     manageraccount answer(context, account_id);
     answer.get(context);

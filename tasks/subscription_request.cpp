@@ -202,6 +202,37 @@ bool valid_destination(int type, std::string_view destination) {
     return !destination.empty() && destination.find_first_of("/ @") == std::string_view::npos;
 }
 
+// The port of a trap receiver as written, none when it names none; a bare
+// IPv6 address has colons but no port.
+std::optional<std::string_view> trap_port(std::string_view destination) {
+    for (std::string_view transport : {"udp:", "udp6:"})
+        if (destination.substr(0, transport.size()) == transport)
+            destination.remove_prefix(transport.size());
+    if (destination.substr(0, 1) == "[") {
+        const std::size_t bracket = destination.find("]:");
+        if (bracket == std::string_view::npos) return std::nullopt;
+        return destination.substr(bracket + 2);
+    }
+    const std::size_t colon = destination.find(':');
+    if (colon == std::string_view::npos || colon != destination.rfind(':')) return std::nullopt;
+    return destination.substr(colon + 1);
+}
+
+void check_trap_port(std::string_view destination, result_record& result) {
+    const std::optional<std::string_view> port = trap_port(destination);
+    if (!port) return;
+    const bool digits =
+        !port->empty() && port->size() <= 5 && std::all_of(port->begin(), port->end(), [](char c) {
+            return std::isdigit(static_cast<unsigned char>(c)) != 0;
+        });
+    if (!digits)
+        add_value_message(result, "Base.1.10.PropertyValueFormatError", std::string(destination),
+                          "Destination");
+    else if (const int number = std::stoi(std::string(*port)); number < 1 || number > 65535)
+        add_value_message(result, "Base.1.10.PropertyValueOutOfRange", std::string(destination),
+                          "Destination");
+}
+
 void store_user_name(subscription_edit& edit, result_record& result) {
     St_AlertDest& entry = edit.entry;
     const std::string path = "Oem/Tarnwright/UserName";
@@ -254,6 +285,8 @@ void check_entry(subscription_edit& edit, result_record& result) {
              platform::refused_host(platform::destination_host(entry.destination)))
         add_message(result, "Base.1.10.PropertyValueIncorrect", {"Destination", entry.destination},
                     {"/Destination"});
+    else if (entry.type == ALERT_DEST_SNMP_TRAP || entry.type == ALERT_DEST_SNMPV3_TRAP)
+        check_trap_port(entry.destination, result);
     store_user_name(edit, result);
     check_snmp_security(entry, result);
 }

@@ -46,7 +46,7 @@ bool is_subscription(const St_AlertDest& entry) {
 
 edited_subscription edit_subscription(int index, const std::function<bool(St_AlertDest&)>& edit) {
     edited_subscription outcome = edited_subscription::failed;
-    change_table([&] {
+    const bool stored = change_table([&] {
         St_AlertDest entry{};
         if (get_config_alert_dest(index, &entry) != 0) return false;
         if (!is_subscription(entry)) {
@@ -57,10 +57,11 @@ edited_subscription edit_subscription(int index, const std::function<bool(St_Ale
             outcome = edited_subscription::refused;
             return false;
         }
-        outcome =
-            write_entry(index, entry) ? edited_subscription::changed : edited_subscription::failed;
-        return outcome == edited_subscription::changed;
+        outcome = edited_subscription::changed;
+        return write_entry(index, entry);
     });
+    // A change that was not committed was dropped with the lock.
+    if (outcome == edited_subscription::changed && !stored) outcome = edited_subscription::failed;
     return outcome;
 }
 

@@ -31,11 +31,11 @@ constexpr size_t max_boundary_length = 128;
 constexpr size_t max_parameters_length = 65536;
 constexpr const char* parsing_content_text = "Please check the parsing content.";
 
-[[noreturn]] void throw_push_error(const char* console_line, const char* text) {
+[[noreturn]] void throw_push_error(const char* console_line, const char* text, int status = 400) {
     console_log("%s", console_line);
     result_record result = push_errors();
     add_push_error(result, text);
-    throw_http_result(400, result);
+    throw_http_result(status, result);
 }
 
 long long checked_content_length() {
@@ -91,9 +91,15 @@ push_parameters read_parameters(multipart_reader& reader) {
 }
 
 // The task that was to hold the image ends with the refusal.
-[[noreturn]] void throw_task_not_staged(const std::optional<TaskInfo>& task) {
-    if (task) TaskServiceUpdateTaskState(task->id, TASK_STATE_EXCEPTION);
+[[noreturn]] void throw_task_not_staged(const TaskInfo& task) {
+    TaskServiceUpdateTaskState(task.id, TASK_STATE_EXCEPTION);
     throw_not_staged("", "Upload file error.");
+}
+
+// The task store failed us, not the client; create_task logged it.
+[[noreturn]] void throw_no_task() {
+    release_fw_updating_lock();
+    throw_push_error("", "Create task service error.", 500);
 }
 
 // Streams the UpdateFile part into an image of the component, put in place
@@ -128,12 +134,13 @@ void record_staged_version(const staged_component& component) {
 // the staging.
 [[noreturn]] void stage_for_reset() {
     const std::optional<TaskInfo> task = create_task("BIOS Update", "BiosUpdate");
-    if (!task || set_fw_updating_lock_task(task->id) != 0 || StageBiosUpdateOnReset(task->id) != 0)
-        throw_task_not_staged(task);
+    if (!task) throw_no_task();
+    if (set_fw_updating_lock_task(task->id) != 0 || StageBiosUpdateOnReset(task->id) != 0)
+        throw_task_not_staged(*task);
     platform::kill_point("reset-staged");
     if (TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0) {
         DropBiosUpdateOnReset(task->id);
-        throw_task_not_staged(task);
+        throw_task_not_staged(*task);
     }
     throw_http_error(400, "TWR.1.0.OemBiosUploadFail");
 }
@@ -142,9 +149,10 @@ void record_staged_version(const staged_component& component) {
 // the lock free meanwhile.
 void stage_for_start_request(const staged_component& component) {
     const std::optional<TaskInfo> task = create_task(component.task_name, "HttpPushUri");
-    if (!task || !store_waiting_push({task->id, component.device}) ||
+    if (!task) throw_no_task();
+    if (!store_waiting_push({task->id, component.device}) ||
         TaskServiceUpdateTaskState(task->id, TASK_STATE_PENDING) != 0)
-        throw_task_not_staged(task);
+        throw_task_not_staged(*task);
     release_fw_updating_lock();
     answer_accepted(*task);
 }
@@ -152,10 +160,10 @@ void stage_for_start_request(const staged_component& component) {
 // Flashes the staged image in a task.
 void start_flash(const staged_component& component) {
     const std::optional<TaskInfo> task = create_task(component.task_name, "HttpPushUri");
-    if (!task) throw_not_staged("", "Create task service error.");
+    if (!task) throw_no_task();
     if (!start_staged_flash(task->id, component, http_push_uri)) {
         TaskServiceUpdateTaskState(task->id, TASK_STATE_EXCEPTION);
-        throw_not_staged("", "Create task service error.");
+        throw_no_task();
     }
     answer_accepted(*task);
 }

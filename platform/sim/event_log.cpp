@@ -7,6 +7,7 @@
 
 #include <boost/json.hpp>
 #include <cerrno>
+#include <functional>
 #include <string_view>
 
 #include "base/bmc_root.h"
@@ -87,23 +88,34 @@ bool parse_record(std::string_view line, platform::event_record& record) {
     return true;
 }
 
-// Appends the well-formed records of one part of the log.
-void read_records(const std::string& path, std::vector<platform::event_record>& records) {
+// Visits the well-formed records of one part of the log, read in pieces so
+// that a long log never sits in memory whole; false once visit has said
+// to stop.
+bool visit_records(const std::string& path,
+                   const std::function<bool(const platform::event_record&)>& visit) {
     platform::note_input_file(path);
     platform::sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    std::string text;
-    if (!fd.valid()) return;
-    {
-        platform::sim::file_lock lock(fd.get(), LOCK_SH);
-        if (!platform::sim::read_all(fd.get(), text)) return;
+    if (!fd.valid()) return true;
+    platform::sim::file_lock lock(fd.get(), LOCK_SH);
+    std::string pending;
+    char piece[16384];
+    for (;;) {
+        const ssize_t got = ::read(fd.get(), piece, sizeof piece);
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) break;
+        pending.append(piece, static_cast<std::size_t>(got));
+        std::size_t start = 0;
+        for (std::size_t end; (end = pending.find('\n', start)) != std::string::npos;
+             start = end + 1) {
+            platform::event_record record;
+            if (parse_record(std::string_view(pending).substr(start, end - start), record) &&
+                !visit(record))
+                return false;
+        }
+        pending.erase(0, start);
     }
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        auto end = rest.find('\n');
-        platform::event_record record;
-        if (parse_record(rest.substr(0, end), record)) records.push_back(std::move(record));
-        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
-    }
+    platform::event_record record;
+    return pending.empty() || !parse_record(pending, record) || visit(record);
 }
 
 }  // namespace
@@ -114,10 +126,16 @@ std::string event_log_file() { return bmc_path("/var/log/bmc_events.jsonl"); }
 
 std::string older_event_log_file() { return event_log_file() + ".1"; }
 
+void for_each_event(const std::function<bool(const event_record&)>& visit) {
+    if (visit_records(older_event_log_file(), visit)) visit_records(event_log_file(), visit);
+}
+
 std::vector<event_record> read_event_log() {
     std::vector<event_record> records;
-    read_records(older_event_log_file(), records);
-    read_records(event_log_file(), records);
+    for_each_event([&records](const event_record& record) {
+        records.push_back(record);
+        return true;
+    });
     return records;
 }
 
@@ -195,12 +213,13 @@ extern "C" int LibSaveSysEvtLog(int event_code, int argument, const char* text) 
 extern "C" int LibVisitSysEvtLog(int (*visit)(const St_SelRecord* record, void* context),
                                  void* context) {
     if (!visit) return -1;
+    // One record at a time: a long log is never held whole as records.
     int visited = 0;
-    for (const platform::event_record& stored : platform::read_event_log()) {
+    platform::for_each_event([&](const platform::event_record& stored) {
         const St_SelRecord record{stored.time, stored.code, stored.argument, stored.text.c_str()};
         ++visited;
-        if (visit(&record, context) != 0) break;
-    }
+        return visit(&record, context) == 0;
+    });
     return visited;
 }
 

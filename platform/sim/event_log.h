@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,8 @@ std::string older_event_log_file();
 
 // The well-formed records, oldest first; empty when there is no log.
 std::vector<event_record> read_event_log();
+// Visits them one by one until visit returns false.
+void for_each_event(const std::function<bool(const event_record&)>& visit);
 
 // Empties the log; false when it cannot be written.
 bool clear_event_log();

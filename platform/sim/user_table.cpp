@@ -398,7 +398,13 @@ extern "C" int lx_mutex_put(int mutex_id) {
     if (mutex_id != USER_TABLE_MUTEX) return -1;
     std::lock_guard<std::recursive_mutex> hold(guard);
     table_state& table = state();
-    if (table.depth > 0 && --table.depth == 0) release_lock(table);
+    if (table.depth > 0 && --table.depth == 0) {
+        release_lock(table);
+        // Changes that were not committed go with the lock, so that no
+        // later commit writes half of a refused change.
+        if (std::find(table.dirty.begin(), table.dirty.end(), true) != table.dirty.end())
+            platform::discard_user_table_changes();
+    }
     return 0;
 }
 

@@ -26,11 +26,11 @@ sel_entry_resource::sel_entry_resource(request_context& context, const sel_log_p
 // Ids are written without leading zeros: "01" names no entry.
 int sel_entry_resource::get(request_context& context) {
     const int id = context.capture_number(0);
-    const std::vector<sel_entry> entries = read_sel_entries();
-    if (id < 1 || context.captures[0] != std::to_string(id) ||
-        static_cast<std::size_t>(id) > entries.size())
+    const std::optional<sel_entry> entry =
+        context.captures[0] == std::to_string(id) ? read_sel_entry(id) : std::nullopt;
+    if (!entry)
         throw_http_error(404, "Base.1.10.ResourceNotFound", {"LogEntry", context.captures[0]});
-    for (const auto& [name, value] : sel_log_entry(place_, entries[id - 1])) set(name, value);
+    for (const auto& [name, value] : sel_log_entry(place_, *entry)) set(name, value);
     return 0;
 }
 

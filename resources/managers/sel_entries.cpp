@@ -34,6 +34,23 @@ std::vector<sel_entry> read_sel_entries() {
     return entries;
 }
 
+std::optional<sel_entry> read_sel_entry(int id) {
+    struct search {
+        int id;
+        int seen;
+        std::optional<sel_entry> found;
+    } wanted{id, 0, std::nullopt};
+    auto stop_at_id = [](const St_SelRecord* record, void* context) {
+        auto& search = *static_cast<struct search*>(context);
+        if (++search.seen < search.id) return 0;
+        search.found =
+            sel_entry{search.id, record->time, record->code, record->text ? record->text : ""};
+        return 1;
+    };
+    if (id < 1 || LibVisitSysEvtLog(stop_at_id, &wanted) < 0) return std::nullopt;
+    return wanted.found;
+}
+
 std::string sel_entries_uri(const sel_log_place& place) {
     return std::string(place.service_uri) + "/Entries";
 }

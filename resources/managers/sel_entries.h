@@ -4,6 +4,7 @@
 #pragma once
 
 #include <boost/json.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,8 @@ extern const sel_log_place manager_sel_log;
 extern const sel_log_place system_sel_log;
 
 std::vector<sel_entry> read_sel_entries();
+// Entry id alone, without holding the others; none when there is no such id.
+std::optional<sel_entry> read_sel_entry(int id);
 
 std::string sel_entries_uri(const sel_log_place& place);
 std::string sel_clear_target_uri(const sel_log_place& place);

@@ -67,6 +67,16 @@ def processes_of(bmc, program):
     return found
 
 
+def senders_settle_within_the_cap(bmc):
+    """At most four senders hold a slot; one that has just freed its slot
+    may be a moment from its exit, so the count is looked at a few times."""
+    for _ in range(20):
+        if len(processes_of(bmc, "bmc-alert-send")) <= 4:
+            return True
+        time.sleep(0.1)
+    return False
+
+
 def running(pid):
     """True while pid is neither gone nor a zombie."""
     try:
@@ -162,7 +172,7 @@ def test_alert_senders_are_few_and_the_queue_is_bounded(bmc, admin):
             answer = admin.post(bmc.url(EVENT_SERVICE + "/Actions/EventService.SubmitTestEvent"),
                                 json={"EventId": "flood-%d" % number}, timeout=10)
             assert answer.status_code == 200
-            assert len(processes_of(bmc, "bmc-alert-send")) <= 4
+            assert senders_settle_within_the_cap(bmc)
         queue = os.path.join(bmc.root, "var", "spool", "alerts", "queue")
         assert os.stat(queue).st_mode & 0o777 == 0o600
         with open(queue) as queued:

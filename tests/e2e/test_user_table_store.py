@@ -2,13 +2,11 @@
 now or with a later commit of the same process."""
 
 import os
-import shutil
-import subprocess
 
 import pytest
 
 from bmc_instance import BmcInstance
-from full_disk import fill
+from full_disk import fill, small_file_system
 
 ACCOUNTS = "/redfish/v1/AccountService/Accounts"
 PASSWORD = "Passw0rd-1"
@@ -18,19 +16,11 @@ PASSWORD = "Passw0rd-1"
 def full_disk_bmc():
     """A BMC whose user table lives on a small tmpfs that can be filled."""
     bmc = BmcInstance()
-    table_directory = os.path.join(bmc.root, "nv", "bmc")
-    saved = os.path.join(bmc.root, "users.saved")
-    shutil.copy2(os.path.join(table_directory, "users"), saved)
-    mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "tmpfs", table_directory],
-                             capture_output=True).returncode == 0
-    if not mounted:
+    try:
+        with small_file_system(bmc, os.path.join("nv", "bmc")) as directory:
+            yield bmc, os.path.join(directory, "filler")
+    finally:
         bmc.stop()
-        pytest.skip("no tmpfs can be mounted here")
-    shutil.copy2(saved, os.path.join(table_directory, "users"))
-    filler = os.path.join(table_directory, "filler")
-    yield bmc, filler
-    subprocess.run(["umount", "--lazy", table_directory], check=True)
-    bmc.stop()
 
 
 def test_a_write_refused_on_a_full_disk_never_appears(full_disk_bmc):

@@ -277,6 +277,26 @@ TEST_F(FileCache, AnAnswerFollowsTheSharedParameterBlock) {
     if (!attached) GlobalParaFin();
 }
 
+// Session records come and go by the thousand: the watch forgets them
+// rather than grow, and a watcher it forgot takes its file as changed.
+TEST_F(FileCache, WatchingThousandsOfFilesKeepsTheWatchSmall) {
+    sim_testing::write_text(path("/early"), "one");
+    platform::watched_files early;
+    ASSERT_TRUE(early.watch({path("/early")}));
+    for (int record = 0; record < 2000; ++record) {
+        platform::watched_files session;
+        ASSERT_TRUE(session.watch({path("/redfish_" + std::to_string(record))}));
+    }
+    EXPECT_LE(platform::file_watch::instance().watched_keys(), platform::file_watch::max_keys);
+    EXPECT_FALSE(early.unchanged());
+    sim_testing::write_text(path("/recent"), "one");
+    platform::watched_files recent;
+    ASSERT_TRUE(recent.watch({path("/recent")}));
+    EXPECT_TRUE(recent.unchanged());
+    sim_testing::write_text(path("/recent"), "two");
+    EXPECT_FALSE(recent.unchanged());
+}
+
 TEST_F(FileCache, TheResponseCacheStaysSmall) {
     odata::redfish::response_cache answers;
     const std::string large(100 * 1024, 'x');

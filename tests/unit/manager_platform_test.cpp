@@ -12,6 +12,7 @@
 #include "platform/libserial.h"
 #include "platform/libvmedia.h"
 #include "platform/libwebcert.h"
+#include "platform/sim/event_log.h"
 #include "sim_root_fixture.h"
 #include "tool_runner.h"
 
@@ -103,6 +104,33 @@ TEST_F(manager_platform, event_log_visits_stop_when_asked_and_clear_empties_it) 
     EXPECT_EQ(LibClearSysEvtLog(), 0);
     seen = 0;
     EXPECT_EQ(LibVisitSysEvtLog(count_records, &seen), 0);
+}
+
+// The log is read in pieces: records that straddle a piece, a damaged line
+// and a last line without its newline read as they were written.
+TEST_F(manager_platform, a_long_event_log_reads_whole_records_in_order) {
+    std::string lines;
+    for (int i = 0; i < 3000; ++i) {
+        lines += "{\"time\":" + std::to_string(1700000000 + i) + ",\"code\":" + std::to_string(i) +
+                 ",\"argument\":0,\"text\":\"" + std::string(i % 37, 'x') + "\"}\n";
+        if (i == 1000) lines += "{\"time\":\n";
+    }
+    lines += "{\"time\":1,\"code\":3000,\"argument\":0,\"text\":\"last\"}";
+    sim_testing::write_text(platform::event_log_file(), lines);
+    const std::vector<platform::event_record> records = platform::read_event_log();
+    ASSERT_EQ(records.size(), 3001u);
+    for (int i = 0; i < 3000; ++i) {
+        ASSERT_EQ(records[i].code, i);
+        ASSERT_EQ(records[i].text, std::string(i % 37, 'x'));
+    }
+    EXPECT_EQ(records[3000].text, "last");
+    auto stop_at_2500 = [](const St_SelRecord* record, void* context) {
+        *static_cast<int*>(context) = record->code;
+        return record->code == 2500 ? 1 : 0;
+    };
+    int last_code = 0;
+    EXPECT_EQ(LibVisitSysEvtLog(stop_at_2500, &last_code), 2501);
+    EXPECT_EQ(last_code, 2500);
 }
 
 TEST_F(manager_platform, serial_port_settings_are_checked) {

@@ -84,3 +84,23 @@ TEST(SubscriptionRequest, EveryBadMemberIsReportedInOnePass) {
     EXPECT_EQ(read(too_long.c_str(), false, entry),
               std::vector<std::string>{"Base.1.10.PropertyValueFormatError"});
 }
+
+TEST(SubscriptionRequest, TrapPortsOutsideOneTo65535AreRefused) {
+    auto answer = [](const std::string& destination) {
+        St_AlertDest entry{};
+        const std::string body = R"({"Destination":")" + destination +
+                                 R"(","Protocol":"SNMPv2c","SNMP":{"TrapCommunity":"public"}})";
+        return read(body.c_str(), true, entry);
+    };
+    const std::vector<std::string> out_of_range{"Base.1.10.PropertyValueOutOfRange"};
+    const std::vector<std::string> malformed{"Base.1.10.PropertyValueFormatError"};
+    for (const char* destination : {"192.0.2.1:99999", "192.0.2.1:0", "192.0.2.1:65536",
+                                    "udp:host:70000", "[2001:db8::1]:99999"})
+        EXPECT_EQ(answer(destination), out_of_range) << destination;
+    for (const char* destination :
+         {"192.0.2.1:", "192.0.2.1:16x", "192.0.2.1:-1", "[2001:db8::1]:"})
+        EXPECT_EQ(answer(destination), malformed) << destination;
+    for (const char* destination : {"192.0.2.1", "192.0.2.1:1", "192.0.2.1:65535",
+                                    "udp:192.0.2.1:162", "[2001:db8::1]:1162", "2001:db8::1"})
+        EXPECT_TRUE(answer(destination).empty()) << destination;
+}

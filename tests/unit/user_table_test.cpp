@@ -127,6 +127,23 @@ TEST_F(UserTable, DiscardedChangesAreGone) {
     EXPECT_EQ(UtilIsValidUserName("temp", 5), 0);
 }
 
+// A change refused half-way is never committed: what was set before the
+// refusal goes with the lock, and a later commit does not carry it.
+TEST_F(UserTable, ChangesLeftUncommittedGoWithTheLock) {
+    add_user(3, "bob", "Secret-Pass1", PRIV_USER);
+    ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
+    ASSERT_EQ(UtilSetUserName(3, "mallory"), 0);
+    EXPECT_NE(UtilSetLANPriv(3, 99), 0);
+    ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
+    ASSERT_EQ(lx_mutex_get(USER_TABLE_MUTEX), 0);
+    ASSERT_EQ(UtilSetUserEnable(4, 0), 0);
+    ASSERT_EQ(PSCommit(), 0);
+    ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
+    EXPECT_EQ(UtilFindUser("mallory"), -1);
+    EXPECT_EQ(UtilFindUser("bob"), 3);
+    EXPECT_EQ(file_text(platform::user_table_file()).find("mallory"), std::string::npos);
+}
+
 // A full disk, made by a file-size limit: the refused change leaves memory
 // and file as they were, and the next good commit does not carry it.
 TEST_F(UserTable, AFailedCommitForgetsItsChange) {

@@ -69,7 +69,6 @@ int change_table(std::ostream& err, Change change) {
     int status = change();
     if (status == exit_ok && PSCommit() != 0)
         status = failed(err, "cannot write " + platform::user_table_file());
-    if (status != exit_ok) platform::discard_user_table_changes();
     lx_mutex_put(USER_TABLE_MUTEX);
     return status;
 }
