@@ -39,6 +39,19 @@ ADMIN_USER = "admin"
 ADMIN_PASSWORD = "Adm1n-pass"
 
 
+def process_commands():
+    """(pid, parent pid, command line with NUL separators) of every process
+    that is still there to read."""
+    for entry in filter(str.isdigit, os.listdir("/proc")):
+        try:
+            with open(f"/proc/{entry}/stat") as stat:
+                parent = int(stat.read().rsplit(")", 1)[1].split()[1])
+            with open(f"/proc/{entry}/cmdline", "rb") as cmdline:
+                yield int(entry), parent, cmdline.read()
+        except OSError:
+            continue
+
+
 class BmcInstance:
     admin_user = ADMIN_USER
     admin_password = ADMIN_PASSWORD
@@ -149,20 +162,8 @@ class BmcInstance:
 
     def service_processes(self):
         """The pids of the index.fcgi processes that lighttpd started."""
-        pids = []
-        for entry in os.listdir("/proc"):
-            if not entry.isdigit():
-                continue
-            try:
-                with open(f"/proc/{entry}/stat") as stat:
-                    fields = stat.read().rsplit(")", 1)[1].split()
-                with open(f"/proc/{entry}/cmdline", "rb") as cmdline:
-                    command = cmdline.read()
-            except OSError:
-                continue
-            if int(fields[1]) == self.server.pid and b"index.fcgi" in command:
-                pids.append(int(entry))
-        return sorted(pids)
+        return sorted(pid for pid, parent, command in process_commands()
+                      if parent == self.server.pid and b"index.fcgi" in command)
 
     def bmcsim(self, *arguments):
         tool = os.path.join(BUILD_DIR, "platform", "sim", "tool", "bmcsim")

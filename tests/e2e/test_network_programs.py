@@ -12,6 +12,7 @@ import time
 
 import pytest
 
+from bmc_instance import process_commands
 from event_receivers import HttpListener, SilentListener, wait_until
 
 SIMPLE_UPDATE = "/redfish/v1/UpdateService/Actions/UpdateService.SimpleUpdate"
@@ -55,16 +56,8 @@ class TrickleServer:
 
 def processes_of(bmc, program):
     """The pids of program's processes that belong to this instance."""
-    found = []
-    for entry in filter(str.isdigit, os.listdir("/proc")):
-        try:
-            with open("/proc/%s/cmdline" % entry, "rb") as cmdline:
-                arguments = cmdline.read().split(b"\0")
-        except OSError:
-            continue
-        if arguments[0] == os.path.join(bmc.root, "usr", "sbin", program).encode():
-            found.append(int(entry))
-    return found
+    path = os.path.join(bmc.root, "usr", "sbin", program).encode()
+    return [pid for pid, _, command in process_commands() if command.split(b"\0")[0] == path]
 
 
 def senders_settle_within_the_cap(bmc):

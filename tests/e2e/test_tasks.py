@@ -4,6 +4,7 @@ import os
 import signal
 import time
 
+from bmc_instance import process_commands
 from test_update import SIMPLE_UPDATE, TASKS, task_count, wait_for_end
 from update_servers import SilentServer
 
@@ -43,16 +44,9 @@ def task_worker(bmc):
     program = os.path.join(bmc.root, "tmp", "web", "bin", "index.fcgi").encode()
     for _ in range(100):
         services = bmc.service_processes()
-        for entry in os.listdir("/proc"):
-            if not entry.isdigit() or int(entry) in services:
-                continue
-            try:
-                with open("/proc/%s/cmdline" % entry, "rb") as cmdline:
-                    command = cmdline.read()
-            except OSError:
-                continue
-            if command.startswith(program):
-                return int(entry)
+        for pid, _, command in process_commands():
+            if pid not in services and command.startswith(program):
+                return pid
         time.sleep(0.05)
     raise AssertionError("no task worker runs")
 

@@ -9,7 +9,7 @@ import time
 import pytest
 import requests
 
-from bmc_instance import BmcInstance
+from bmc_instance import BmcInstance, process_commands
 from test_http_push import image_dir, push, push_errors, push_truncated
 from test_start_update import START_UPDATE, error_texts, push_waiting
 from test_update import BIOS_TARGET, BMC_TARGET, TASKS, firmware, make_image, simple_update, \
@@ -23,18 +23,8 @@ BIOS_STAGING = (("nv", "OnReset_Update"), ("nv", "pending_task.ini"), ("tmp", "b
 
 def flash_processes(bmc):
     """The fw_update processes that flash an image of this instance."""
-    found = []
-    for entry in os.listdir("/proc"):
-        if not entry.isdigit():
-            continue
-        try:
-            with open("/proc/%s/cmdline" % entry, "rb") as cmdline:
-                command = cmdline.read()
-        except OSError:
-            continue
-        if b"fw_update" in command and bmc.root.encode() in command:
-            found.append(int(entry))
-    return found
+    return [pid for pid, _, command in process_commands()
+            if b"fw_update" in command and bmc.root.encode() in command]
 
 
 def until(condition):
