@@ -20,7 +20,8 @@ BOOST_DESCRIBE_STRUCT(image_source, (), (url, username, password, deadline_secon
 
 // Images larger than this are refused.
 inline constexpr long long max_image_bytes = 128LL << 20;
-// A server that sends nothing for this long has its download ended.
+// A server that has sent no image data this long after the download began
+// has its download ended; pauses after the first data are borne.
 inline constexpr long stall_limit_seconds = 2;
 
 // Downloads into path (put in place once whole, mode 0600). Ends when the

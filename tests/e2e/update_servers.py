@@ -4,6 +4,7 @@ import functools
 import http.server
 import socket
 import threading
+import time
 
 from pyftpdlib.authorizers import DummyAuthorizer
 from pyftpdlib.handlers import FTPHandler
@@ -27,6 +28,33 @@ class HttpImageServer:
 class QuietHandler(http.server.SimpleHTTPRequestHandler):
     def log_message(self, *arguments):
         pass
+
+
+class PausingServer:
+    """Serves one file over HTTP, pausing for pause seconds after its first half."""
+
+    def __init__(self, path, pause):
+        with open(path, "rb") as image:
+            content = image.read()
+        half = len(content) // 2
+
+        class Handler(QuietHandler):
+            def do_GET(self):
+                self.send_response(200)
+                self.send_header("Content-Length", str(len(content)))
+                self.end_headers()
+                self.wfile.write(content[:half])
+                self.wfile.flush()
+                time.sleep(pause)
+                self.wfile.write(content[half:])
+
+        self.server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        self.host = "127.0.0.1:%d" % self.server.server_address[1]
+        threading.Thread(target=self.server.serve_forever, daemon=True).start()
+
+    def stop(self):
+        self.server.shutdown()
+        self.server.server_close()
 
 
 class SilentServer:

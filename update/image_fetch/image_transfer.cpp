@@ -17,8 +17,7 @@ struct transfer {
     image_file& file;
     bool too_large = false;
     const std::function<bool()>& stop;
-    clock::time_point last_progress = clock::now();
-    curl_off_t last_received = 0;
+    clock::time_point started = clock::now();
     bool stalled = false;
 };
 
@@ -32,14 +31,13 @@ size_t write_block(char* data, size_t size, size_t count, void* user) {
     return state.file.write(data, bytes) ? bytes : 0;
 }
 
-// The watchdog: libcurl calls it at least once a second.
+// The watchdog: libcurl calls it at least once a second. Only a server
+// that has sent nothing yet is given up on; once data flows, a slow link
+// may pause, and the deadline bounds the whole download.
 int watch_progress(void* user, curl_off_t, curl_off_t received, curl_off_t, curl_off_t) {
     auto& state = *static_cast<transfer*>(user);
-    const clock::time_point now = clock::now();
-    if (received != state.last_received) {
-        state.last_received = received;
-        state.last_progress = now;
-    } else if (now - state.last_progress >= std::chrono::seconds(stall_limit_seconds)) {
+    if (received == 0 &&
+        clock::now() - state.started >= std::chrono::seconds(stall_limit_seconds)) {
         state.stalled = true;
         return 1;
     }
