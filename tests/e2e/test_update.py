@@ -6,7 +6,7 @@ import time
 import pytest
 
 from schema_validation import validate
-from update_servers import FtpImageServer, HttpImageServer, SilentServer
+from update_servers import FtpImageServer, HttpImageServer, PausingServer, SilentServer
 
 UPDATE_SERVICE = "/redfish/v1/UpdateService"
 SIMPLE_UPDATE = UPDATE_SERVICE + "/Actions/UpdateService.SimpleUpdate"
@@ -49,6 +49,11 @@ def firmware(bmc):
     return dict(line.split("=", 1) for line in bmc.bmcsim("firmware", "show").splitlines())
 
 
+def update_events(bmc):
+    """The texts of the event log's firmware-update records."""
+    return [event["text"] for event in bmc.events() if event["code"] == 152]
+
+
 def simple_update(bmc, session, **body):
     return session.post(bmc.url(SIMPLE_UPDATE), json=body, timeout=10)
 
@@ -64,6 +69,7 @@ def test_simple_update_over_http_runs_the_new_version(bmc, images):
     directory, host = images
     make_image(bmc, directory, "bmc-2.img", "BMC", "2.01.00")
     admin = bmc.admin()
+    logged = len(update_events(bmc))
     accepted = simple_update(bmc, admin, ImageURI=host + "/bmc-2.img", TransferProtocol="HTTP",
                              Targets=[BMC_TARGET])
     assert accepted.status_code == 202
@@ -87,6 +93,9 @@ def test_simple_update_over_http_runs_the_new_version(bmc, images):
     validate(inventory)
     assert inventory["Version"] == "2.01.00"
     assert firmware(bmc)["updating"] == "0"
+    assert update_events(bmc)[logged:] == [
+        "BMC, %s, started" % SIMPLE_UPDATE,
+        "BMC, %s, the new firmware is running, successfully" % SIMPLE_UPDATE]
     # The lock is free as soon as the task shows its end.
     again = simple_update(bmc, admin, ImageURI=host + "/bmc-2.img", TransferProtocol="HTTP")
     assert again.status_code == 202, again.text
@@ -132,6 +141,20 @@ def test_server_that_sends_nothing_ends_the_task(bmc):
     assert firmware(bmc)["updating"] == "0"
 
 
+def test_a_pause_after_the_first_data_does_not_end_the_download(bmc, images):
+    directory, _ = images
+    path = make_image(bmc, directory, "bmc-slow.img", "BMC", "2.05.00", size=65536)
+    server = PausingServer(path, pause=3)
+    try:
+        admin = bmc.admin()
+        task = finished_task(bmc, admin, simple_update(
+            bmc, admin, ImageURI=server.host + "/bmc-slow.img", TransferProtocol="HTTP"))
+    finally:
+        server.stop()
+    assert task["TaskState"] == "Completed", task
+    assert firmware(bmc)["BMC"] == "2.05.00"
+
+
 def test_bad_image_ends_in_exception(bmc, images):
     directory, host = images
     path = make_image(bmc, directory, "bad.img", "BMC", "9.99.99")
@@ -145,6 +168,8 @@ def test_bad_image_ends_in_exception(bmc, images):
     assert monitor.status_code == 400
     assert "digest" in monitor.json()["error"]["Message"]
     assert firmware(bmc)["BMC"] == before
+    assert update_events(bmc)[-1].startswith("BMC, %s, " % SIMPLE_UPDATE)
+    assert update_events(bmc)[-1].endswith("digest does not match, unsuccessfully")
 
 
 @pytest.mark.parametrize("body, text", [
