@@ -20,6 +20,19 @@ int release_fw_updating_lock(void);
 // 1 while the lock is held, else 0.
 int fw_updating_in_progress(void);
 
+// Update mode (/tmp/fw_updating): the component whose update a task is
+// carrying out. A marker whose holder has ended (its task over, its process
+// killed) is void: it holds nothing back and the next entry replaces it.
+// Entering answers 0 when marked, -1 while a live holder has it, -2 when
+// the marker cannot be written.
+int enter_fw_update_mode(int task_id, const char* component);
+// 1 while a live holder has update mode, its component copied into
+// component (size bytes with the NUL) when not null; else 0.
+int fw_update_mode_held(char* component, int size);
+// Leaves update mode if task_id holds it: 0 when it is not held by task_id
+// any more.
+int leave_fw_update_mode(int task_id);
+
 // The file at which an image of device is staged for its flash (the BIOS
 // agent takes the BIOS image there); null for another device.
 const char* firmware_staging_file(int device);

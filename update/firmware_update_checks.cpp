@@ -30,6 +30,13 @@ void take_firmware_update_lock(const char* component) {
         console_log("[ERROR] FirmwareUpdate the update lock cannot be recorded\n");
         throw_http_error(500, "Base.1.10.InternalError");
     }
+    // Another BMC program may have a component in update mode without the
+    // lock.
+    char held[64] = {};
+    if (fw_update_mode_held(held, sizeof held)) {
+        release_fw_updating_lock();
+        throw_http_error(400, "TWR.1.0.OemFirmwareAlreadyInUpdateMode", {held});
+    }
 }
 
 }  // namespace odata::redfish

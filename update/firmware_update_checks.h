@@ -13,7 +13,8 @@ void check_bios_host_off(const char* message_id, const char* errors_code);
 
 // Takes the firmware-update lock, or throws 400
 // OemFirmwareAlreadyInUpdateMode naming the component while another update
-// holds it, 500 InternalError when it cannot be recorded.
+// holds it (or naming the component in update mode while one is), 500
+// InternalError when it cannot be recorded.
 void take_firmware_update_lock(const char* component);
 
 }  // namespace odata::redfish

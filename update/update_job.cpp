@@ -82,6 +82,7 @@ void run_update_job(const update_job& job) {
     // Flashed or refused, the image has served: the next update stages its
     // own.
     ::unlink(job.image.c_str());
+    leave_fw_update_mode(job.task_id);
     // Freed before the task shows its end: a client that sees the end may
     // start the next update at once.
     release_fw_updating_lock();

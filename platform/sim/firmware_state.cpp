@@ -50,15 +50,24 @@ std::string lock_file() { return bmc_path("/tmp/fw_updating_lock"); }
 
 bool lock_held() {
     std::string holder;
-    if (!read_file(lock_file(), holder)) return false;
+    return read_file(lock_file(), holder) && holder_alive(holder);
+}
+
+}  // namespace
+
+std::string task_holder(int task_id) {
+    TaskInfo task{};
+    if (TaskServiceGetTaskInfo(task_id, &task) != 0) return {};
+    return "task " + std::to_string(task_id) + " " + task.monitor_id;
+}
+
+bool holder_alive(const std::string& holder) {
     int task_id = 0;
     char monitor_id[TASK_MONITOR_ID_MAX + 1] = {};
     if (std::sscanf(holder.c_str(), "task %d %32s", &task_id, monitor_id) == 2)
         return task_in_progress(task_id, monitor_id);
     return process_alive(parse_process(holder));
 }
-
-}  // namespace
 
 void copy_out(const std::string& text, char* target, int size) {
     const size_t length = std::min(text.size(), static_cast<size_t>(size - 1));
@@ -120,9 +129,8 @@ int get_fw_updating_lock(void) {
 }
 
 int set_fw_updating_lock_task(int task_id) {
-    TaskInfo task{};
-    if (TaskServiceGetTaskInfo(task_id, &task) != 0) return -1;
-    const std::string holder = "task " + std::to_string(task_id) + " " + task.monitor_id;
+    const std::string holder = task_holder(task_id);
+    if (holder.empty()) return -1;
     bool set = with_file_lock(lock_file(), [&] { return replace_file(lock_file(), holder, 0600); });
     return set ? 0 : -1;
 }

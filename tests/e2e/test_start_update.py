@@ -1,6 +1,8 @@
 """Pushed images that wait for UpdateService.StartUpdate or the OEM Install,
 and the task messages that the event registry explains."""
 
+import subprocess
+
 import pytest
 
 from test_http_push import image_dir, push
@@ -88,6 +90,37 @@ def test_start_update_refuses_bad_requests_and_a_busy_flash(bmc):
                                                       "PreserveOptions": ["PreserveConfiguration"]})
     assert started.status_code == 202, started.text
     assert wait_for_end(bmc, admin, task["TaskMonitor"]).status_code == 200
+
+
+def already_in_update_mode(answer):
+    assert answer.status_code == 400, answer.text
+    info = answer.json()["error"]["@Message.ExtendedInfo"][0]
+    assert info["MessageId"] == "TWR.1.0.OemFirmwareAlreadyInUpdateMode"
+    return info["MessageArgs"]
+
+
+def test_update_mode_holds_updates_back_while_its_holder_lives(bmc):
+    admin = bmc.admin()
+    task = push_waiting(bmc, "BMC", "6.05.00", BMC_TARGET)
+    holder = subprocess.Popen(["/bin/sleep", "60"])
+    try:
+        bmc.bmcsim("firmware", "update-mode", str(holder.pid), "BIOS")
+        assert already_in_update_mode(admin.post(bmc.url(START_UPDATE), timeout=10)) == ["BIOS"]
+        assert already_in_update_mode(simple_update(
+            bmc, admin, ImageURI="127.0.0.1/x.img", TransferProtocol="HTTP")) == ["BIOS"]
+        assert admin.get(bmc.url(task["@odata.id"])).json()["TaskState"] == "Pending"
+        assert firmware(bmc)["updating"] == "0"
+    finally:
+        holder.kill()
+        holder.wait()
+    # A holder killed without leaving update mode holds nothing back.
+    assert firmware(bmc)["update-mode"] == ""
+    started = admin.post(bmc.url(START_UPDATE), timeout=10)
+    assert started.status_code == 202, started.text
+    # The flash holds update mode from the answer to its end.
+    assert firmware(bmc)["update-mode"] == "BMC"
+    assert wait_for_end(bmc, admin, task["TaskMonitor"]).status_code == 200
+    assert firmware(bmc)["update-mode"] == "" and firmware(bmc)["BMC"] == "6.05.00"
 
 
 def test_a_later_push_replaces_the_waiting_one(bmc):

@@ -80,6 +80,21 @@ def test_a_killed_worker_takes_its_flash_with_it(killing_bmc):
         assert firmware(bmc)["BMC"] == before
 
 
+@pytest.mark.parametrize("killing_bmc", ["flash"], indirect=True)
+def test_a_killed_start_update_leaves_no_update_mode_behind(killing_bmc):
+    bmc = killing_bmc
+    admin = bmc.admin()
+    task = push_waiting(bmc, "BMC", "8.01.00", BMC_TARGET)
+    assert admin.post(bmc.url(START_UPDATE), timeout=10).status_code == 202
+    ended = wait_for_end(bmc, admin, task["TaskMonitor"])
+    assert ended.json()["error"]["Message"] == WORKER_ENDED
+    # The marker stays where the worker died, naming a task that has ended.
+    assert exists(bmc, ("tmp", "fw_updating"))
+    assert firmware(bmc)["update-mode"] == ""
+    push_waiting(bmc, "BMC", "8.01.00", BMC_TARGET)
+    assert admin.post(bmc.url(START_UPDATE), timeout=10).status_code == 202
+
+
 def test_a_refused_push_leaves_the_waiting_push_and_no_file(bmc):
     admin = bmc.admin()
     task = push_waiting(bmc, "BMC", "8.01.00", BMC_TARGET)

@@ -9,8 +9,10 @@
 #include "platform/libfwupdate.h"
 #include "platform/sim/firmware_image.h"
 #include "platform/sim/firmware_state.h"
+#include "platform/sim/process_identity.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/tool/areas.h"
+#include "platform/sim/update_mode.h"
 
 namespace bmcsim {
 namespace {
@@ -21,7 +23,10 @@ int show_firmware(std::ostream& out) {
     for (int device : {FW_DEVICE_BMC, FW_DEVICE_BIOS, FW_DEVICE_CPLD})
         out << platform::sim::firmware_component(device) << '='
             << platform::sim::firmware_version(device) << '\n';
+    char mode[64] = {};
+    fw_update_mode_held(mode, sizeof mode);
     out << "updating=" << fw_updating_in_progress() << '\n'
+        << "update-mode=" << mode << '\n'
         << "evidence=" << evidence_dump_in_progress() << '\n';
     return exit_ok;
 }
@@ -44,12 +49,36 @@ int write_image(const arguments& words, std::ostream& err) {
     return exit_failed;
 }
 
+int remove_marker(const std::string& marker, std::ostream& err) {
+    if (::unlink(marker.c_str()) == 0 || errno == ENOENT) return exit_ok;
+    err << "bmcsim: cannot change " << marker << '\n';
+    return exit_failed;
+}
+
 int set_evidence(const std::string& state, std::ostream& err) {
     const std::string marker = platform::sim::evidence_marker_file();
-    bool done = state == "on" ? platform::sim::replace_file(marker, "", 0644)
-                              : ::unlink(marker.c_str()) == 0 || errno == ENOENT;
-    if (done) return exit_ok;
+    if (state == "off") return remove_marker(marker, err);
+    if (platform::sim::replace_file(marker, "", 0644)) return exit_ok;
     err << "bmcsim: cannot change " << marker << '\n';
+    return exit_failed;
+}
+
+// Update mode held by another program, the process PID: void once it ends.
+int set_update_mode(const arguments& words, std::ostream& err) {
+    long long pid = 0;
+    if (words.size() == 2)
+        return words[1] == "off" ? remove_marker(platform::sim::update_mode_file(), err) : -1;
+    if (!parse_number(words[1], 1, 4194304, pid) || platform::sim::firmware_device(words[2]) == 0)
+        return -1;
+    const platform::sim::process_identity holder =
+        platform::sim::identify_process(static_cast<pid_t>(pid));
+    if (holder.start == 0) {
+        err << "bmcsim: no process " << pid << '\n';
+        return exit_failed;
+    }
+    if (platform::sim::mark_update_mode(platform::sim::format_process(holder), words[2]) == 0)
+        return exit_ok;
+    err << "bmcsim: update mode is held, or cannot be marked\n";
     return exit_failed;
 }
 
@@ -64,14 +93,18 @@ int run_firmware(const area& self, const arguments& words, std::ostream& out, st
     } else if (command == "evidence" && words.size() == 2 &&
                (words[1] == "on" || words[1] == "off")) {
         result = set_evidence(words[1], err);
+    } else if (command == "update-mode" && (words.size() == 2 || words.size() == 3)) {
+        result = set_update_mode(words, err);
     }
     return result < 0 ? usage(self, err) : result;
 }
 
 }  // namespace
 
-const area firmware_area = {"firmware",
-                            "show | image COMPONENT VERSION FILE [PAYLOAD_BYTES] | evidence on|off",
-                            run_firmware};
+const area firmware_area = {
+    "firmware",
+    "show | image COMPONENT VERSION FILE [PAYLOAD_BYTES] | evidence on|off | "
+    "update-mode PID COMPONENT|off",
+    run_firmware};
 
 }  // namespace bmcsim
