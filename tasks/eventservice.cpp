@@ -218,14 +218,7 @@ int eventservice::patch(request_context& context) {
             settings = read_patch(request, settings).settings;
         });
     if (!stored) throw_http_error(500, "Base.1.10.InternalError");
-    if (!patch.smtp_changed) {
-        write_status_line(204);
-        return 0;
-    }
-    result_record modified{"OemSuccess", "Successfully Completed Request.", {}};
-    add_message(modified, "TWR.1.0.OemSmtpModified");
-    write_status_line(200);
-    set_body(render_result(modified));
+    write_status_line(204);
     return 0;
 }
 

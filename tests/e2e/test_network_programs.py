@@ -132,7 +132,7 @@ def test_an_alert_delivery_keeps_the_smtp_password_off_its_command_line(bmc, adm
             "ServiceEnabled": True, "ServerAddress": "127.0.0.1", "Port": port,
             "FromAddress": "bmc@example.com", "ConnectionProtocol": "StartTLS",
             "Authentication": "Plain", "Username": "mailer", "Password": SECRET}}, timeout=10)
-        assert answer.status_code == 200, answer.text
+        assert answer.status_code == 204, answer.text
         answer = admin.post(bmc.url(EVENT_SERVICE + "/Subscriptions"), json={
             "Destination": "mailto:ops@example.com", "Protocol": "SMTP"}, timeout=10)
         assert answer.status_code == 201, answer.text
