@@ -8,8 +8,12 @@
 #include "base/atomic_file.h"
 #include "base/bmc_root.h"
 #include "platform/libfwupdate.h"
+#include "platform/libipmi.h"
 #include "platform/libtask.h"
+#include "platform/sim/firmware_image.h"
+#include "platform/sim/firmware_state.h"
 #include "platform/sim/sim_file.h"
+#include "platform/sim/state_ini.h"
 #include "platform/sim/task_store.h"
 
 namespace platform::sim {
@@ -41,7 +45,49 @@ void remove_staging() {
     ::unlink(bios_image().c_str());
 }
 
+// As the update service's records of an update, with the apply time in
+// place of the action.
+constexpr int event_firmware_update = 152;
+
+void end_staged_task(int task_id, bool written, const std::string& detail) {
+    const std::string outcome =
+        "BIOS, OnReset, " + detail + (written ? ", successfully" : ", unsuccessfully");
+    LibSaveSysEvtLog(event_firmware_update, 0, outcome.c_str());
+    TaskMessage message{};
+    TaskServiceEventMessage(written ? "FirmwareUpdateCompleted" : "FirmwareUpdateFailed",
+                            outcome.c_str(), &message);
+    if (written) TaskServiceUpdateTaskPercentage(task_id, 100);
+    TaskServiceAddTaskMessage(task_id, &message);
+    TaskServiceUpdateTaskETime(task_id);
+    TaskServiceUpdateTaskState(task_id, written ? TASK_STATE_COMPLETED : TASK_STATE_EXCEPTION);
+}
+
+// The BIOS agent writes the staged image as the host starts.
+void write_staged_image(const staged_task& task) {
+    firmware_image_header header;
+    std::string reason;
+    const bool written = check_firmware_image(bios_image(), "BIOS", header, reason) &&
+                         store_firmware_version(FW_DEVICE_BIOS, header.version);
+    if (written) reason = "the new firmware is running";
+    if (reason.empty()) reason = "the new version cannot be recorded";
+    end_staged_task(task.id, written, reason);
+}
+
 }  // namespace
+
+void apply_bios_staged_for_reset() {
+    with_file_lock(task_record(), [] {
+        const staged_task task = read_staged_task();
+        if (task.id == 0 || ::access(reset_marker().c_str(), F_OK) != 0) return true;
+        const bool waiting = task_in_progress(task.id, task.monitor_id);
+        if (waiting) write_staged_image(task);
+        remove_staging();
+        // The lock was the waiting task's; a void staging's task has freed
+        // it already.
+        if (waiting) release_fw_updating_lock();
+        return true;
+    });
+}
 
 void drop_void_bios_staging() {
     const staged_task task = read_staged_task();

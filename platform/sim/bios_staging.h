@@ -10,4 +10,10 @@ namespace platform::sim {
 // the firmware-update lock.
 void drop_void_bios_staging();
 
+// As the host starts (power on, reset, a cycle's power coming back):
+// writes the image staged for the reset, ends its task as Completed or
+// Exception, logs the outcome, removes the staging and frees the
+// firmware-update lock. A void staging is only removed.
+void apply_bios_staged_for_reset();
+
 }  // namespace platform::sim

@@ -9,6 +9,7 @@
 #include "base/input_recording.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_chassis.h"
+#include "platform/sim/bios_staging.h"
 #include "platform/sim/chassis_events.h"
 #include "platform/sim/chassis_state.h"
 #include "platform/sim/state_ini.h"
@@ -63,6 +64,19 @@ void apply_due_steps(chassis_state& state, long long now, event_list& events) {
     }
 }
 
+bool starts_host(const pending_event& each) {
+    switch (each.event) {
+        case chassis_event::power_on:
+        case chassis_event::power_on_after_cycle:
+        case chassis_event::reset:
+            return true;
+        case chassis_event::power_cycle:
+            return each.argument == 0;  // power comes back at once
+        default:
+            return false;
+    }
+}
+
 int run(const operation& change) {
     int result = PLT_ERR_IO;
     event_list events;
@@ -77,10 +91,13 @@ int run(const operation& change) {
         return true;
     });
     if (!stored) return PLT_ERR_IO;
+    bool host_started = false;
     for (const pending_event& each : events) {
         const chassis_event_entry& entry = chassis_event_info(each.event);
         LibSaveSysEvtLog(entry.code, static_cast<int>(each.argument), entry.text);
+        host_started |= starts_host(each);
     }
+    if (host_started) sim::apply_bios_staged_for_reset();
     return result;
 }
 

@@ -127,6 +127,45 @@ def test_bios_staged_for_reset_waits_in_a_pending_task_until_cancelled(bmc):
     wait_for_end(bmc, admin, again.headers["Location"])
 
 
+def stage_for_reset(bmc, version):
+    path = make_image(bmc, image_dir(bmc), "bios-%s.img" % version, "BIOS", version)
+    answer = push(bmc, path, {"Targets": [BIOS_TARGET], "@Redfish.OperationApplyTime": "OnReset"})
+    assert answer.status_code == 400, answer.text
+    admin = bmc.admin()
+    count = admin.get(bmc.url(TASKS)).json()["Members@odata.count"]
+    return admin.get(bmc.url("%s/%d" % (TASKS, count))).json()
+
+
+def test_bios_staged_for_reset_is_written_as_the_host_starts(bmc):
+    admin = bmc.admin()
+    bmc.bmcsim("power", "on")
+    before = firmware(bmc)["BIOS"]
+    task = stage_for_reset(bmc, "5.0.0")
+    # Power on of a host that runs already starts nothing.
+    bmc.bmcsim("power", "on")
+    assert firmware(bmc)["BIOS"] == before
+    assert admin.get(bmc.url(task["@odata.id"])).json()["TaskState"] == "Pending"
+
+    reset = admin.post(bmc.url(BIOS_TARGET + "/Actions/ComputerSystem.Reset"),
+                       json={"ResetType": "ForceRestart"}, timeout=10)
+    assert reset.status_code in (200, 204), reset.text
+    assert firmware(bmc)["BIOS"] == "5.0.0" and firmware(bmc)["updating"] == "0"
+    done = admin.get(bmc.url(task["@odata.id"])).json()
+    assert (done["TaskState"], done["PercentComplete"]) == ("Completed", 100) and "EndTime" in done
+    logged = [event["text"] for event in bmc.events() if event["code"] == 152]
+    assert logged[-1] == "BIOS, OnReset, the new firmware is running, successfully"
+    for parts in (("nv", "pending_task.ini"), ("nv", "OnReset_Update"), ("tmp", "bios_rom")):
+        assert not os.path.exists(os.path.join(bmc.root, *parts))
+
+    # Power off and on again starts the host too.
+    task = stage_for_reset(bmc, "5.0.1")
+    bmc.bmcsim("power", "off")
+    assert firmware(bmc)["BIOS"] == "5.0.0"
+    bmc.bmcsim("power", "on")
+    assert firmware(bmc)["BIOS"] == "5.0.1"
+    assert admin.get(bmc.url(task["@odata.id"])).json()["TaskState"] == "Completed"
+
+
 def test_lockdown_refuses_firmware_uploads(bmc):
     path = make_image(bmc, image_dir(bmc), "locked.img", "BMC", "5.00.00")
     bmc.bmcsim("lockdown", "on")
