@@ -4,8 +4,21 @@
 
 extern "C" {
 
-// Devices of "fw_update -d".
-enum { FW_DEVICE_BMC = 1, FW_DEVICE_BIOS = 2, FW_DEVICE_CPLD = 3 };
+// Devices of "fw_update -d": the BMC, the host BIOS, the motherboard and
+// backplane CPLDs, the network adapters, the GPUs, the backplane's LCMC and
+// the Broadcom and Marvell RAID controllers (the controllers of one kind
+// run one firmware).
+enum {
+    FW_DEVICE_BMC = 1,
+    FW_DEVICE_BIOS = 2,
+    FW_DEVICE_CPLD = 3,
+    FW_DEVICE_BACKPLANE_CPLD = 4,
+    FW_DEVICE_NIC = 5,
+    FW_DEVICE_GPU = 6,
+    FW_DEVICE_LCMC = 7,
+    FW_DEVICE_BROADCOM = 8,
+    FW_DEVICE_MARVELL = 9,
+};
 
 // Takes the firmware-update lock for the calling process: 0 when taken, -1
 // while another update holds it, -2 when the lock cannot be recorded (its
@@ -23,24 +36,27 @@ int fw_updating_in_progress(void);
 // Update mode (/tmp/fw_updating): the component whose update a task is
 // carrying out. A marker whose holder has ended (its task over, its process
 // killed) is void: it holds nothing back and the next entry replaces it.
-// Entering answers 0 when marked, -1 while a live holder has it, -2 when
-// the marker cannot be written.
+// Entering answers 0 when marked (also when the task holds it already),
+// -1 while another live holder has it, -2 when the marker cannot be
+// written.
 int enter_fw_update_mode(int task_id, const char* component);
 // 1 while a live holder has update mode, its component copied into
-// component (size bytes with the NUL) when not null; else 0.
-int fw_update_mode_held(char* component, int size);
+// component (size bytes with the NUL) when not null, and its task into
+// task_id when not null (0 for a process); else 0.
+int fw_update_mode_held(char* component, int size, int* task_id);
 // Leaves update mode if task_id holds it: 0 when it is not held by task_id
 // any more.
 int leave_fw_update_mode(int task_id);
 
 // The file at which an image of device is staged for its flash (the BIOS
-// agent takes the BIOS image there); null for another device.
+// agent takes the BIOS image there); null for an unknown device.
 const char* firmware_staging_file(int device);
 
 // The staging inventory: the version of a staged image under its entry
 // ("Staging_BMC", "Staging_BIOS", "Staging_CPLD_Motherboard", ...).
-// Storing answers 0 when recorded; reading answers negative when the entry
-// holds no version, else copies it into version (size bytes with the NUL).
+// Storing answers 0 when recorded (an empty version takes the entry back);
+// reading answers negative when the entry holds no version, else copies it
+// into version (size bytes with the NUL).
 int StoreStagedFirmwareVersion(const char* entry, const char* version);
 int GetStagedFirmwareVersion(const char* entry, char* version, int size);
 

@@ -81,7 +81,9 @@
 #include "update/ipmiconfig.h"
 #include "update/simpleupdateactioninfo.h"
 #include "update/sslcert.h"
+#include "update/twrfirmwareinventory_actions.h"
 #include "update/twrupdateservice_install.h"
+#include "update/updateactioninfo.h"
 #include "update/updateservice.h"
 #include "update/updateservice_simpleupdate.h"
 #include "update/updateservice_startupdate.h"
@@ -147,9 +149,10 @@ constexpr route_privileges subscription = reads_and_changes(configure_manager, c
     "StorageEnclosure.)([0-9]+)))"
 #define DISK_BAY "(Disk.Bay.)([0-9]+)"
 
-#define FIRMWARE_INVENTORY_NAMED                                                        \
-    "(BMC|Backup_BMC|Golden_BMC|Staging_BMC|BIOS|Backup_BIOS|Golden_BIOS|Staging_BIOS|" \
-    "CPLD_Motherboard|Staging_CPLD_Motherboard|BIOS_ME|StagingPMem|LCMC_Backplane)"
+#define FIRMWARE_INVENTORY_NAMED                                                         \
+    "(BMC|Backup_BMC|Golden_BMC|Staging_BMC|BIOS|Backup_BIOS|Golden_BIOS|Staging_BIOS|"  \
+    "CPLD_Motherboard|Staging_CPLD_Motherboard|CPLD_Backplane|CPLD_Backplane_0|BIOS_ME|" \
+    "StagingPMem|LCMC|LCMC_Backplane)"
 #define FIRMWARE_INVENTORY_NUMBERED                                                     \
     "(Broadcom|Marvell|Staging_Broadcom|Staging_Marvell|NIC|StagingNIC|GPU|StagingGPU|" \
     "NVMeController|NVMeSSDA|NVMeSSDB|PowerSupply|PMem)([0-9]+)"
@@ -325,55 +328,51 @@ const std::vector<route>& route_table() {
         {TWR_FIRMWARE_INVENTORY "/((HARAIDController.)([0-9]+))|((MRVL_HARAIDController.)([0-9]+))",
          SERVED(twrfirmwareinventory), manager_resource},
         {TWR_FIRMWARE_INVENTORY "/BMC/Actions/TwrFirmwareInventory.EnterUpdateMode",
-         UNSERVED(twrfirmwareinventory_enterupdatemode), manager_resource,
-         route_refused_in_lockdown},
+         SERVED(twrfirmwareinventory_enterupdatemode), manager_resource, route_refused_in_lockdown},
         {TWR_FIRMWARE_INVENTORY "/BMC/Actions/TwrFirmwareInventory.Update",
-         UNSERVED(twrfirmwareinventory_update), manager_resource, route_refused_in_lockdown},
+         SERVED(twrfirmwareinventory_update), manager_resource, route_refused_in_lockdown},
         {TWR_FIRMWARE_INVENTORY "/BMC/Actions/TwrFirmwareInventory.Cancel",
-         UNSERVED(twrfirmwareinventory_cancel), manager_resource},
+         SERVED(twrfirmwareinventory_cancel), manager_resource},
         {TWR_FIRMWARE_INVENTORY "/BMC/Actions/TwrFirmwareInventory.Upload",
-         UNSERVED(twrfirmwareinventory_upload), manager_resource,
+         SERVED(twrfirmwareinventory_upload), manager_resource,
          route_upload | route_refused_in_lockdown},
-        {TWR_FIRMWARE_INVENTORY "/BMC/UpdateActionInfo", UNSERVED(updateactioninfo),
+        {TWR_FIRMWARE_INVENTORY "/BMC/UpdateActionInfo", SERVED(updateactioninfo),
          manager_resource},
         {TWR_FIRMWARE_INVENTORY "/BIOS/Actions/TwrFirmwareInventory.EnterUpdateMode",
-         UNSERVED(twrfirmwareinventory_enterupdatemode), manager_resource,
-         route_refused_in_lockdown},
+         SERVED(twrfirmwareinventory_enterupdatemode), manager_resource, route_refused_in_lockdown},
         {TWR_FIRMWARE_INVENTORY "/BIOS/Actions/TwrFirmwareInventory.Update",
-         UNSERVED(twrfirmwareinventory_update), manager_resource, route_refused_in_lockdown},
+         SERVED(twrfirmwareinventory_update), manager_resource, route_refused_in_lockdown},
         {TWR_FIRMWARE_INVENTORY "/BIOS/Actions/TwrFirmwareInventory.Cancel",
-         UNSERVED(twrfirmwareinventory_cancel), manager_resource},
+         SERVED(twrfirmwareinventory_cancel), manager_resource},
         {TWR_FIRMWARE_INVENTORY "/BIOS/Actions/TwrFirmwareInventory.Upload",
-         UNSERVED(twrfirmwareinventory_upload), manager_resource,
+         SERVED(twrfirmwareinventory_upload), manager_resource,
          route_upload | route_refused_in_lockdown},
-        {TWR_FIRMWARE_INVENTORY "/BIOS/UpdateActionInfo", UNSERVED(updateactioninfo),
+        {TWR_FIRMWARE_INVENTORY "/BIOS/UpdateActionInfo", SERVED(updateactioninfo),
          manager_resource},
         {TWR_FIRMWARE_INVENTORY "/" TWR_MRVL_CONTROLLER
                                 "/Actions/TwrFirmwareInventory.EnterUpdateMode",
-         UNSERVED(twrfirmwareinventory_enterupdatemode), manager_resource,
-         route_refused_in_lockdown},
+         SERVED(twrfirmwareinventory_enterupdatemode), manager_resource, route_refused_in_lockdown},
         {TWR_FIRMWARE_INVENTORY "/" TWR_MRVL_CONTROLLER "/Actions/TwrFirmwareInventory.Update",
-         UNSERVED(twrfirmwareinventory_update), manager_resource, route_refused_in_lockdown},
+         SERVED(twrfirmwareinventory_update), manager_resource, route_refused_in_lockdown},
         {TWR_FIRMWARE_INVENTORY "/" TWR_MRVL_CONTROLLER "/Actions/TwrFirmwareInventory.Cancel",
-         UNSERVED(twrfirmwareinventory_cancel), manager_resource},
+         SERVED(twrfirmwareinventory_cancel), manager_resource},
         {TWR_FIRMWARE_INVENTORY "/" TWR_MRVL_CONTROLLER "/Actions/TwrFirmwareInventory.Upload",
-         UNSERVED(twrfirmwareinventory_upload), manager_resource,
+         SERVED(twrfirmwareinventory_upload), manager_resource,
          route_upload | route_refused_in_lockdown},
         {TWR_FIRMWARE_INVENTORY "/" TWR_MRVL_CONTROLLER "/UpdateActionInfo",
-         UNSERVED(updateactioninfo), manager_resource},
+         SERVED(updateactioninfo), manager_resource},
         {TWR_FIRMWARE_INVENTORY "/" TWR_HARAID_CONTROLLER
                                 "/Actions/TwrFirmwareInventory.EnterUpdateMode",
-         UNSERVED(twrfirmwareinventory_enterupdatemode), manager_resource,
-         route_refused_in_lockdown},
+         SERVED(twrfirmwareinventory_enterupdatemode), manager_resource, route_refused_in_lockdown},
         {TWR_FIRMWARE_INVENTORY "/" TWR_HARAID_CONTROLLER "/Actions/TwrFirmwareInventory.Update",
-         UNSERVED(twrfirmwareinventory_update), manager_resource, route_refused_in_lockdown},
+         SERVED(twrfirmwareinventory_update), manager_resource, route_refused_in_lockdown},
         {TWR_FIRMWARE_INVENTORY "/" TWR_HARAID_CONTROLLER "/Actions/TwrFirmwareInventory.Cancel",
-         UNSERVED(twrfirmwareinventory_cancel), manager_resource},
+         SERVED(twrfirmwareinventory_cancel), manager_resource},
         {TWR_FIRMWARE_INVENTORY "/" TWR_HARAID_CONTROLLER "/Actions/TwrFirmwareInventory.Upload",
-         UNSERVED(twrfirmwareinventory_upload), manager_resource,
+         SERVED(twrfirmwareinventory_upload), manager_resource,
          route_upload | route_refused_in_lockdown},
         {TWR_FIRMWARE_INVENTORY "/" TWR_HARAID_CONTROLLER "/UpdateActionInfo",
-         UNSERVED(updateactioninfo), manager_resource},
+         SERVED(updateactioninfo), manager_resource},
         {"/redfish/v1/UpdateService/Oem/Tarnwright/SSLCert", SERVED(sslcert), manager_resource},
         {"/redfish/v1/UpdateService/Oem/Tarnwright/SSLCert/Actions/TwrSSLCert.Upload",
          SERVED(sslcert_upload), manager_resource, route_upload | route_refused_in_lockdown},

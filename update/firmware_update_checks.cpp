@@ -25,18 +25,18 @@ void check_bios_host_off(const char* message_id, const char* errors_code) {
 
 void take_firmware_update_lock(const char* component) {
     const int taken = get_fw_updating_lock();
-    if (taken == -1) throw_http_error(400, "TWR.1.0.OemFirmwareAlreadyInUpdateMode", {component});
-    if (taken != 0) {
+    if (taken != 0 && taken != -1) {
         console_log("[ERROR] FirmwareUpdate the update lock cannot be recorded\n");
         throw_http_error(500, "Base.1.10.InternalError");
     }
-    // Another BMC program may have a component in update mode without the
-    // lock.
+    // The component in update mode is the one to name, also when another
+    // BMC program holds it without the lock.
     char held[64] = {};
-    if (fw_update_mode_held(held, sizeof held)) {
-        release_fw_updating_lock();
+    if (fw_update_mode_held(held, sizeof held, nullptr)) {
+        if (taken == 0) release_fw_updating_lock();
         throw_http_error(400, "TWR.1.0.OemFirmwareAlreadyInUpdateMode", {held});
     }
+    if (taken == -1) throw_http_error(400, "TWR.1.0.OemFirmwareAlreadyInUpdateMode", {component});
 }
 
 }  // namespace odata::redfish

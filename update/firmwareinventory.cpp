@@ -14,6 +14,18 @@ std::string inventory_of(const request_context& context) {
     return context.uri.substr(0, context.uri.find_last_of('/'));
 }
 
+// The update-mode actions of a member of the OEM inventory.
+boost::json::object oem_actions(const std::string& uri) {
+    boost::json::object actions;
+    for (const char* action : {"EnterUpdateMode", "Upload", "Update", "Cancel"}) {
+        boost::json::object target{{"target", uri + "/Actions/TwrFirmwareInventory." + action}};
+        if (std::string_view(action) == "Update")
+            target["@Redfish.ActionInfo"] = uri + "/UpdateActionInfo";
+        actions[std::string("#TwrFirmwareInventory.") + action] = std::move(target);
+    }
+    return actions;
+}
+
 }  // namespace
 
 firmwareinventorycollection::firmwareinventorycollection(request_context& context)
@@ -21,16 +33,17 @@ firmwareinventorycollection::firmwareinventorycollection(request_context& contex
                                   false) {}
 
 firmwareinventorycollection::firmwareinventorycollection(request_context& context, std::string name,
-                                                         std::string uri, bool updateable_only)
+                                                         std::string uri, bool oem)
     : redfish(context, "SoftwareInventoryCollection", "", std::move(name), std::move(uri)),
-      updateable_only_(updateable_only) {}
+      oem_(oem) {}
 
 int firmwareinventorycollection::get(request_context&) {
     set_common_properties();
     std::vector<std::string> members;
-    for (const firmware_component& component : firmware_components())
-        if (component.updateable || !updateable_only_)
-            members.push_back(member_uri(uri_, component.id));
+    for (const firmware_component& component : firmware_components()) {
+        const std::string& id = oem_ ? component.oem_id : component.id;
+        if (!id.empty()) members.push_back(member_uri(uri_, id));
+    }
     set_members(members);
     return 0;
 }
@@ -38,23 +51,24 @@ int firmwareinventorycollection::get(request_context&) {
 firmwareinventory::firmwareinventory(request_context& context)
     : firmwareinventory(context, context.uri, false) {}
 
-firmwareinventory::firmwareinventory(request_context& context, std::string uri,
-                                     bool updateable_only)
+firmwareinventory::firmwareinventory(request_context& context, std::string uri, bool oem)
     : redfish(context, "SoftwareInventory",
               std::string(schema_file_of("SoftwareInventory").version), "", std::move(uri)),
-      updateable_only_(updateable_only) {}
+      oem_(oem) {}
 
 int firmwareinventory::get(request_context& context) {
+    const std::string& id = context.segments.back();
     const std::optional<firmware_component> component =
-        find_firmware_component(context.segments.back());
-    if (!component || (updateable_only_ && !component->updateable)) throw_http(404);
-    uri_ = member_uri(inventory_of(context), component->id);
-    name_ = component->id + " Firmware";
-    set_common_properties(component->id);
+        oem_ ? find_oem_firmware_component(id) : find_firmware_component(id);
+    if (!component) throw_http(404);
+    uri_ = member_uri(inventory_of(context), id);
+    name_ = id + " Firmware";
+    set_common_properties(id);
     set("Status",
         {{"State", component->updateable ? "Enabled" : "StandbyOffline"}, {"Health", "OK"}});
     set("Updateable", component->updateable);
     set("Version", component->version);
+    if (oem_) set("Actions", {{"Oem", oem_actions(uri_)}});
     return 0;
 }
 

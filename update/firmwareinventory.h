@@ -1,6 +1,7 @@
 // The firmware inventories: a collection of the components and one resource
 // per component, under the standard path and under the OEM one (which
-// lists the updatable BMC and BIOS only).
+// lists the BMC, the BIOS and the RAID controllers, with the actions that
+// update them).
 #pragma once
 
 #include "framework/redfish.h"
@@ -14,10 +15,10 @@ public:
 
 protected:
     firmwareinventorycollection(request_context& context, std::string name, std::string uri,
-                                bool updateable_only);
+                                bool oem);
 
 private:
-    bool updateable_only_;
+    bool oem_;
 };
 
 class firmwareinventory : public redfish {
@@ -26,10 +27,10 @@ public:
     int get(request_context& context) override;
 
 protected:
-    firmwareinventory(request_context& context, std::string uri, bool updateable_only);
+    firmwareinventory(request_context& context, std::string uri, bool oem);
 
 private:
-    bool updateable_only_;
+    bool oem_;
 };
 
 class twrfirmwareinventorycollection : public firmwareinventorycollection {

@@ -4,30 +4,24 @@
 
 #include "platform/libfwupdate.h"
 #include "platform/libweb.h"
-#include "update/update_uris.h"
+#include "update/staged_components.h"
 
 namespace odata::redfish {
 namespace {
 
-struct push_target {
-    const char* uri;
-    int device;
-    bool may_wait_for_reset;
-};
+// Only the BIOS agent takes an image at the host's reset.
+bool may_wait_for_reset(const staged_component& component) {
+    return component.device == FW_DEVICE_BIOS;
+}
 
-constexpr push_target push_targets[] = {
-    {bmc_target_uri, FW_DEVICE_BMC, false},
-    {bios_target_uri, FW_DEVICE_BIOS, true},
-};
-
-const push_target* find_target(const boost::json::value& target) {
+const staged_component* find_target(const boost::json::value& target) {
     if (!target.is_string()) return nullptr;
-    for (const push_target& each : push_targets)
-        if (target.as_string() == each.uri) return &each;
+    for (const staged_component& each : staged_components())
+        if (each.target_uri && target.as_string() == each.target_uri) return &each;
     return nullptr;
 }
 
-const push_target* find_only_target(const boost::json::value* targets) {
+const staged_component* find_only_target(const boost::json::value* targets) {
     const boost::json::array* list = targets ? targets->if_array() : nullptr;
     if (!list || list->size() != 1) return nullptr;
     return find_target(list->front());
@@ -60,7 +54,7 @@ bool read_apply_time(const boost::json::object& parameters, push_apply_time& app
 }  // namespace
 
 int push_target_device(const boost::json::value& target) {
-    const push_target* found = find_target(target);
+    const staged_component* found = find_target(target);
     return found ? found->device : 0;
 }
 
@@ -86,7 +80,7 @@ void read_push_parameters(const std::string& text, push_parameters& parameters,
         add_push_error(result,
                        "ApplyTime value is not supported, please refer to HttpPushUriApplyTime.");
     }
-    const push_target* target = find_only_target(object.if_contains("Targets"));
+    const staged_component* target = find_only_target(object.if_contains("Targets"));
     if (!target) {
         console_log("[ERROR] HttpPushUri Can not find Targets Value.\n");
         add_push_error(result,
@@ -94,7 +88,7 @@ void read_push_parameters(const std::string& text, push_parameters& parameters,
         return;
     }
     parameters.device = target->device;
-    if (parameters.apply_time == push_apply_time::on_reset && !target->may_wait_for_reset) {
+    if (parameters.apply_time == push_apply_time::on_reset && !may_wait_for_reset(*target)) {
         console_log("[ERROR] HttpPushUri can not find apply time.\n");
         add_push_error(result,
                        "ApplyTime value is not supported, please refer to HttpPushUriApplyTime.");

@@ -17,12 +17,12 @@ enum class push_apply_time {
 };
 
 struct push_parameters {
-    int device = 0;  // FW_DEVICE_BMC or FW_DEVICE_BIOS
+    int device = 0;  // FW_DEVICE_*
     push_apply_time apply_time = push_apply_time::immediate;
 };
 
-// The device of a firmware target URI (the BMC or the BIOS, for a push
-// or a pull); 0 for another.
+// The device of a push target URI (the BMC, the BIOS, the inventory member
+// of another component); 0 for another.
 int push_target_device(const boost::json::value& target);
 
 // Reads the JSON text of the part; each failure adds one message to result

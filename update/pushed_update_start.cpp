@@ -37,13 +37,8 @@ TaskInfo start_pushed_update(int device, const char* action_uri, result_record e
     if (push->device == FW_DEVICE_BIOS)
         check_bios_host_off("TWR.1.0.OemHttppushuriErrorMessage", errors.code.c_str());
     TaskInfo task{};
-    if (TaskServiceGetTaskInfo(push->task_id, &task) != 0 ||
-        enter_fw_update_mode(task.id, staged_component_of(push->device).name) != 0)
+    if (TaskServiceGetTaskInfo(push->task_id, &task) != 0 || !start_waiting_push(*push, action_uri))
         throw_http_error(500, "Base.1.10.InternalError");
-    if (!start_waiting_push(*push, action_uri)) {
-        leave_fw_update_mode(task.id);
-        throw_http_error(500, "Base.1.10.InternalError");
-    }
     lock.hand_over();
     return task;
 }

@@ -132,6 +132,12 @@ void read_protocol(const boost::json::object& body, const std::string& scheme,
 }
 
 // Without Targets the BMC is updated.
+// A pull updates the BMC or the host BIOS only.
+int pull_target_device(const boost::json::value& target) {
+    const int device = push_target_device(target);
+    return device == FW_DEVICE_BMC || device == FW_DEVICE_BIOS ? device : 0;
+}
+
 void read_targets(const boost::json::object& body, simple_update_request& request,
                   result_record& result) {
     const boost::json::value* targets = body.if_contains("Targets");
@@ -143,7 +149,7 @@ void read_targets(const boost::json::object& body, simple_update_request& reques
     const bool known =
         list && !list->empty() &&
         std::all_of(list->begin(), list->end(), [](const boost::json::value& target) {
-            return push_target_device(target) != 0;
+            return pull_target_device(target) != 0;
         });
     if (!known) {
         console_log("[ERROR] SimpleUpdate.Targets\n");
@@ -152,7 +158,7 @@ void read_targets(const boost::json::object& body, simple_update_request& reques
         console_log("[ERROR] SimpleUpdate.Targets\n");
         add_error(result, "Input Targets parameter error, only support one target each time.");
     } else {
-        request.device = push_target_device(list->front());
+        request.device = pull_target_device(list->front());
     }
 }
 

@@ -12,6 +12,7 @@
 #include "platform/libweb.h"
 #include "tasks/task_worker.h"
 #include "update/firmware_flash.h"
+#include "update/staged_components.h"
 
 namespace odata::redfish {
 namespace {
@@ -19,9 +20,7 @@ namespace {
 constexpr int fetched_percent = 50;
 constexpr int event_firmware_update = 152;
 
-const char* target_of(const update_job& job) {
-    return job.device == FW_DEVICE_BIOS ? "BIOS" : "BMC";
-}
+const char* target_of(const update_job& job) { return staged_component_of(job.device).name; }
 
 void log_update_event(const std::string& text) {
     LibSaveSysEvtLog(event_firmware_update, 0, text.c_str());

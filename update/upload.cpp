@@ -1,6 +1,5 @@
 #include "update/upload.h"
 
-#include <charconv>
 #include <cstdio>
 
 #include "base/atomic_file.h"
@@ -11,12 +10,9 @@
 #include "platform/libtask.h"
 #include "platform/libweb.h"
 #include "tasks/accepted_response.h"
-#include "update/firmware_components.h"
 #include "update/firmware_update_checks.h"
-#include "update/form_parts.h"
-#include "update/image_download.h"
-#include "update/image_file.h"
 #include "update/multipart_reader.h"
+#include "update/push_form.h"
 #include "update/push_parameters.h"
 #include "update/staged_components.h"
 #include "update/update_uris.h"
@@ -25,50 +21,7 @@
 namespace odata::redfish {
 namespace {
 
-// An image and the form around it.
-constexpr long long max_content_length = max_image_bytes + (1LL << 20);
-constexpr size_t max_boundary_length = 128;
 constexpr size_t max_parameters_length = 65536;
-constexpr const char* parsing_content_text = "Please check the parsing content.";
-
-[[noreturn]] void throw_push_error(const char* console_line, const char* text, int status = 400) {
-    console_log("%s", console_line);
-    result_record result = push_errors();
-    add_push_error(result, text);
-    throw_http_result(status, result);
-}
-
-long long checked_content_length() {
-    const std::string text = request_cgi_text("CONTENT_LENGTH");
-    long long length = 0;
-    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size() || length <= 0)
-        throw_push_error("[ERROR] HttpPushUri Http content length.\n", parsing_content_text);
-    if (length > max_content_length)
-        throw_push_error("[ERROR] HttpPushUri Content length is too long.\n", parsing_content_text);
-    return length;
-}
-
-std::string checked_boundary() {
-    const std::string type = request_cgi_text("CONTENT_TYPE");
-    if (type.rfind("multipart/form-data", 0) != 0)
-        throw_push_error("[ERROR] HttpPushUri Incorrect http content type.\n",
-                         parsing_content_text);
-    const std::string boundary = multipart_boundary(type);
-    if (boundary.empty())
-        throw_push_error("[ERROR] HttpPushUri Http boundary.\n", parsing_content_text);
-    if (boundary.size() > max_boundary_length)
-        throw_push_error("[ERROR] HttpPushUri Http boundary out of length.\n",
-                         parsing_content_text);
-    return boundary;
-}
-
-constexpr const char* parse_failure_line = "[ERROR] HttpPushUri Multipart is parsing failed.\n";
-constexpr const char* parse_failure_text = "Please check the parsing name.";
-
-bool next_part_is(multipart_reader& reader, const char* name) {
-    return reader.next_part() && reader.name() == name;
-}
 
 push_parameters read_parameters(multipart_reader& reader) {
     std::string text;
@@ -108,23 +61,8 @@ push_parameters read_parameters(multipart_reader& reader) {
 void stage_image(multipart_reader& reader, const staged_component& component) {
     if (!next_part_is(reader, "UpdateFile"))
         throw_not_staged(parse_failure_line, parse_failure_text);
-    image_file file(firmware_staging_file(component.device));
-    const bool received = file.valid() &&
-                          reader.read_content([&file](const char* data, size_t length) {
-                              return file.write(data, length);
-                          }) &&
-                          file.size() > 0;
-    if (!received) throw_not_staged("[ERROR] HttpPushUri upload file\n", "Upload file error.");
-    drop_waiting_push(component.device);
-    if (!file.commit()) throw_not_staged("[ERROR] HttpPushUri upload file\n", "Upload file error.");
-}
-
-void record_staged_version(const staged_component& component) {
-    char version[64] = {};
-    if (GetFirmwareImageVersion(component.device, firmware_staging_file(component.device), version,
-                                sizeof version) != 0)
-        std::snprintf(version, sizeof version, "%s", "Unknown");
-    store_staged_version(component.inventory_entry, version);
+    if (!receive_image(reader, component, [&component] { drop_waiting_push(component.device); }))
+        throw_not_staged("[ERROR] HttpPushUri upload file\n", "Upload file error.");
 }
 
 // A BIOS image that waits for the next host reset: a Pending task whose
@@ -172,10 +110,7 @@ void start_flash(const staged_component& component) {
 
 int upload::post(request_context& context) {
     check_no_evidence_dump();
-    const long long length = checked_content_length();
-    const std::string boundary = checked_boundary();
-    if (!context.upload) throw_http_error(500, "Base.1.10.InternalError");
-    multipart_reader reader(*context.upload, boundary, length);
+    multipart_reader reader = open_push_form(context);
     const push_parameters parameters = read_parameters(reader);
     const staged_component& component = staged_component_of(parameters.device);
     // An image that waits is written, and checked, later.

@@ -100,15 +100,6 @@ using namespace platform::sim;
 
 extern "C" {
 
-const char* firmware_staging_file(int device) {
-    static std::string bmc;
-    static std::string bios;
-    bmc = platform::bmc_path("/tmp/fwimgbuff");
-    bios = bios_image();
-    if (device == FW_DEVICE_BMC) return bmc.c_str();
-    return device == FW_DEVICE_BIOS ? bios.c_str() : nullptr;
-}
-
 int StageBiosUpdateOnReset(int task_id) {
     TaskInfo task{};
     if (TaskServiceGetTaskInfo(task_id, &task) != 0) return -1;

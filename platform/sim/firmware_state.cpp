@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
 #include "base/bmc_root.h"
 #include "platform/libbmc.h"
@@ -28,12 +29,20 @@ struct component {
     int device;
     const char* name;
     const char* first_version;  // before any update
+    const char* staging_file;
 };
 
 constexpr component components[] = {
-    {FW_DEVICE_BMC, "BMC", "1.00.00"},
-    {FW_DEVICE_BIOS, "BIOS", "2.1.0"},  // as the generated SMBIOS table says
-    {FW_DEVICE_CPLD, "CPLD", "01"},
+    {FW_DEVICE_BMC, "BMC", "1.00.00", "/tmp/fwimgbuff"},
+    // As the generated SMBIOS table says.
+    {FW_DEVICE_BIOS, "BIOS", "2.1.0", "/tmp/bios_rom"},
+    {FW_DEVICE_CPLD, "CPLD", "01", "/tmp/cpld_rom"},
+    {FW_DEVICE_BACKPLANE_CPLD, "CPLD_Backplane", "01", "/tmp/bpn_cpld_rom"},
+    {FW_DEVICE_NIC, "NIC", "14.32.10", "/tmp/nic_fw"},
+    {FW_DEVICE_GPU, "GPU", "96.00.5E", "/tmp/gpu_fw"},
+    {FW_DEVICE_LCMC, "LCMC", "01.02.03", "/tmp/lcmc_fw"},
+    {FW_DEVICE_BROADCOM, "Broadcom", "52.22.0", "/tmp/broadcom_stor_ctrl_rom"},
+    {FW_DEVICE_MARVELL, "Marvell", "1.0.0.1048", "/tmp/marvell_stor_ctrl_rom"},
 };
 
 const component* find_component(int device) {
@@ -142,6 +151,18 @@ int release_fw_updating_lock(void) {
 }
 
 int fw_updating_in_progress(void) { return lock_held() ? 1 : 0; }
+
+const char* firmware_staging_file(int device) {
+    // Made afresh on each call, as the root may change (tests); a caller's
+    // pointer stays valid until the next call for the same device.
+    static std::string paths[std::size(components)];
+    for (size_t at = 0; at < std::size(components); ++at) {
+        if (components[at].device != device) continue;
+        paths[at] = platform::bmc_path(components[at].staging_file);
+        return paths[at].c_str();
+    }
+    return nullptr;
+}
 
 int evidence_dump_in_progress(void) {
     return ::access(evidence_marker_file().c_str(), F_OK) == 0 ? 1 : 0;

@@ -39,8 +39,9 @@ int GetStagedFirmwareVersion(const char* entry, char* version, int size) {
     if (!plain_entry(entry) || !version || size < 1 ||
         !platform::sim::read_file(inventory_directory() + "/" + entry, text))
         return -1;
-    if (text.empty()) return -1;
+    // An empty version is an entry taken back.
     const std::string line = text.substr(0, text.find('\n'));
+    if (line.empty()) return -1;
     platform::sim::copy_out(line.substr(0, max_version_length), version, size);
     return 0;
 }

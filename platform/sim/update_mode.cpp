@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <sstream>
 
 #include "base/bmc_root.h"
@@ -36,7 +37,7 @@ int mark_update_mode(const std::string& holder, const std::string& component) {
     int marked = -2;
     with_file_lock(update_mode_file(), [&] {
         marker found;
-        if (read_live_marker(found))
+        if (read_live_marker(found) && found.holder != holder)
             marked = -1;
         else if (replace_file(update_mode_file(), holder + "\n" + component + "\n", 0600))
             marked = 0;
@@ -57,10 +58,11 @@ int enter_fw_update_mode(int task_id, const char* component) {
     return mark_update_mode(holder, component);
 }
 
-int fw_update_mode_held(char* component, int size) {
+int fw_update_mode_held(char* component, int size, int* task_id) {
     marker found;
     if (!read_live_marker(found)) return 0;
     if (component && size > 0) copy_out(found.component, component, size);
+    if (task_id && std::sscanf(found.holder.c_str(), "task %d", task_id) != 1) *task_id = 0;
     return 1;
 }
 

@@ -8,8 +8,8 @@ namespace platform::sim {
 
 std::string update_mode_file();
 
-// Marks update mode for holder unless a live holder has it: 0 when marked,
-// -1 while held, -2 when the marker cannot be written.
+// Marks update mode for holder unless another live holder has it: 0 when
+// marked, -1 while held, -2 when the marker cannot be written.
 int mark_update_mode(const std::string& holder, const std::string& component);
 
 }  // namespace platform::sim

@@ -126,7 +126,8 @@ const std::map<std::string_view, std::string_view>& pattern_samples() {
          "HBA.0.StorageEnclosure.1"},
         {"(Disk.Bay.)([0-9]+)", "Disk.Bay.7"},
         {"(BMC|Backup_BMC|Golden_BMC|Staging_BMC|BIOS|Backup_BIOS|Golden_BIOS|Staging_BIOS|"
-         "CPLD_Motherboard|Staging_CPLD_Motherboard|BIOS_ME|StagingPMem|LCMC_Backplane)",
+         "CPLD_Motherboard|Staging_CPLD_Motherboard|CPLD_Backplane|CPLD_Backplane_0|BIOS_ME|"
+         "StagingPMem|LCMC|LCMC_Backplane)",
          "Golden_BIOS"},
         {"(Broadcom|Marvell|Staging_Broadcom|Staging_Marvell|NIC|StagingNIC|GPU|StagingGPU|"
          "NVMeController|NVMeSSDA|NVMeSSDB|PowerSupply|PMem)([0-9]+)",

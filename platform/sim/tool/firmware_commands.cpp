@@ -20,11 +20,11 @@ namespace {
 constexpr long long max_payload_bytes = 256LL << 20;
 
 int show_firmware(std::ostream& out) {
-    for (int device : {FW_DEVICE_BMC, FW_DEVICE_BIOS, FW_DEVICE_CPLD})
+    for (int device = FW_DEVICE_BMC; platform::sim::firmware_component(device); ++device)
         out << platform::sim::firmware_component(device) << '='
             << platform::sim::firmware_version(device) << '\n';
     char mode[64] = {};
-    fw_update_mode_held(mode, sizeof mode);
+    fw_update_mode_held(mode, sizeof mode, nullptr);
     out << "updating=" << fw_updating_in_progress() << '\n'
         << "update-mode=" << mode << '\n'
         << "evidence=" << evidence_dump_in_progress() << '\n';
