@@ -81,8 +81,10 @@ TEST(SimpleUpdateRequest, RefusesLocationsACommandOrUrlCouldMisread) {
               std::vector<std::string>{"Input ImageURI format error."});
 }
 
+// A pull updates the BMC or the BIOS only, not what a push may target.
 TEST(SimpleUpdateRequest, TargetsMustBeOneKnownUri) {
-    for (const char* targets : {"[]", "\"/redfish/v1/Managers/1\"", "[1]", "[\"/redfish/v1\"]"})
+    for (const char* targets : {"[]", "\"/redfish/v1/Managers/1\"", "[1]", "[\"/redfish/v1\"]",
+                                "[\"/redfish/v1/UpdateService/FirmwareInventory/NIC0\"]"})
         EXPECT_EQ(errors_of(std::string(R"({"ImageURI":"h/a","TransferProtocol":"HTTP",)") +
                             "\"Targets\":" + targets + "}"),
                   std::vector<std::string>{"Input Targets format error."})
