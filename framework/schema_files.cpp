@@ -90,6 +90,7 @@ const std::vector<schema_file>& schema_files() {
         {"Thermal", "v1_6_0", true},
         {"ThermalSubsystem", "v1_0_0", false},
         {"TwrChassisExtensions", "v1_0_0", false},
+        {"TwrFirmwareInventory", "v1_0_0", false},
         {"TwrIPMIConfig", "v1_0_0", false},
         {"TwrPowerExtensions", "v1_0_0", false},
         {"TwrSSLCert", "v1_0_0", false},
