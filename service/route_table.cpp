@@ -67,6 +67,8 @@
 #include "security/manageraccountcollection.h"
 #include "security/role_resources.h"
 #include "security/session_resources.h"
+#include "tasks/dump_resources.h"
+#include "tasks/dumpservice.h"
 #include "tasks/eventdestination.h"
 #include "tasks/eventdestinationcollection.h"
 #include "tasks/eventservice.h"
@@ -405,32 +407,31 @@ const std::vector<route>& route_table() {
          SERVED(replace_certificate), manager_resource, route_refused_in_lockdown},
 
         // Services: dumps
-        {"/redfish/v1/Oem/Tarnwright/DumpService", UNSERVED(dumpservice), manager_resource},
-        {DUMPS, UNSERVED(dumpscollection), manager_resource},
-        {DUMPS "/HostCrashDump", UNSERVED(dump), manager_resource},
-        {DUMPS "/BMCEvidenceDump", UNSERVED(bmcevidencedump), manager_resource},
-        {DUMPS "/BIOSEvidenceDump", UNSERVED(biosevidencedump), manager_resource},
-        {DUMPS "/DriveSmartDump", UNSERVED(drivesmartdump), manager_resource},
-        {DUMPS "/HostCrashDump/Actions/TwrDump.Download", UNSERVED(dump_download),
-         manager_resource},
+        {"/redfish/v1/Oem/Tarnwright/DumpService", SERVED(dumpservice), manager_resource},
+        {DUMPS, SERVED(dumpscollection), manager_resource},
+        {DUMPS "/HostCrashDump", SERVED(dump), manager_resource},
+        {DUMPS "/BMCEvidenceDump", SERVED(bmcevidencedump), manager_resource},
+        {DUMPS "/BIOSEvidenceDump", SERVED(biosevidencedump), manager_resource},
+        {DUMPS "/DriveSmartDump", SERVED(drivesmartdump), manager_resource},
+        {DUMPS "/HostCrashDump/Actions/TwrDump.Download", SERVED(dump_download), manager_resource},
         {DUMPS "/BMCEvidenceDump/Actions/TwrBMCEvidenceDump.Generate",
-         UNSERVED(bmcevidencedump_generate), manager_resource},
+         SERVED(bmcevidencedump_generate), manager_resource},
         {DUMPS "/BMCEvidenceDump/Actions/TwrBMCEvidenceDump.Download",
-         UNSERVED(bmcevidencedump_download), manager_resource},
+         SERVED(bmcevidencedump_download), manager_resource},
         {DUMPS "/BIOSEvidenceDump/Actions/TwrBIOSEvidenceDump.Generate",
-         UNSERVED(biosevidencedump_generate), manager_resource},
+         SERVED(biosevidencedump_generate), manager_resource},
         {DUMPS "/BIOSEvidenceDump/Actions/TwrBIOSEvidenceDump.Download",
-         UNSERVED(biosevidencedump_download), manager_resource},
-        {DUMPS "/DriveSmartDump/Actions/TwrDriveSmartDump.Generate", UNSERVED(drivesmart_generate),
+         SERVED(biosevidencedump_download), manager_resource},
+        {DUMPS "/DriveSmartDump/Actions/TwrDriveSmartDump.Generate", SERVED(drivesmart_generate),
          manager_resource},
-        {DUMPS "/DriveSmartDump/Actions/TwrDriveSmartDump.Download", UNSERVED(drivesmart_download),
+        {DUMPS "/DriveSmartDump/Actions/TwrDriveSmartDump.Download", SERVED(drivesmart_download),
          manager_resource},
         {"/redfish/v1/Oem/Tarnwright/DumpService/CreateDumpActionInfo",
-         UNSERVED(create_dump_actioninfo), manager_resource},
+         SERVED(create_dump_actioninfo), manager_resource},
         {"/redfish/v1/Oem/Tarnwright/DumpService/Actions/TwrDumpService.CreateDump",
-         UNSERVED(dumpservice_createdump), manager_resource},
+         SERVED(dumpservice_createdump), manager_resource},
         {"/redfish/v1/Oem/Tarnwright/DumpService/Actions/TwrDumpService.DeleteAll",
-         UNSERVED(dumpservice_deleteall), manager_resource},
+         SERVED(dumpservice_deleteall), manager_resource},
 
         // Services: registries, schemas and telemetry
         {"/redfish/v1/Registries", SERVED(messageregistryfilecollection), manager_resource},
