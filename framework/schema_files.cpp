@@ -35,7 +35,7 @@ const std::vector<schema_file>& schema_files() {
         {"HostInterfaceCollection", "", false},
         {"JsonSchemaFile", "v1_1_0", true},
         {"JsonSchemaFileCollection", "", true},
-        {"LogEntry", "v1_6_0", false},
+        {"LogEntry", "v1_7_0", false},
         {"LogEntryCollection", "", false},
         {"LogService", "v1_2_0", false},
         {"LogServiceCollection", "", false},

@@ -45,12 +45,14 @@
 #include "resources/systems/bootoptionscollection.h"
 #include "resources/systems/computersystem_reset.h"
 #include "resources/systems/computersystem_setdefaultbootorder.h"
+#include "resources/systems/crashdump.h"
 #include "resources/systems/ethernetinterface.h"
 #include "resources/systems/memory.h"
 #include "resources/systems/memorycollection.h"
 #include "resources/systems/memorysummarymetrics.h"
 #include "resources/systems/networkinterfacecollection.h"
 #include "resources/systems/networkinterfaces.h"
+#include "resources/systems/peci_sendraw.h"
 #include "resources/systems/processor.h"
 #include "resources/systems/processorcollection.h"
 #include "resources/systems/processormetrics.h"
@@ -680,20 +682,24 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/Oem/Tarnwright/BmcInfo", UNSERVED(bmc_info), component_resource},
 
         // Systems: crash dumps, only while the host supports them
-        {CRASHDUMP, UNSERVED(crashdump_logservice), component_resource, route_crashdump},
-        {CRASHDUMP "/Actions/LogService.ClearLog", UNSERVED(crashdump_logservice_clearlog),
+        {CRASHDUMP, SERVED(crashdump_logservice), component_resource, route_crashdump},
+        {CRASHDUMP "/Actions/LogService.ClearLog", SERVED(crashdump_logservice_clearlog),
          system_log_clearing, route_crashdump},
-        {CRASHDUMP "/Actions/Oem/Crashdump.SendRawPeci", UNSERVED(peci_sendraw), manager_resource,
+        {CRASHDUMP "/Actions/Oem/Crashdump.SendRawPeci", SERVED(peci_sendraw), manager_resource,
          route_crashdump},
-        {CRASHDUMP "/Actions/Oem/Crashdump.OnDemand", UNSERVED(crashdump_ondemand),
+        {CRASHDUMP "/Actions/Oem/Crashdump.OnDemand", SERVED(crashdump_ondemand),
          component_resource, route_crashdump},
-        {CRASHDUMP "/Actions/Oem/Crashdump.Telemetry", UNSERVED(crashdump_telemetry),
+        {CRASHDUMP "/Actions/Oem/Crashdump.Telemetry", SERVED(crashdump_telemetry),
          component_resource, route_crashdump},
-        {CRASHDUMP "/Entries", UNSERVED(crashdumpcollection), component_resource, route_crashdump},
-        {CRASHDUMP "/Entries/OnDemand", UNSERVED(crashdump_logentry), component_resource,
+        {CRASHDUMP "/Entries", SERVED(crashdumpcollection), component_resource, route_crashdump},
+        {CRASHDUMP "/Entries/OnDemand", SERVED(crashdump_logentry), component_resource,
          route_crashdump},
-        {CRASHDUMP "/Entries/Telemetry", UNSERVED(crashdump_logentry), component_resource,
+        {CRASHDUMP "/Entries/Telemetry", SERVED(crashdump_logentry), component_resource,
          route_crashdump},
+        {CRASHDUMP "/Entries/OnDemand/attachment", SERVED(crashdump_attachment), component_resource,
+         route_crashdump},
+        {CRASHDUMP "/Entries/Telemetry/attachment", SERVED(crashdump_attachment),
+         component_resource, route_crashdump},
     };
     return table;
 }
