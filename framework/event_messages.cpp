@@ -30,6 +30,9 @@ const std::vector<event_message>& event_messages() {
         {"FirmwareUpdateCompleted", "OK", "%1", "None."},
         {"FirmwareUpdateFailed", "Critical", "%1",
          "Check the image and where it comes from, then start the update again."},
+        {"DumpGenerated", "OK", "%1", "None."},
+        {"DumpFailed", "Critical", "%1",
+         "Start the dump again; remove older dumps if the store is full."},
     };
     return messages;
 }

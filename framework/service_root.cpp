@@ -12,6 +12,13 @@ namespace {
 
 constexpr const char* redfish_protocol_version = "1.9.0";
 
+// The service's own services, which DMTF's root has no property for.
+boost::json::object oem_services() {
+    return {{"Tarnwright",
+             {{"@odata.type", "#TwrServiceRootExtensions.v1_0_0.ServiceRoot"},
+              {"DumpService", link("/redfish/v1/Oem/Tarnwright/DumpService")}}}};
+}
+
 }  // namespace
 
 service_root::service_root(request_context& context)
@@ -38,6 +45,7 @@ int service_root::get(request_context&) {
             {"OnlyMemberQuery", false},
             {"SelectQuery", false}});
     set_service_links();
+    set("Oem", oem_services());
     return 0;
 }
 

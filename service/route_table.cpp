@@ -45,12 +45,14 @@
 #include "resources/systems/bootoptionscollection.h"
 #include "resources/systems/computersystem_reset.h"
 #include "resources/systems/computersystem_setdefaultbootorder.h"
+#include "resources/systems/crashdump.h"
 #include "resources/systems/ethernetinterface.h"
 #include "resources/systems/memory.h"
 #include "resources/systems/memorycollection.h"
 #include "resources/systems/memorysummarymetrics.h"
 #include "resources/systems/networkinterfacecollection.h"
 #include "resources/systems/networkinterfaces.h"
+#include "resources/systems/peci_sendraw.h"
 #include "resources/systems/processor.h"
 #include "resources/systems/processorcollection.h"
 #include "resources/systems/processormetrics.h"
@@ -67,6 +69,8 @@
 #include "security/manageraccountcollection.h"
 #include "security/role_resources.h"
 #include "security/session_resources.h"
+#include "tasks/dump_resources.h"
+#include "tasks/dumpservice.h"
 #include "tasks/eventdestination.h"
 #include "tasks/eventdestinationcollection.h"
 #include "tasks/eventservice.h"
@@ -404,32 +408,31 @@ const std::vector<route>& route_table() {
          SERVED(replace_certificate), manager_resource, route_refused_in_lockdown},
 
         // Services: dumps
-        {"/redfish/v1/Oem/Tarnwright/DumpService", UNSERVED(dumpservice), manager_resource},
-        {DUMPS, UNSERVED(dumpscollection), manager_resource},
-        {DUMPS "/HostCrashDump", UNSERVED(dump), manager_resource},
-        {DUMPS "/BMCEvidenceDump", UNSERVED(bmcevidencedump), manager_resource},
-        {DUMPS "/BIOSEvidenceDump", UNSERVED(biosevidencedump), manager_resource},
-        {DUMPS "/DriveSmartDump", UNSERVED(drivesmartdump), manager_resource},
-        {DUMPS "/HostCrashDump/Actions/TwrDump.Download", UNSERVED(dump_download),
-         manager_resource},
+        {"/redfish/v1/Oem/Tarnwright/DumpService", SERVED(dumpservice), manager_resource},
+        {DUMPS, SERVED(dumpscollection), manager_resource},
+        {DUMPS "/HostCrashDump", SERVED(dump), manager_resource},
+        {DUMPS "/BMCEvidenceDump", SERVED(bmcevidencedump), manager_resource},
+        {DUMPS "/BIOSEvidenceDump", SERVED(biosevidencedump), manager_resource},
+        {DUMPS "/DriveSmartDump", SERVED(drivesmartdump), manager_resource},
+        {DUMPS "/HostCrashDump/Actions/TwrDump.Download", SERVED(dump_download), manager_resource},
         {DUMPS "/BMCEvidenceDump/Actions/TwrBMCEvidenceDump.Generate",
-         UNSERVED(bmcevidencedump_generate), manager_resource},
+         SERVED(bmcevidencedump_generate), manager_resource},
         {DUMPS "/BMCEvidenceDump/Actions/TwrBMCEvidenceDump.Download",
-         UNSERVED(bmcevidencedump_download), manager_resource},
+         SERVED(bmcevidencedump_download), manager_resource},
         {DUMPS "/BIOSEvidenceDump/Actions/TwrBIOSEvidenceDump.Generate",
-         UNSERVED(biosevidencedump_generate), manager_resource},
+         SERVED(biosevidencedump_generate), manager_resource},
         {DUMPS "/BIOSEvidenceDump/Actions/TwrBIOSEvidenceDump.Download",
-         UNSERVED(biosevidencedump_download), manager_resource},
-        {DUMPS "/DriveSmartDump/Actions/TwrDriveSmartDump.Generate", UNSERVED(drivesmart_generate),
+         SERVED(biosevidencedump_download), manager_resource},
+        {DUMPS "/DriveSmartDump/Actions/TwrDriveSmartDump.Generate", SERVED(drivesmart_generate),
          manager_resource},
-        {DUMPS "/DriveSmartDump/Actions/TwrDriveSmartDump.Download", UNSERVED(drivesmart_download),
+        {DUMPS "/DriveSmartDump/Actions/TwrDriveSmartDump.Download", SERVED(drivesmart_download),
          manager_resource},
         {"/redfish/v1/Oem/Tarnwright/DumpService/CreateDumpActionInfo",
-         UNSERVED(create_dump_actioninfo), manager_resource},
+         SERVED(create_dump_actioninfo), manager_resource},
         {"/redfish/v1/Oem/Tarnwright/DumpService/Actions/TwrDumpService.CreateDump",
-         UNSERVED(dumpservice_createdump), manager_resource},
+         SERVED(dumpservice_createdump), manager_resource},
         {"/redfish/v1/Oem/Tarnwright/DumpService/Actions/TwrDumpService.DeleteAll",
-         UNSERVED(dumpservice_deleteall), manager_resource},
+         SERVED(dumpservice_deleteall), manager_resource},
 
         // Services: registries, schemas and telemetry
         {"/redfish/v1/Registries", SERVED(messageregistryfilecollection), manager_resource},
@@ -678,20 +681,24 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/Oem/Tarnwright/BmcInfo", UNSERVED(bmc_info), component_resource},
 
         // Systems: crash dumps, only while the host supports them
-        {CRASHDUMP, UNSERVED(crashdump_logservice), component_resource, route_crashdump},
-        {CRASHDUMP "/Actions/LogService.ClearLog", UNSERVED(crashdump_logservice_clearlog),
+        {CRASHDUMP, SERVED(crashdump_logservice), component_resource, route_crashdump},
+        {CRASHDUMP "/Actions/LogService.ClearLog", SERVED(crashdump_logservice_clearlog),
          system_log_clearing, route_crashdump},
-        {CRASHDUMP "/Actions/Oem/Crashdump.SendRawPeci", UNSERVED(peci_sendraw), manager_resource,
+        {CRASHDUMP "/Actions/Oem/Crashdump.SendRawPeci", SERVED(peci_sendraw), manager_resource,
          route_crashdump},
-        {CRASHDUMP "/Actions/Oem/Crashdump.OnDemand", UNSERVED(crashdump_ondemand),
+        {CRASHDUMP "/Actions/Oem/Crashdump.OnDemand", SERVED(crashdump_ondemand),
          component_resource, route_crashdump},
-        {CRASHDUMP "/Actions/Oem/Crashdump.Telemetry", UNSERVED(crashdump_telemetry),
+        {CRASHDUMP "/Actions/Oem/Crashdump.Telemetry", SERVED(crashdump_telemetry),
          component_resource, route_crashdump},
-        {CRASHDUMP "/Entries", UNSERVED(crashdumpcollection), component_resource, route_crashdump},
-        {CRASHDUMP "/Entries/OnDemand", UNSERVED(crashdump_logentry), component_resource,
+        {CRASHDUMP "/Entries", SERVED(crashdumpcollection), component_resource, route_crashdump},
+        {CRASHDUMP "/Entries/OnDemand", SERVED(crashdump_logentry), component_resource,
          route_crashdump},
-        {CRASHDUMP "/Entries/Telemetry", UNSERVED(crashdump_logentry), component_resource,
+        {CRASHDUMP "/Entries/Telemetry", SERVED(crashdump_logentry), component_resource,
          route_crashdump},
+        {CRASHDUMP "/Entries/OnDemand/attachment", SERVED(crashdump_attachment), component_resource,
+         route_crashdump},
+        {CRASHDUMP "/Entries/Telemetry/attachment", SERVED(crashdump_attachment),
+         component_resource, route_crashdump},
     };
     return table;
 }

@@ -11,6 +11,7 @@
 
 #include "base/bmc_root.h"
 #include "platform/libbmc.h"
+#include "platform/libdump.h"
 #include "platform/libfwupdate.h"
 #include "platform/libtask.h"
 #include "platform/plt_result.h"
@@ -165,12 +166,15 @@ const char* firmware_staging_file(int device) {
 }
 
 int evidence_dump_in_progress(void) {
-    return ::access(evidence_marker_file().c_str(), F_OK) == 0 ? 1 : 0;
+    return ::access(evidence_marker_file().c_str(), F_OK) == 0 ||
+                   DumpIsGenerating(DUMP_BMC_EVIDENCE) || DumpIsGenerating(DUMP_BIOS_EVIDENCE)
+               ? 1
+               : 0;
 }
 
 void RemoveEvidenceDumps(void) {
-    for (const char* dump : {"/tmp/twrbmc_evidence.bin.gz", "/tmp/twrbios_evidence.bin.gz"})
-        ::unlink(platform::bmc_path(dump).c_str());
+    DumpDelete(DUMP_BMC_EVIDENCE);
+    DumpDelete(DUMP_BIOS_EVIDENCE);
 }
 
 int GetFirmwareVersion(int device, char* version, int size) {

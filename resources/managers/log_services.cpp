@@ -10,6 +10,7 @@
 #include "platform/libweb.h"
 #include "resources/managers/action_parameters.h"
 #include "resources/managers/redfish_date_time.h"
+#include "resources/systems/crashdump_uris.h"
 
 namespace odata::redfish {
 namespace {
@@ -26,7 +27,11 @@ sel_log_service_collection::sel_log_service_collection(request_context& context,
 
 int sel_log_service_collection::get(request_context&) {
     set_common_properties();
-    set_members({place_.service_uri});
+    std::vector<std::string> members{place_.service_uri};
+    // The host's crash dumps are a log of the system's, while it has them.
+    if (&place_ == &system_sel_log && is_ACD_crashdump_supported())
+        members.emplace_back(crashdump_service_uri);
+    set_members(members);
     return 0;
 }
 

@@ -2,6 +2,7 @@
 administrator's credentials, after giving every collection that starts
 empty a member."""
 
+import time
 from collections import deque
 
 ROOT = "/redfish/v1"
@@ -30,13 +31,29 @@ def published_links(body):
             yield item
 
 
+def finished(bmc, session, action):
+    """Runs an action that answers with a task monitor, to its end."""
+    answer = session.post(bmc.url(action), json={}, timeout=10)
+    assert answer.status_code == 202, answer.text
+    for _ in range(100):
+        if session.get(bmc.url(answer.headers["Location"]), timeout=10).status_code != 202:
+            return
+        time.sleep(0.1)
+    raise AssertionError("the task of %s did not end" % action)
+
+
 def populate(bmc, session):
-    """Gives every collection that starts empty a member to crawl."""
+    """Gives every collection that starts empty a member to crawl, and the
+    dumps a file to describe."""
     bmc.bmcsim("eventlog", "add", "146", "crawler was here")
     assert bmc.login().status_code == 201
     subscription = {"Destination": "http://127.0.0.1:9/events", "Protocol": "Redfish"}
     answer = session.post(bmc.url(ROOT + "/EventService/Subscriptions"), json=subscription, timeout=10)
     assert answer.status_code == 201, answer.text
+    bmc.bmcsim("crashdump", "enable")
+    finished(bmc, session, ROOT + "/Systems/1/LogServices/Crashdump/Actions/Oem/Crashdump.OnDemand")
+    finished(bmc, session, ROOT + "/Oem/Tarnwright/DumpService/Dumps/BMCEvidenceDump/Actions/"
+                           "TwrBMCEvidenceDump.Generate")
 
 
 def crawl(bmc):

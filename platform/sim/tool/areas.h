@@ -22,6 +22,7 @@ struct area {
 extern const area eventlog_area;
 extern const area state_area;
 extern const area crashdump_area;
+extern const area dumps_area;
 extern const area users_area;
 extern const area directory_area;
 extern const area lockdown_area;
