@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -165,4 +166,19 @@ TEST_F(PowerHistoryTool, AMalformedFileIsAnEmptyHistory) {
     const std::vector<St_PowerSample> history = served_history(last_minute);
     ASSERT_EQ(history.size(), 1u);
     EXPECT_EQ(history[0].minute, last_minute);
+}
+
+TEST_F(PowerHistoryTool, ReadsNeverWriteAndAChangeOfDrawSettlesTheOldOne) {
+    uint32_t last_minute = 0;
+    const std::vector<St_PowerSample> fresh = served_history(last_minute);
+    EXPECT_FALSE(std::filesystem::exists(platform::power_history_file()));
+    ASSERT_EQ(fresh.size(), static_cast<size_t>(POWER_HISTORY_MINUTES));
+    EXPECT_EQ(fresh.back().minute, last_minute);
+    ASSERT_EQ(run({"power", "consumed", "400"}), bmcsim::exit_ok);
+    platform::power_history stored;
+    ASSERT_TRUE(platform::decode_power_history(file_text(platform::power_history_file()), stored));
+    ASSERT_FALSE(stored.samples.empty());
+    for (const St_PowerSample& each : served_history(last_minute))
+        EXPECT_EQ(each.watts, each.minute <= stored.settled_minute ? fresh.back().watts : 400)
+            << each.minute;
 }
