@@ -70,12 +70,14 @@ const std::vector<stored_device> delivered = {
     {PCIE_KIND_PCIE_SSD, 1, 4, 0, "ESAIC64023050007", 3, 8},
 };
 
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
 // "GPU12" into kind and number; false for another name.
 bool parse_name(const std::string& name, int& kind, int& number) {
-    const auto digits = std::find_if(name.begin(), name.end(), ::isdigit);
+    const auto digits = std::find_if(name.begin(), name.end(), is_digit);
     kind = platform::pcie_kind_of(std::string(name.begin(), digits));
     if (kind <= PCIE_KIND_NIC || digits == name.end() || name.end() - digits > 2) return false;
-    if (!std::all_of(digits, name.end(), ::isdigit) || *digits == '0') return false;
+    if (!std::all_of(digits, name.end(), is_digit) || *digits == '0') return false;
     number = std::stoi(std::string(digits, name.end()));
     return number <= PCIE_KIND_DEVICES_MAX;
 }
@@ -181,8 +183,9 @@ std::vector<St_PcieDevice> all_devices() {
 
 bool valid_serial_number(const std::string& text) {
     return !text.empty() && text.size() < sizeof St_PcieDevice{}.serial_number &&
-           std::all_of(text.begin(), text.end(),
-                       [](char c) { return std::isalnum(c) || c == '-'; });
+           std::all_of(text.begin(), text.end(), [](char c) {
+               return std::isalnum(static_cast<unsigned char>(c)) || c == '-';
+           });
 }
 
 // A riser slot for a card, a backplane bay for an NVMe SSD.
