@@ -89,4 +89,19 @@ int PltPSU_GetBayInfo(int bay, St_PowerSupplyInfo* info);
 // The redundancy group of the supplies.
 int PltPSU_GetRedundancy(St_PowerRedundancy* redundancy);
 
+// The power-consumption history: one sample a minute while host power is
+// on, kept for a week.
+enum { POWER_HISTORY_MINUTES = 10080 };
+
+struct St_PowerSample {
+    uint32_t minute;  // lx_time_get() / 60 at the start of the minute
+    uint16_t watts;   // the consumption over that minute
+};
+
+// The samples of the week that ends with the last complete minute, oldest
+// first: *count of them (at most capacity) and *last_minute, the minute the
+// week ends with, sampled or not.
+int PltPSU_GetPowerHistory(St_PowerSample* samples, int capacity, int* count,
+                           uint32_t* last_minute);
+
 }  // extern "C"

@@ -13,9 +13,10 @@
 #include "resources/chassis/chassis.h"
 #include "resources/chassis/chassis_subsystems.h"
 #include "resources/chassis/chassiscollection.h"
+#include "resources/chassis/network_ports.h"
 #include "resources/chassis/networkadapter.h"
 #include "resources/chassis/networkadaptercollection.h"
-#include "resources/chassis/nic.h"
+#include "resources/chassis/pcie_device.h"
 #include "resources/chassis/pciedevicescollection.h"
 #include "resources/chassis/pcieslots.h"
 #include "resources/chassis/power.h"
@@ -24,6 +25,7 @@
 #include "resources/chassis/sensor.h"
 #include "resources/chassis/sensorcollection.h"
 #include "resources/chassis/storage_enclosures.h"
+#include "resources/chassis/telemetry_resources.h"
 #include "resources/chassis/thermal.h"
 #include "resources/managers/certificate_resources.h"
 #include "resources/managers/common_ethernetinterface.h"
@@ -213,36 +215,36 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Chassis/1/NetworkAdapters/([0-9]+)", SERVED(networkadapter),
          component_resource},
         {"/redfish/v1/Chassis/1/NetworkAdapters/([0-9]+)/NetworkDeviceFunctions",
-         UNSERVED(networkdevicefunctcollection), component_resource},
+         SERVED(networkdevicefunctcollection), component_resource},
         {"/redfish/v1/Chassis/1/NetworkAdapters/([0-9]+)/NetworkDeviceFunctions/([0-9]+)",
-         UNSERVED(networkdevicefunction), component_resource},
+         SERVED(networkdevicefunction), component_resource},
         {"/redfish/v1/Chassis/1/NetworkAdapters/([0-9]+)/NetworkPorts",
-         UNSERVED(networkportscollection), component_resource},
+         SERVED(networkportscollection), component_resource},
         {"/redfish/v1/Chassis/1/NetworkAdapters/([0-9]+)/NetworkPorts/([0-9]+)",
-         UNSERVED(networkport), component_resource},
+         SERVED(networkport), component_resource},
         {"/redfish/v1/Chassis/1/PCIeDevices", SERVED(pciedevicescollection), component_resource},
         {"/redfish/v1/Chassis/1/PCIeDevices/(NIC)([0-9]+)", SERVED(nic), component_resource},
         {"/redfish/v1/Chassis/1/PCIeDevices/(NIC)([0-9]+)/PCIeFunctions",
-         UNSERVED(nicfunctioncollection), component_resource},
-        {"/redfish/v1/Chassis/1/PCIeDevices/(NIC)([0-9]+)/PCIeFunctions/([0-9]+)",
-         UNSERVED(nicfunc), component_resource},
-        {"/redfish/v1/Chassis/1/PCIeDevices/(GPU)([0-9]+)", UNSERVED(gpu), component_resource},
+         SERVED(nicfunctioncollection), component_resource},
+        {"/redfish/v1/Chassis/1/PCIeDevices/(NIC)([0-9]+)/PCIeFunctions/([0-9]+)", SERVED(nicfunc),
+         component_resource},
+        {"/redfish/v1/Chassis/1/PCIeDevices/(GPU)([0-9]+)", SERVED(gpu), component_resource},
         {"/redfish/v1/Chassis/1/PCIeDevices/(GPU)([0-9]+)/PCIeFunctions",
-         UNSERVED(gpufunctioncollection), component_resource},
-        {"/redfish/v1/Chassis/1/PCIeDevices/(GPU)([0-9]+)/PCIeFunctions/([0-9]+)",
-         UNSERVED(gpufunc), component_resource},
-        {"/redfish/v1/Chassis/1/PCIeDevices/(NVMeSSD)([0-9]+)", UNSERVED(nvmessd),
+         SERVED(gpufunctioncollection), component_resource},
+        {"/redfish/v1/Chassis/1/PCIeDevices/(GPU)([0-9]+)/PCIeFunctions/([0-9]+)", SERVED(gpufunc),
+         component_resource},
+        {"/redfish/v1/Chassis/1/PCIeDevices/(NVMeSSD)([0-9]+)", SERVED(nvmessd),
          component_resource},
         {"/redfish/v1/Chassis/1/PCIeDevices/(NVMeSSD)([0-9]+)/PCIeFunctions",
-         UNSERVED(nvmessdfunctioncollection), component_resource},
+         SERVED(nvmessdfunctioncollection), component_resource},
         {"/redfish/v1/Chassis/1/PCIeDevices/(NVMeSSD)([0-9]+)/PCIeFunctions/([0-9]+)",
-         UNSERVED(nvmessdfunc), component_resource},
-        {"/redfish/v1/Chassis/1/PCIeDevices/(PCIeSSD)([0-9]+)", UNSERVED(pciessd),
+         SERVED(nvmessdfunc), component_resource},
+        {"/redfish/v1/Chassis/1/PCIeDevices/(PCIeSSD)([0-9]+)", SERVED(pciessd),
          component_resource},
         {"/redfish/v1/Chassis/1/PCIeDevices/(PCIeSSD)([0-9]+)/PCIeFunctions",
-         UNSERVED(pciessdfunctioncollection), component_resource},
+         SERVED(pciessdfunctioncollection), component_resource},
         {"/redfish/v1/Chassis/1/PCIeDevices/(PCIeSSD)([0-9]+)/PCIeFunctions/([0-9]+)",
-         UNSERVED(pciessdfunc), component_resource},
+         SERVED(pciessdfunc), component_resource},
         {"/redfish/v1/Chassis/1/PCIeSlots", SERVED(pcieslots), component_resource},
         {"/redfish/v1/Chassis/1/Controls", SERVED(controlcollection), component_resource},
         {"/redfish/v1/Chassis/1/Controls/PowerLimit", SERVED(powerlimitcontrol),
@@ -441,18 +443,18 @@ const std::vector<route>& route_table() {
          SERVED(messageregisteryfile), manager_resource},
         {"/redfish/v1/JsonSchemas", SERVED(jsonschemafilecollection), manager_resource},
         {"/redfish/v1/JsonSchemas/(.+)", SERVED(json_file_common), manager_resource},
-        {"/redfish/v1/TelemetryService", UNSERVED(telemetryservice), manager_resource},
-        {"/redfish/v1/TelemetryService/MetricDefinitions", UNSERVED(metricdefinitions),
+        {"/redfish/v1/TelemetryService", SERVED(telemetryservice), manager_resource},
+        {"/redfish/v1/TelemetryService/MetricDefinitions", SERVED(metricdefinitions),
          manager_resource},
         {"/redfish/v1/TelemetryService/MetricDefinitions/" POWER_CONSUMED_METRICS,
-         UNSERVED(powerconsumed), manager_resource},
-        {"/redfish/v1/TelemetryService/MetricReportDefinitions", UNSERVED(metricreportdefinitions),
+         SERVED(powerconsumed), manager_resource},
+        {"/redfish/v1/TelemetryService/MetricReportDefinitions", SERVED(metricreportdefinitions),
          manager_resource},
         {"/redfish/v1/TelemetryService/MetricReportDefinitions/" POWER_CONSUMPTION_METRICS,
-         UNSERVED(defpowerconsumption), manager_resource},
-        {"/redfish/v1/TelemetryService/MetricReports", UNSERVED(metricreports), manager_resource},
+         SERVED(defpowerconsumption), manager_resource},
+        {"/redfish/v1/TelemetryService/MetricReports", SERVED(metricreports), manager_resource},
         {"/redfish/v1/TelemetryService/MetricReports/" POWER_CONSUMPTION_METRICS,
-         UNSERVED(powerconsumption), manager_resource},
+         SERVED(powerconsumption), manager_resource},
 
         // Services: accounts and roles
         {"/redfish/v1/AccountService", SERVED(accountservice), user_settings},

@@ -9,9 +9,12 @@
 #include "base/input_recording.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_chassis.h"
+#include "platform/libweb.h"
 #include "platform/sim/bios_staging.h"
 #include "platform/sim/chassis_events.h"
 #include "platform/sim/chassis_state.h"
+#include "platform/sim/power_history.h"
+#include "platform/sim/power_supply.h"
 #include "platform/sim/state_ini.h"
 
 namespace pt = boost::property_tree;
@@ -77,6 +80,13 @@ bool starts_host(const pending_event& each) {
     }
 }
 
+// The consumption history up to a change of host power; the change goes
+// ahead when the history cannot be written.
+void settle_history(bool was_on, long long now) {
+    if (!settle_power_history(now, was_on, host_load_watts()))
+        console_log("[ERROR] cannot write %s\n", power_history_file().c_str());
+}
+
 int run(const operation& change) {
     int result = PLT_ERR_IO;
     event_list events;
@@ -87,6 +97,7 @@ int run(const operation& change) {
         apply_due_steps(state, now, events);
         result = change(state, now, events);
         if (state == before) return false;
+        if (state.power_on != before.power_on) settle_history(before.power_on, now);
         store(state, tree);
         return true;
     });

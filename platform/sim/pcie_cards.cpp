@@ -1,4 +1,4 @@
-// Add-in cards whose chips have sensors in the SDR.
+// Add-in cards whose chips have sensors in the SDR, and the board's slots.
 #include <iterator>
 
 #include "platform/libpcie.h"
@@ -15,11 +15,9 @@ constexpr card_sensor card_sensors[] = {
     {"OCP_NIC Temp", 1},
 };
 
-// The OCP slot holds network adapter 1; the two riser slots are empty.
+// The OCP slot and four riser slots.
 constexpr St_PcieSlot slots[] = {
-    {1, 4, 16, 1, 1},
-    {2, 4, 16, 0, 0},
-    {3, 4, 8, 0, 0},
+    {1, 4, 16, 1}, {2, 4, 16, 0}, {3, 4, 16, 0}, {4, 4, 8, 0}, {5, 4, 8, 0},
 };
 
 constexpr int slot_count = static_cast<int>(std::size(slots));

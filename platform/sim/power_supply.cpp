@@ -5,9 +5,11 @@
 #include <cstring>
 
 #include "base/bmc_root.h"
+#include "platform/libipmi.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/libipmi_power.h"
 #include "platform/libipmi_sensors.h"
+#include "platform/sim/power_history.h"
 #include "platform/sim/sdr_repository.h"
 #include "platform/sim/state_ini.h"
 
@@ -85,9 +87,12 @@ uint32_t working_supplies() {
     return count;
 }
 
-uint32_t consumed_watts(const pt::ptree& state) {
-    if (PltCHASSIS_PowerStatus() != 1) return standby_watts;
+uint32_t load_watts(const pt::ptree& state) {
     return state.get("Control.ConsumedWatts", default_consumed_watts);
+}
+
+uint32_t consumed_watts(const pt::ptree& state) {
+    return PltCHASSIS_PowerStatus() == 1 ? load_watts(state) : standby_watts;
 }
 
 void copy_text(char* field, const char* text) {
@@ -112,11 +117,17 @@ namespace platform {
 std::string power_state_file() { return bmc_path("/var/bmc/power.ini"); }
 
 bool set_consumed_watts(uint32_t watts) {
-    return sim::update_state_ini(power_state_file(), [&](pt::ptree& state) {
-        store_sample(state, watts);
-        return true;
+    const bool host_on = PltCHASSIS_PowerStatus() == 1;
+    bool settled = false;
+    const bool stored = sim::update_state_ini(power_state_file(), [&](pt::ptree& state) {
+        settled = settle_power_history(lx_time_get(), host_on, load_watts(state));
+        if (settled) store_sample(state, watts);
+        return settled;
     });
+    return stored && settled;
 }
+
+uint32_t host_load_watts() { return load_watts(sim::read_state_ini(power_state_file())); }
 
 bool set_power_limit(uint32_t watts, uint8_t exception) {
     return sim::update_state_ini(power_state_file(), [&](pt::ptree& state) {

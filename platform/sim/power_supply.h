@@ -16,9 +16,12 @@ namespace platform {
 
 std::string power_state_file();
 
-// A new consumption reading, folded into the metrics; false when the file
-// cannot be written.
+// A new consumption reading, folded into the metrics (and the history
+// settled first, power_history.h); false when a file cannot be written.
 bool set_consumed_watts(uint32_t watts);
+
+// What the host draws while its power is on.
+uint32_t host_load_watts();
 
 // The power limit (0: none) and what happens when it is exceeded.
 bool set_power_limit(uint32_t watts, uint8_t exception);

@@ -6,18 +6,32 @@
 #include "resources/chassis/host_adapters.h"
 #include "resources/chassis/networkadapter.h"
 #include "resources/chassis/networkadaptercollection.h"
+#include "resources/chassis/pcie_inventory.h"
 #include "resources/systems/member_uri.h"
 
 namespace odata::redfish {
 namespace {
 
+boost::json::array member_links(const std::string& collection_uri, int count) {
+    boost::json::array links;
+    for (int number = 1; number <= count; ++number)
+        links.push_back(link(collection_uri + "/" + std::to_string(number)));
+    return links;
+}
+
 boost::json::array controllers(const St_HostNicAdapter& adapter) {
-    boost::json::object controller{
+    const std::string uri = network_adapter_member_uri(adapter.adapter);
+    const std::optional<St_PcieDevice> device = find_pcie_device(PCIE_KIND_NIC, adapter.adapter);
+    boost::json::object links{
+        {"PCIeDevices", boost::json::array{link(pcie_device_uri(PCIE_KIND_NIC, adapter.adapter))}},
+        {"NetworkPorts", member_links(uri + "/NetworkPorts", adapter.port_count)},
+        {"NetworkDeviceFunctions",
+         member_links(uri + "/NetworkDeviceFunctions", adapter.port_count)}};
+    return {boost::json::object{
         {"FirmwarePackageVersion", adapter.firmware_version},
         {"ControllerCapabilities", {{"NetworkPortCount", adapter.port_count}}},
-        {"PCIeInterface", adapter_pcie_interface(adapter)},
-        {"Links", {{"PCIeDevices", boost::json::array{link(nic_member_uri(adapter.adapter))}}}}};
-    return {std::move(controller)};
+        {"PCIeInterface", device ? pcie_interface(*device) : boost::json::object{}},
+        {"Links", std::move(links)}}};
 }
 
 }  // namespace
@@ -49,6 +63,8 @@ int networkadapter::get(request_context& context) {
     set("SerialNumber", adapter->serial_number);
     set("Status", status_object(SENSOR_HEALTH_OK));
     set("Controllers", controllers(*adapter));
+    set("NetworkPorts", link(uri_ + "/NetworkPorts"));
+    set("NetworkDeviceFunctions", link(uri_ + "/NetworkDeviceFunctions"));
     return 0;
 }
 

@@ -3,7 +3,7 @@
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
 #include "platform/libipmi_sensors.h"
-#include "resources/chassis/host_adapters.h"
+#include "resources/chassis/pcie_inventory.h"
 
 namespace odata::redfish {
 namespace {
@@ -16,13 +16,14 @@ boost::json::object slot_member(const St_PcieSlot& slot) {
     boost::json::object member{{"PCIeType", pcie_type(slot.generation)},
                                {"Lanes", slot.lanes},
                                {"SlotType", slot.ocp ? "OCP3Small" : riser_slot_type}};
-    if (slot.network_card == 0) {
+    const std::optional<St_PcieDevice> device = pcie_device_in_slot(slot.slot);
+    if (!device) {
         member["Status"] = boost::json::object{{"State", "Absent"}};
         return member;
     }
     member["Status"] = status_object(SENSOR_HEALTH_OK);
-    member["Links"] = boost::json::object{
-        {"PCIeDevice", boost::json::array{link(nic_member_uri(slot.network_card))}}};
+    member["Links"] =
+        boost::json::object{{"PCIeDevice", boost::json::array{link(pcie_device_uri(*device))}}};
     return member;
 }
 

@@ -2,6 +2,7 @@
 // simulator reports them and the service numbers them.
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <limits>
 
 #include "hardware_root_fixture.h"
@@ -9,6 +10,7 @@
 #include "platform/libpcie.h"
 #include "platform/libstorage.h"
 #include "platform/sim/memory_modules.h"
+#include "platform/sim/pcie_devices.h"
 #include "platform/sim/smbios_store.h"
 #include "resources/systems/processor_identity.h"
 #include "resources/systems/smbios_lists.h"
@@ -124,7 +126,7 @@ TEST(HostAdapters, EveryAdapterSitsInASlotThatNamesIt) {
     for (int i = 0; i < NicGetAdapterCount(); ++i) {
         ASSERT_EQ(NicGetAdapter(i, &adapter), PLT_OK);
         ASSERT_EQ(PcieGetSlot(adapter.slot - 1, &slot), PLT_OK);
-        EXPECT_EQ(slot.network_card, adapter.adapter);
+        EXPECT_EQ(slot.ocp, 1);
         int ports = 0;
         for (int p = 0; p < NicGetPortCount(); ++p) {
             St_HostNicPort port{};
@@ -133,4 +135,67 @@ TEST(HostAdapters, EveryAdapterSitsInASlotThatNamesIt) {
         }
         EXPECT_EQ(ports, adapter.port_count);
     }
+}
+
+TEST_F(HostInventory, PcieDevicesComeAndGoInFreePlacesOnly) {
+    const auto names = [] {
+        std::vector<std::string> listed;
+        for (int i = 0; i < PcieGetDeviceCount(); ++i) {
+            St_PcieDevice device{};
+            EXPECT_EQ(PcieGetDevice(i, &device), PLT_OK);
+            listed.push_back(platform::pcie_kind_prefix(device.kind) +
+                             std::to_string(device.number));
+        }
+        return listed;
+    };
+    const std::vector<std::string> delivered{"NIC1", "GPU1", "NVMeSSD1", "NVMeSSD2", "PCIeSSD1"};
+    EXPECT_EQ(names(), delivered);
+    St_PcieDevice device{};
+    EXPECT_EQ(PcieGetDevice(PcieGetDeviceCount(), &device), PLT_ERR_NOT_FOUND);
+    EXPECT_EQ(PcieGetDevice(0, nullptr), PLT_ERR_ARGUMENT);
+    // The OCP slot, a taken slot or bay, a slot the board lacks, a NIC (the
+    // adapters are fixed) or a bad serial number: refused, nothing stored.
+    for (const bmcsim::arguments& refused : {bmcsim::arguments{"pcie", "add", "GPU", "1", "S1"},
+                                             {"pcie", "add", "GPU", "2", "S1"},
+                                             {"pcie", "add", "NVMeSSD", "2", "S1"},
+                                             {"pcie", "add", "PCIeSSD", "6", "S1"},
+                                             {"pcie", "add", "NVMeSSD", "9", "S1"},
+                                             {"pcie", "add", "NIC", "3", "S1"},
+                                             {"pcie", "add", "GPU", "3", "S 1"},
+                                             {"pcie", "add", "GPU", "3", std::string(24, 'S')},
+                                             {"pcie", "remove", "NIC1"},
+                                             {"pcie", "link", "GPU1", "5", "16"},
+                                             {"pcie", "link", "GPU1", "4", "12"}})
+        EXPECT_NE(run(refused), bmcsim::exit_ok) << refused[1] << ' ' << refused[2];
+    EXPECT_EQ(names(), delivered);
+    ASSERT_EQ(run({"pcie", "add", "GPU", "3", "S1"}), bmcsim::exit_ok);
+    EXPECT_EQ(out_.str(), "GPU2\n");
+    ASSERT_EQ(run({"pcie", "remove", "GPU1"}), bmcsim::exit_ok);
+    // Numbers are reused from the lowest free one; the list stays ordered.
+    ASSERT_EQ(run({"pcie", "add", "GPU", "5", "S2"}), bmcsim::exit_ok);
+    EXPECT_EQ(out_.str(), "GPU1\n");
+    ASSERT_EQ(run({"pcie", "link", "GPU1", "down"}), bmcsim::exit_ok);
+    ASSERT_EQ(PcieGetDevice(1, &device), PLT_OK);
+    EXPECT_EQ(std::string(device.serial_number), "S2");
+    EXPECT_EQ(device.slot, 5);
+    EXPECT_EQ(device.generation, 0);
+    // Six more NVMe SSDs fill the backplane.
+    for (int bay = 3; bay <= platform::nvme_bay_count; ++bay)
+        ASSERT_EQ(run({"pcie", "add", "NVMeSSD", std::to_string(bay), "N" + std::to_string(bay)}),
+                  bmcsim::exit_ok);
+    EXPECT_EQ(PcieGetDeviceCount(), 1 + 2 + 8 + 1);
+    EXPECT_LE(PcieGetDeviceCount(), PCIE_DEVICES_MAX);
+}
+
+TEST_F(HostInventory, AMalformedPcieFileKeepsOnlyWhatItNamesWell) {
+    std::ofstream(platform::pcie_devices_file())
+        << "[Inventory]\nDevices=GPU1 GPU0 NIC1 Bogus3 GPU99 NVMeSSD4\n[GPU1]\nSlot=2\n"
+           "SerialNumber=A\n[NVMeSSD4]\nBay=4\n";
+    std::vector<std::string> listed;
+    for (int i = 0; i < PcieGetDeviceCount(); ++i) {
+        St_PcieDevice device{};
+        ASSERT_EQ(PcieGetDevice(i, &device), PLT_OK);
+        listed.push_back(platform::pcie_kind_prefix(device.kind) + std::to_string(device.number));
+    }
+    EXPECT_EQ(listed, (std::vector<std::string>{"NIC1", "GPU1", "NVMeSSD4"}));
 }

@@ -44,6 +44,8 @@ extern const area serial_area;
 extern const area nics_area;
 extern const area tasks_area;
 extern const area firmware_area;
+extern const area pcie_area;
+extern const area telemetry_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);
