@@ -87,6 +87,9 @@
 #include "update/updateservice_startupdate.h"
 #include "update/upload.h"
 
+#include "resources/managers/certificate_rekey.h"
+#include "resources/managers/generate_csr.h"
+
 // A served row names its class as a type, so that a row of a class that
 // does not exist fails to compile; its methods come from what the class
 // overrides.
@@ -395,12 +398,12 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/CertificateService", SERVED(certificateservice), manager_resource},
         {"/redfish/v1/CertificateService/CertificateLocations", SERVED(certificatelocations),
          manager_resource},
-        {"/redfish/v1/CertificateService/GenerateCSRActionInfo", UNSERVED(generate_csr_actioninfo),
+        {"/redfish/v1/CertificateService/GenerateCSRActionInfo", SERVED(generate_csr_actioninfo),
          manager_resource},
         {"/redfish/v1/CertificateService/ReplaceCertificateActionInfo",
          SERVED(replace_certificate_actioninfo), manager_resource},
         {"/redfish/v1/CertificateService/Actions/CertificateService.GenerateCSR",
-         UNSERVED(generate_csr), manager_resource},
+         SERVED(generate_csr), manager_resource},
         {"/redfish/v1/CertificateService/Actions/CertificateService.ReplaceCertificate",
          SERVED(replace_certificate), manager_resource, route_refused_in_lockdown},
 
@@ -474,11 +477,11 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates/1", SERVED(certificate),
          manager_resource},
         {"/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates/1/RekeyActionInfo",
-         UNSERVED(rekeyactioninfo), manager_resource},
+         SERVED(rekeyactioninfo), manager_resource},
         {"/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates/1/Actions/Certificate.Rekey",
-         UNSERVED(certificate_rekey), manager_resource, route_refused_in_lockdown},
+         SERVED(certificate_rekey), manager_resource, route_refused_in_lockdown},
         {"/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates/1/Actions/Certificate.Renew",
-         UNSERVED(certificate_renew), manager_resource, route_refused_in_lockdown},
+         SERVED(certificate_renew), manager_resource, route_refused_in_lockdown},
         {"/redfish/v1/Managers/1/EthernetInterfaces", SERVED(managers_ethernetinterfacecollection),
          manager_resource},
         {"/redfish/v1/Managers/1/EthernetInterfaces/ToHost", SERVED(common_ethernetinterface),
