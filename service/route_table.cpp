@@ -89,6 +89,8 @@
 
 #include "resources/managers/certificate_rekey.h"
 #include "resources/managers/generate_csr.h"
+#include "resources/systems/bios_changepassword.h"
+#include "resources/systems/secureboot_resetkeys.h"
 
 // A served row names its class as a type, so that a row of a class that
 // does not exist fails to compile; its methods come from what the class
@@ -556,15 +558,15 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/Bios/SD", SERVED(bios), component_resource},
         {"/redfish/v1/Systems/1/Bios/Actions/Bios.ResetBios", SERVED(bios_resetbios),
          component_resource},
-        {"/redfish/v1/Systems/1/Bios/Actions/Bios.ChangePassword", UNSERVED(bios_changepassword),
+        {"/redfish/v1/Systems/1/Bios/Actions/Bios.ChangePassword", SERVED(bios_changepassword),
          component_resource},
-        {"/redfish/v1/Systems/1/Bios/ChangePasswordActionInfo", UNSERVED(changepasswordactioninfo),
+        {"/redfish/v1/Systems/1/Bios/ChangePasswordActionInfo", SERVED(changepasswordactioninfo),
          component_resource},
         {"/redfish/v1/Systems/1/SecureBoot", SERVED(secureboot), component_resource},
         {"/redfish/v1/Systems/1/SecureBoot/Actions/SecureBoot.ResetKeys",
-         UNSERVED(secureboot_resetkeys), component_resource},
+         SERVED(secureboot_resetkeys), component_resource},
         {"/redfish/v1/Systems/1/SecureBoot/ResetKeysActionInfo",
-         UNSERVED(secureboot_resetkeysactioninfo), component_resource},
+         SERVED(secureboot_resetkeysactioninfo), component_resource},
         {"/redfish/v1/Systems/1/BootOptions", SERVED(bootoptionscollection), component_resource},
         {"/redfish/v1/Systems/1/BootOptions/(Boot)([0-9a-fA-F]+)", SERVED(bootoptions),
          component_resource},
