@@ -90,7 +90,9 @@
 #include "resources/managers/certificate_rekey.h"
 #include "resources/managers/generate_csr.h"
 #include "resources/systems/bios_changepassword.h"
+#include "resources/systems/biosfile.h"
 #include "resources/systems/secureboot_resetkeys.h"
+#include "update/common_fileoperation.h"
 
 // A served row names its class as a type, so that a row of a class that
 // does not exist fails to compile; its methods come from what the class
@@ -189,13 +191,12 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/odata", SERVED(servicedocument), manager_resource, route_open_read},
         {"/redfish/v1/$metadata", SERVED(metadata), manager_resource, route_open_read},
         {"/restapi", SERVED(restapi_ver), manager_resource},
-        {"/restapi/twri/Actions/File.Import", UNSERVED(common_fileoperation), manager_resource,
+        {"/restapi/twri/Actions/File.Import", SERVED(common_fileoperation), manager_resource,
          route_refused_in_lockdown},
-        {"/restapi/twri/Actions/File.Export", UNSERVED(common_fileoperation), manager_resource},
-        {"/restapi/twri/Actions/BiosFile.Upload", UNSERVED(biosfile_upload), component_resource,
+        {"/restapi/twri/Actions/File.Export", SERVED(common_fileoperation), manager_resource},
+        {"/restapi/twri/Actions/BiosFile.Upload", SERVED(biosfile_upload), component_resource,
          route_upload},
-        {"/restapi/twri/Actions/BiosFile.Download", UNSERVED(biosfile_download),
-         component_resource},
+        {"/restapi/twri/Actions/BiosFile.Download", SERVED(biosfile_download), component_resource},
 
         // Chassis
         {"/redfish/v1/Chassis", SERVED(chassiscollection), component_resource},
