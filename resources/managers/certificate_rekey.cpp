@@ -29,15 +29,20 @@ std::string served_key() {
     throw_http_error(500, "Base.1.10.InternalError");
 }
 
-// Reads the action's parameters through checks; key parameters only when
-// the action makes a key.
-void read_parameters(request_context& context, const char* action, csr_parameters& checks,
-                     bool takes_key) {
+// Reads the action's parameters through checks, the key parameters only
+// when the action makes a key; every refusal is reported at once.
+std::optional<key_spec> read_parameters(request_context& context, const char* action,
+                                        csr_parameters& checks, bool takes_key) {
+    std::optional<key_spec> key;
     read_optional_parameters(
         context, action,
         [&](const std::string& name, const boost::json::value& value, result_record& result) {
             return (takes_key || name == "ChallengePassword") && checks.read(name, value, result);
+        },
+        [&](result_record& result) {
+            if (takes_key) key = checks.key(result);
         });
+    return key;
 }
 
 }  // namespace
@@ -45,10 +50,7 @@ void read_parameters(request_context& context, const char* action, csr_parameter
 int certificate_rekey::post(request_context& context) {
     constexpr const char* action = "Certificate.Rekey";
     csr_parameters checks(action);
-    read_parameters(context, action, checks, true);
-    result_record result = general_error();
-    const std::optional<key_spec> key = checks.key(result);
-    if (!key) throw_http_result(400, result);
+    const std::optional<key_spec> key = read_parameters(context, action, checks, true);
     csr_content content = served_content();
     content.challenge_password = checks.challenge_password();
     answer_signing_request(request_with_new_key(*key, content), "Certificate",

@@ -241,6 +241,9 @@ def test_bad_requests_and_foreign_certificates_change_nothing(bmc, admin, tmp_pa
         "Base.1.10.ActionParameterValueTypeError", "Base.1.10.ActionParameterUnknown"])
     for body in ({"KeyCurveId": "TPM_ECC_NIST_P521"}, {"KeyPairAlgorithm": "TPM_ALG_DSA"}, {"Color": 1}):
         assert admin.post(bmc.url(REKEY), json=body, timeout=10).status_code == 400
+    rekey = admin.post(bmc.url(REKEY), json={"KeyBitLength": "big", "KeyCurveId": "TPM_ECC_NIST_P521"}, timeout=10)
+    assert [entry["MessageId"] for entry in rekey.json()["error"]["@Message.ExtendedInfo"]] == [
+        "Base.1.10.ActionParameterValueTypeError", "Base.1.10.ActionParameterValueNotInList"]
     assert admin.post(bmc.url(RENEW), json={"KeyBitLength": 2048}, timeout=10).status_code == 400
     assert not os.path.exists(pending_key_path(bmc))
     # Signed for a key the BMC never made.
