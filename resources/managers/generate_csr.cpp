@@ -1,6 +1,7 @@
 #include "resources/managers/generate_csr.h"
 
 #include <algorithm>
+#include <cctype>
 
 #include "framework/property_checks.h"
 #include "frontend/exception_http.h"
@@ -36,10 +37,6 @@ constexpr subject_parameter subject_parameters[] = {
 constexpr std::size_t max_alternative_names = 16;
 constexpr std::size_t max_host_name = 253;
 
-struct csr_request {
-    csr_content content;
-};
-
 bool address_character(char c) {
     return std::isalnum(static_cast<unsigned char>(c)) || c == '.' || c == '-' || c == ':' ||
            c == '*';
@@ -53,18 +50,18 @@ bool address_text(const boost::json::value& value) {
 }
 
 void read_alternative_names(const csr_parameters& checks, const boost::json::value& value,
-                            csr_request& request, result_record& result) {
+                            csr_content& content, result_record& result) {
     const boost::json::array* names = value.if_array();
     if (!names || names->size() > max_alternative_names ||
         !std::all_of(names->begin(), names->end(), address_text))
         return checks.report(result, "Base.1.10.ActionParameterValueFormatError",
                              shown_value(value), "AlternativeNames");
     for (const boost::json::value& name : *names)
-        request.content.alternative_names.emplace_back(name.get_string());
+        content.alternative_names.emplace_back(name.get_string());
 }
 
 void read_subject(const csr_parameters& checks, const subject_parameter& parameter,
-                  const boost::json::value& value, csr_request& request, result_record& result) {
+                  const boost::json::value& value, csr_content& content, result_record& result) {
     const std::string name(parameter.name);
     const std::optional<std::string> text = checks.text(name, value, parameter.max_length, result);
     if (!text) return;
@@ -72,17 +69,17 @@ void read_subject(const csr_parameters& checks, const subject_parameter& paramet
     if (country && (text->size() != 2 || !std::isalpha(static_cast<unsigned char>((*text)[0])) ||
                     !std::isalpha(static_cast<unsigned char>((*text)[1]))))
         return checks.report(result, "Base.1.10.ActionParameterValueFormatError", *text, name);
-    request.content.subject.emplace_back(parameter.field, *text);
+    content.subject.emplace_back(parameter.field, *text);
 }
 
 void read_parameter(csr_parameters& checks, const std::string& name,
-                    const boost::json::value& value, csr_request& request, result_record& result) {
+                    const boost::json::value& value, csr_content& content, result_record& result) {
     for (const subject_parameter& parameter : subject_parameters)
-        if (parameter.name == name) return read_subject(checks, parameter, value, request, result);
+        if (parameter.name == name) return read_subject(checks, parameter, value, content, result);
     if (checks.read(name, value, result)) return;
-    if (name == "AlternativeNames") return read_alternative_names(checks, value, request, result);
+    if (name == "AlternativeNames") return read_alternative_names(checks, value, content, result);
     if (name == "UnstructuredName") {
-        request.content.unstructured_name = checks.text(name, value, 255, result).value_or("");
+        content.unstructured_name = checks.text(name, value, 255, result).value_or("");
     } else if (name == "CertificateCollection") {
         const boost::json::object* target = value.if_object();
         const boost::json::value* id = target ? target->if_contains("@odata.id") : nullptr;
@@ -104,16 +101,16 @@ int generate_csr::post(request_context& context) {
     const boost::json::object& parameters = request_object(body);
     result_record result = general_error();
     csr_parameters checks(action_name);
-    csr_request request;
+    csr_content content;
     for (const auto& [name, value] : parameters)
-        read_parameter(checks, std::string(name), value, request, result);
+        read_parameter(checks, std::string(name), value, content, result);
     for (const char* required : {"CommonName", "CertificateCollection"})
         if (!parameters.contains(required))
             add_message(result, "Base.1.10.ActionParameterMissing", {action_name, required});
     const std::optional<key_spec> key = checks.key(result);
     if (!result.entries.empty()) throw_http_result(400, result);
-    request.content.challenge_password = checks.challenge_password();
-    answer_signing_request(request_with_new_key(*key, request.content), "CertificateCollection",
+    content.challenge_password = checks.challenge_password();
+    answer_signing_request(request_with_new_key(*key, content), "CertificateCollection",
                            https_certificates_uri);
     return 0;
 }
