@@ -41,21 +41,26 @@ boost::json::object exported_document() {
     return {{"Version", file_version}, {ipmi_member, ipmi}};
 }
 
+}  // namespace
+
 // The whole file is checked before anything changes: its own members
 // here, every setting by the restore.
-std::string ipmi_text_of(const boost::json::value& file) {
+std::string ipmi_section(const boost::json::value& file, std::string& reason) {
     const boost::json::object* document = file.if_object();
-    if (!document) refuse("the file is not a JSON object");
-    const boost::json::value* version = document->if_contains("Version");
-    if (!version || !version->is_int64() || version->get_int64() != file_version)
-        refuse("the file has no Version 1");
-    const boost::json::value* ipmi = document->if_contains(ipmi_member);
-    if (!ipmi || !ipmi->is_object()) refuse("the file has no IPMIConfig object");
-    if (document->size() != 2) refuse("the file has members this BMC does not know");
-    return boost::json::serialize(*ipmi);
+    const boost::json::value* version = document ? document->if_contains("Version") : nullptr;
+    const boost::json::value* ipmi = document ? document->if_contains(ipmi_member) : nullptr;
+    if (!document)
+        reason = "the file is not a JSON object";
+    else if (!version || !version->is_int64() || version->get_int64() != file_version)
+        reason = "the file has no Version 1";
+    else if (!ipmi || !ipmi->is_object())
+        reason = "the file has no IPMIConfig object";
+    else if (document->size() != 2)
+        reason = "the file has members this BMC does not know";
+    else
+        return boost::json::serialize(*ipmi);
+    return {};
 }
-
-}  // namespace
 
 int common_fileoperation::post(request_context& context) {
     if (context.uri == export_uri)
@@ -78,7 +83,9 @@ void common_fileoperation::export_file(request_context& context) {
 }
 
 void common_fileoperation::import_file(request_context& context) {
-    const std::string ipmi = ipmi_text_of(context.body_json());
+    std::string reason_text;
+    const std::string ipmi = ipmi_section(context.body_json(), reason_text);
+    if (ipmi.empty()) refuse(reason_text.c_str());
     char reason[IPMI_CONFIG_REASON_SIZE] = {};
     // An import that changes the user table is an account change.
     const int may_change_users = level_has_privileges(context.privilege, privilege_configure_users);

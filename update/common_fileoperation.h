@@ -2,9 +2,17 @@
 // and File.Import: exported without secrets, imported whole or not at all.
 #pragma once
 
+#include <boost/json.hpp>
+#include <string>
+
 #include "framework/webservice.h"
 
 namespace odata::redfish {
+
+// The IPMI configuration of an exported file, as the restore takes it;
+// empty, with the reason for the user, when the file is not one of this
+// version with that member alone.
+std::string ipmi_section(const boost::json::value& file, std::string& reason);
 
 class common_fileoperation : public webservice {
 public:

@@ -44,25 +44,28 @@ const std::string& uploaded_file(const form_parts& form) {
     return part->second;
 }
 
-// Every attribute is checked before any is handed over; the refusal
-// names each one that fails.
-boost::json::object checked_attributes(const std::string& file) {
+}  // namespace
+
+// Every attribute is checked before any is handed over.
+std::optional<boost::json::object> bios_file_changes(std::string_view file, result_record& result) {
     boost::system::error_code error;
     const boost::json::value document = boost::json::parse(file, error);
     const boost::json::object* object = error ? nullptr : document.if_object();
     const boost::json::value* attributes = object ? object->if_contains("Attributes") : nullptr;
-    if (!attributes || object->size() != 1) refuse("the file is no object of Attributes alone");
-    result_record result = general_error();
+    if (!attributes || object->size() != 1) {
+        add_message(result, "TWR.1.0.OemFileoperationErrorMessage",
+                    {"the file is no object of Attributes alone"});
+        return std::nullopt;
+    }
+    result_record refusals;
+    boost::json::object changes;
+    read_bios_attribute_changes({"Attributes", *attributes, "Attributes"}, changes, refusals);
+    if (refusals.entries.empty()) return changes;
     add_message(result, "TWR.1.0.OemFileoperationErrorMessage",
                 {"the file has attributes the BIOS does not take"});
-    const std::size_t before = result.entries.size();
-    boost::json::object changes;
-    read_bios_attribute_changes({"Attributes", *attributes, "Attributes"}, changes, result);
-    if (result.entries.size() != before) throw_http_result(400, result);
-    return changes;
+    for (boost::json::value& entry : refusals.entries) result.entries.push_back(std::move(entry));
+    return std::nullopt;
 }
-
-}  // namespace
 
 // Never cached: the values change with each start of the BIOS.
 int biosfile_download::post(request_context& context) {
@@ -79,8 +82,14 @@ int biosfile_download::post(request_context& context) {
 
 int biosfile_upload::post(request_context& context) {
     const form_parts form = read_form_parts(context, max_file_bytes, 1);
-    const boost::json::object changes = checked_attributes(uploaded_file(form));
-    if (!changes.empty() && !add_pending_bios_attributes(changes)) {
+    result_record result = general_error();
+    const std::optional<boost::json::object> changes =
+        bios_file_changes(uploaded_file(form), result);
+    if (!changes) {
+        console_log("[BiosFile] upload refused: the file is not one the BIOS takes\n");
+        throw_http_result(400, result);
+    }
+    if (!changes->empty() && !add_pending_bios_attributes(*changes)) {
         console_log("[ERROR] BiosFile: the attributes were not handed to the BIOS\n");
         throw_http_error(500, "Base.1.10.InternalError");
     }
