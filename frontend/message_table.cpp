@@ -211,6 +211,8 @@ constexpr message_text table[] = {
      "Wait until the evidence is generated and resubmit the request."},
     {"TWR.1.0.OemFileDownloaded", "OK", "The file %1 was downloaded successfully.",
      "No resolution was required."},
+    {"TWR.1.0.OemFileoperationErrorMessage", "Warning", "The file was refused: %1.",
+     "Use a file that this BMC exported, with valid values."},
     {"TWR.1.0.OemFirmwareAlreadyInUpdateMode", "Warning",
      "The %1 firmware update was already in update mode.",
      "Please check if there was the next step with respective API to execute."},

@@ -61,6 +61,35 @@ enum {
 // The BMC path (absolute, for bmc_path) of such a file; null for another.
 const char* BiosSharedFile(int file);
 
+// The BIOS's passwords. The BIOS takes a new one at its next start; until
+// then the old one stays in force.
+enum { BIOS_PASSWORD_ADMINISTRATOR };
+enum { BIOS_PASSWORD_MAX_LENGTH = 20 };  // printable ASCII characters
+
+// Hands new_password (1 to BIOS_PASSWORD_MAX_LENGTH printable ASCII
+// characters) to the BIOS when old_password is the one in force ("" when
+// none is set). PLT_ERR_STATE for a wrong old password, PLT_ERR_ARGUMENT for
+// another password or a new one the BIOS does not take.
+int UtilBiosChangePassword(int password, const char* old_password, const char* new_password);
+
+// The UEFI Secure Boot key databases: the number of entries in each. With
+// no platform key (PK) the firmware is in setup mode.
+struct St_SecureBootKeys {
+    int pk;
+    int kek;
+    int db;
+    int dbx;
+};
+int UtilGetSecureBootKeys(struct St_SecureBootKeys* keys);
+
+enum {
+    SECURE_BOOT_RESET_ALL_KEYS_TO_DEFAULT,
+    SECURE_BOOT_DELETE_ALL_KEYS,
+    SECURE_BOOT_DELETE_PK,
+};
+// Resets or deletes the key databases; PLT_ERR_ARGUMENT for another reset.
+int UtilSecureBootResetKeys(int reset);
+
 // Replaces the file at the BMC path (absolute, without "..") with content,
 // as a whole: a reader never sees part of it.
 int WriteConfigFile(const char* path, const char* content);

@@ -95,6 +95,13 @@
 #include "update/updateservice_startupdate.h"
 #include "update/upload.h"
 
+#include "resources/managers/certificate_rekey.h"
+#include "resources/managers/generate_csr.h"
+#include "resources/systems/bios_changepassword.h"
+#include "resources/systems/biosfile.h"
+#include "resources/systems/secureboot_resetkeys.h"
+#include "update/common_fileoperation.h"
+
 // A served row names its class as a type, so that a row of a class that
 // does not exist fails to compile; its methods come from what the class
 // overrides.
@@ -193,13 +200,12 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/odata", SERVED(servicedocument), manager_resource, route_open_read},
         {"/redfish/v1/$metadata", SERVED(metadata), manager_resource, route_open_read},
         {"/restapi", SERVED(restapi_ver), manager_resource},
-        {"/restapi/twri/Actions/File.Import", UNSERVED(common_fileoperation), manager_resource,
+        {"/restapi/twri/Actions/File.Import", SERVED(common_fileoperation), manager_resource,
          route_refused_in_lockdown},
-        {"/restapi/twri/Actions/File.Export", UNSERVED(common_fileoperation), manager_resource},
-        {"/restapi/twri/Actions/BiosFile.Upload", UNSERVED(biosfile_upload), component_resource,
+        {"/restapi/twri/Actions/File.Export", SERVED(common_fileoperation), manager_resource},
+        {"/restapi/twri/Actions/BiosFile.Upload", SERVED(biosfile_upload), component_resource,
          route_upload},
-        {"/restapi/twri/Actions/BiosFile.Download", UNSERVED(biosfile_download),
-         component_resource},
+        {"/restapi/twri/Actions/BiosFile.Download", SERVED(biosfile_download), component_resource},
 
         // Chassis
         {"/redfish/v1/Chassis", SERVED(chassiscollection), component_resource},
@@ -400,12 +406,12 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/CertificateService", SERVED(certificateservice), manager_resource},
         {"/redfish/v1/CertificateService/CertificateLocations", SERVED(certificatelocations),
          manager_resource},
-        {"/redfish/v1/CertificateService/GenerateCSRActionInfo", UNSERVED(generate_csr_actioninfo),
+        {"/redfish/v1/CertificateService/GenerateCSRActionInfo", SERVED(generate_csr_actioninfo),
          manager_resource},
         {"/redfish/v1/CertificateService/ReplaceCertificateActionInfo",
          SERVED(replace_certificate_actioninfo), manager_resource},
         {"/redfish/v1/CertificateService/Actions/CertificateService.GenerateCSR",
-         UNSERVED(generate_csr), manager_resource},
+         SERVED(generate_csr), manager_resource},
         {"/redfish/v1/CertificateService/Actions/CertificateService.ReplaceCertificate",
          SERVED(replace_certificate), manager_resource, route_refused_in_lockdown},
 
@@ -478,11 +484,11 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates/1", SERVED(certificate),
          manager_resource},
         {"/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates/1/RekeyActionInfo",
-         UNSERVED(rekeyactioninfo), manager_resource},
+         SERVED(rekeyactioninfo), manager_resource},
         {"/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates/1/Actions/Certificate.Rekey",
-         UNSERVED(certificate_rekey), manager_resource, route_refused_in_lockdown},
+         SERVED(certificate_rekey), manager_resource, route_refused_in_lockdown},
         {"/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates/1/Actions/Certificate.Renew",
-         UNSERVED(certificate_renew), manager_resource, route_refused_in_lockdown},
+         SERVED(certificate_renew), manager_resource, route_refused_in_lockdown},
         {"/redfish/v1/Managers/1/EthernetInterfaces", SERVED(managers_ethernetinterfacecollection),
          manager_resource},
         {"/redfish/v1/Managers/1/EthernetInterfaces/ToHost", SERVED(common_ethernetinterface),
@@ -557,15 +563,15 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/Bios/SD", SERVED(bios), component_resource},
         {"/redfish/v1/Systems/1/Bios/Actions/Bios.ResetBios", SERVED(bios_resetbios),
          component_resource},
-        {"/redfish/v1/Systems/1/Bios/Actions/Bios.ChangePassword", UNSERVED(bios_changepassword),
+        {"/redfish/v1/Systems/1/Bios/Actions/Bios.ChangePassword", SERVED(bios_changepassword),
          component_resource},
-        {"/redfish/v1/Systems/1/Bios/ChangePasswordActionInfo", UNSERVED(changepasswordactioninfo),
+        {"/redfish/v1/Systems/1/Bios/ChangePasswordActionInfo", SERVED(changepasswordactioninfo),
          component_resource},
         {"/redfish/v1/Systems/1/SecureBoot", SERVED(secureboot), component_resource},
         {"/redfish/v1/Systems/1/SecureBoot/Actions/SecureBoot.ResetKeys",
-         UNSERVED(secureboot_resetkeys), component_resource},
+         SERVED(secureboot_resetkeys), component_resource},
         {"/redfish/v1/Systems/1/SecureBoot/ResetKeysActionInfo",
-         UNSERVED(secureboot_resetkeysactioninfo), component_resource},
+         SERVED(secureboot_resetkeysactioninfo), component_resource},
         {"/redfish/v1/Systems/1/BootOptions", SERVED(bootoptionscollection), component_resource},
         {"/redfish/v1/Systems/1/BootOptions/(Boot)([0-9a-fA-F]+)", SERVED(bootoptions),
          component_resource},

@@ -1,6 +1,7 @@
 #include "platform/sim/web_certificate.h"
 
 #include <signal.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -30,6 +31,37 @@ std::string certificate_blocks(std::string_view pem) {
     return chain;
 }
 
+// The first private key block of a PEM text, ending in a newline.
+std::string key_block(std::string_view pem) {
+    const std::size_t marker = pem.find("PRIVATE KEY-----");
+    if (marker == std::string_view::npos) return {};
+    const std::size_t begin = pem.rfind("-----BEGIN", marker);
+    const std::size_t end_line = pem.find("-----END", marker);
+    const std::size_t end =
+        end_line == std::string_view::npos ? end_line : pem.find("-----", end_line + 5);
+    if (begin == std::string_view::npos || end == std::string_view::npos) return {};
+    return std::string(pem.substr(begin, end + 5 - begin)) + '\n';
+}
+
+std::string pending_key_file() { return platform::bmc_path("/etc/ssl/pending-key.pem"); }
+
+std::string stored_key(int which) {
+    std::string text;
+    if (which == WEB_KEY_PENDING)
+        return platform::sim::read_file(pending_key_file(), text) ? key_block(text) : "";
+    if (which == WEB_KEY_SERVED && platform::sim::read_file(platform::web_certificate_file(), text))
+        return key_block(text);
+    return {};
+}
+
+int copy_out(const std::string& text, char* pem, int size) {
+    if (!pem || size <= 0) return PLT_ERR_ARGUMENT;
+    if (text.empty()) return PLT_ERR_IO;
+    if (text.size() >= static_cast<std::size_t>(size)) return PLT_ERR_ARGUMENT;
+    std::memcpy(pem, text.c_str(), text.size() + 1);
+    return static_cast<int>(text.size());
+}
+
 // A server that is not running has nothing to reload.
 void reload_web_server() {
     std::string text;
@@ -54,22 +86,31 @@ std::string web_certificate_file() { return bmc_path("/etc/ssl/server.pem"); }
 }  // namespace platform
 
 extern "C" int PltWEB_GetCertificate(char* pem, int size) {
-    if (!pem || size <= 0) return PLT_ERR_ARGUMENT;
     std::string stored;
-    if (!platform::sim::read_file(platform::web_certificate_file(), stored)) return PLT_ERR_IO;
-    const std::string chain = certificate_blocks(stored);
-    if (chain.empty()) return PLT_ERR_IO;
-    if (chain.size() >= static_cast<std::size_t>(size)) return PLT_ERR_ARGUMENT;
-    std::memcpy(pem, chain.c_str(), chain.size() + 1);
-    return static_cast<int>(chain.size());
+    if (pem && !platform::sim::read_file(platform::web_certificate_file(), stored))
+        return PLT_ERR_IO;
+    return copy_out(certificate_blocks(stored), pem, size);
+}
+
+extern "C" int PltWEB_GetKey(int which, char* pem, int size) {
+    return copy_out(stored_key(which), pem, size);
+}
+
+extern "C" int PltWEB_SetPendingKey(const char* key_pem) {
+    if (!key_pem || !*key_pem || std::strlen(key_pem) >= WEB_CERT_PEM_SIZE) return PLT_ERR_ARGUMENT;
+    return platform::sim::replace_file(pending_key_file(), with_newline(key_pem), 0600)
+               ? PLT_OK
+               : PLT_ERR_IO;
 }
 
 extern "C" int PltWEB_ReplaceCertificate(const char* certificate_pem, const char* key_pem) {
     if (!certificate_pem || !key_pem || !*certificate_pem || !*key_pem) return PLT_ERR_ARGUMENT;
     const std::string pair = with_newline(key_pem) + with_newline(certificate_pem);
     if (pair.size() > WEB_CERT_PEM_SIZE) return PLT_ERR_ARGUMENT;
+    const bool installs_pending = with_newline(key_pem) == stored_key(WEB_KEY_PENDING);
     if (!platform::sim::replace_file(platform::web_certificate_file(), pair, 0600))
         return PLT_ERR_IO;
+    if (installs_pending) ::unlink(pending_key_file().c_str());
     reload_web_server();
     return PLT_OK;
 }

@@ -6,16 +6,19 @@
 namespace odata::redfish {
 
 void read_optional_parameters(const request_context& context, const std::string& action,
-                              const parameter_reader& read) {
+                              const parameter_reader& read,
+                              const std::function<void(result_record&)>& check_together) {
     const std::optional<std::string_view> body = context.body();
-    if (!body || body->empty()) return;
-    const boost::json::value parameters = context.body_json();
-    const boost::json::object* object = parameters.if_object();
-    if (!object) throw_http_error(400, "Base.1.10.UnrecognizedRequestBody");
     result_record result = general_error();
-    for (const auto& [name, value] : *object)
-        if (!read(std::string(name), value, result))
-            unknown_property::in_post(action).report(result, std::string(name));
+    if (body && !body->empty()) {
+        const boost::json::value parameters = context.body_json();
+        const boost::json::object* object = parameters.if_object();
+        if (!object) throw_http_error(400, "Base.1.10.UnrecognizedRequestBody");
+        for (const auto& [name, value] : *object)
+            if (!read(std::string(name), value, result))
+                unknown_property::in_post(action).report(result, std::string(name));
+    }
+    if (check_together) check_together(result);
     if (!result.entries.empty()) throw_http_result(400, result);
 }
 

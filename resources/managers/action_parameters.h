@@ -19,9 +19,11 @@ void check_no_parameters(const request_context& context, const std::string& acti
 // value to result; false for a parameter the action does not take.
 using parameter_reader = std::function<bool(
     const std::string& name, const boost::json::value& value, result_record& result)>;
-// As check_no_parameters, but each member goes to read first.
+// As check_no_parameters, but each member goes to read first; then
+// check_together may add messages about the parameters as a whole.
 void read_optional_parameters(const request_context& context, const std::string& action,
-                              const parameter_reader& read);
+                              const parameter_reader& read,
+                              const std::function<void(result_record&)>& check_together = {});
 
 // A message about the value of one parameter: arguments (value, parameter,
 // action), related property "/<parameter>".

@@ -28,7 +28,10 @@ int certificateservice::get(request_context&) {
     set("Description", "Certificates of the BMC's services");
     set("CertificateLocations", link(certificate_locations_uri));
     set("Actions",
-        boost::json::object{{"#CertificateService.ReplaceCertificate",
+        boost::json::object{{"#CertificateService.GenerateCSR",
+                             {{"target", generate_csr_target_uri},
+                              {"@Redfish.ActionInfo", generate_csr_actioninfo_uri}}},
+                            {"#CertificateService.ReplaceCertificate",
                              {{"target", replace_certificate_target_uri},
                               {"@Redfish.ActionInfo", replace_certificate_actioninfo_uri}}}});
     return 0;
@@ -68,6 +71,10 @@ int certificate::get(request_context&) {
     set("CertificateString", pem);
     set("CertificateType", "PEM");
     for (const auto& [name, value] : *properties) set(name, value);
+    set("Actions", boost::json::object{{"#Certificate.Rekey",
+                                        {{"target", rekey_target_uri},
+                                         {"@Redfish.ActionInfo", rekey_actioninfo_uri}}},
+                                       {"#Certificate.Renew", {{"target", renew_target_uri}}}});
     return 0;
 }
 

@@ -1,5 +1,7 @@
 #include "resources/managers/replace_certificate.h"
 
+#include <vector>
+
 #include "framework/property_checks.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi.h"
@@ -61,15 +63,42 @@ replacement read_request(const boost::json::object& parameters, result_record& r
     return request;
 }
 
-certificate_pair checked_pair(const std::string& pem) {
-    certificate_pair pair;
-    const pair_problem problem = read_certificate_pair(pem, lx_time_get(), pair);
-    if (problem == pair_problem::none) return pair;
+[[noreturn]] void refuse(pair_problem problem) {
     console_log("[ReplaceCertificate] refused: problem %d\n", static_cast<int>(problem));
     result_record result = general_error();
     report_value(result, "Base.1.10.ActionParameterValueFormatError", hidden_value,
                  "CertificateString");
     throw_http_result(400, result);
+}
+
+std::string kept_key(int which) {
+    std::vector<char> pem(WEB_CERT_PEM_SIZE);
+    const int length = PltWEB_GetKey(which, pem.data(), static_cast<int>(pem.size()));
+    return length > 0 ? std::string(pem.data(), static_cast<std::size_t>(length)) : "";
+}
+
+// A certificate alone is signed for a key the BMC keeps: the one made for
+// the last signing request, or the one it serves with (a renewal). The pair
+// names the kept key's text as the platform stored it.
+certificate_pair pair_for_kept_key(const std::string& pem) {
+    for (const int which : {WEB_KEY_PENDING, WEB_KEY_SERVED}) {
+        const std::string key = kept_key(which);
+        if (key.empty()) continue;
+        certificate_pair pair;
+        const pair_problem problem = read_certificate_pair(key + pem, lx_time_get(), pair);
+        if (problem == pair_problem::none) return {pair.chain, key};
+        if (problem != pair_problem::key_mismatch) refuse(problem);
+    }
+    console_log("[ReplaceCertificate] refused: the certificate belongs to no key of the BMC\n");
+    throw_http_error(400, "TWR.1.0.OemSslcertIllegalPair");
+}
+
+certificate_pair checked_pair(const std::string& pem) {
+    if (pem.find("PRIVATE KEY-----") == std::string::npos) return pair_for_kept_key(pem);
+    certificate_pair pair;
+    const pair_problem problem = read_certificate_pair(pem, lx_time_get(), pair);
+    if (problem != pair_problem::none) refuse(problem);
+    return pair;
 }
 
 }  // namespace

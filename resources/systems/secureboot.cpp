@@ -6,12 +6,13 @@
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
+#include "platform/libbios.h"
 #include "resources/systems/bios_attributes.h"
+#include "resources/systems/system_uris.h"
 
 namespace odata::redfish {
 namespace {
 
-constexpr const char* secure_boot_uri = "/redfish/v1/Systems/1/SecureBoot";
 constexpr const char* secure_boot_attribute = "SecureBoot";
 
 // The attribute's value in a set of BIOS attributes; null when it has none.
@@ -47,11 +48,17 @@ int secureboot::get(request_context&) {
     if (!running) return 0;
     const boost::json::object pending = pending_bios_attributes();
     const boost::json::string* next = secure_boot_in(pending);
+    // Without a platform key the firmware is in setup mode and checks no
+    // signatures.
+    St_SecureBootKeys keys{};
+    if (UtilGetSecureBootKeys(&keys) != PLT_OK) throw_http_error(500, "Base.1.10.InternalError");
     set("SecureBootEnable", *(next ? next : running) == "Enabled");
-    set("SecureBootCurrentBoot", *running == "Enabled" ? "Enabled" : "Disabled");
-    // The simulated BIOS has its platform key enrolled and takes keys only
-    // through its setup.
-    set("SecureBootMode", "UserMode");
+    set("SecureBootCurrentBoot", *running == "Enabled" && keys.pk > 0 ? "Enabled" : "Disabled");
+    set("SecureBootMode", keys.pk > 0 ? "UserMode" : "SetupMode");
+    set("Actions",
+        boost::json::object{{"#SecureBoot.ResetKeys",
+                             {{"target", secure_boot_reset_keys_target_uri},
+                              {"@Redfish.ActionInfo", secure_boot_reset_keys_actioninfo_uri}}}});
     return 0;
 }
 

@@ -17,6 +17,15 @@ inline constexpr const char* host_ethernet_interfaces_uri =
 inline constexpr const char* bios_uri_of_system = "/redfish/v1/Systems/1/Bios";
 inline constexpr const char* bios_reset_target_uri =
     "/redfish/v1/Systems/1/Bios/Actions/Bios.ResetBios";
+inline constexpr const char* bios_change_password_target_uri =
+    "/redfish/v1/Systems/1/Bios/Actions/Bios.ChangePassword";
+inline constexpr const char* bios_change_password_actioninfo_uri =
+    "/redfish/v1/Systems/1/Bios/ChangePasswordActionInfo";
+inline constexpr const char* secure_boot_uri = "/redfish/v1/Systems/1/SecureBoot";
+inline constexpr const char* secure_boot_reset_keys_target_uri =
+    "/redfish/v1/Systems/1/SecureBoot/Actions/SecureBoot.ResetKeys";
+inline constexpr const char* secure_boot_reset_keys_actioninfo_uri =
+    "/redfish/v1/Systems/1/SecureBoot/ResetKeysActionInfo";
 inline constexpr const char* bios_settings_uri = "/redfish/v1/Systems/1/Bios/SD";
 inline constexpr const char* network_interfaces_uri = "/redfish/v1/Systems/1/NetworkInterfaces";
 inline constexpr const char* simple_storage_uri = "/redfish/v1/Systems/1/SimpleStorage";

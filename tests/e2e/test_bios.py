@@ -179,3 +179,93 @@ def test_an_http_boot_uri_joins_the_pending_bios_changes(bmc, admin):
     assert answer.status_code == 200, answer.text
     pending = get(admin, bmc, SETTINGS)["Attributes"]
     assert (pending["VTd"], pending["BootURI"]) == ("Disabled", "http://10.0.0.9/a.efi")
+
+
+CHANGE_PASSWORD = BIOS + "/Actions/Bios.ChangePassword"
+RESET_KEYS = SECURE_BOOT + "/Actions/SecureBoot.ResetKeys"
+
+
+def bios_state(bmc):
+    return dict(line.split("=", 1) for line in bmc.bmcsim("bios", "show").splitlines())
+
+
+def security_file(bmc):
+    path = os.path.join(bmc.root, "nv", "bios", "security.ini")
+    return open(path).read() if os.path.exists(path) else None
+
+
+def change_password(session, bmc, old, new):
+    return session.post(bmc.url(CHANGE_PASSWORD), timeout=10,
+                        json={"PasswordName": "AdminPassword", "OldPassword": old, "NewPassword": new})
+
+
+def test_the_bios_password_changes_at_the_next_start_and_needs_the_old_one(bmc, admin):
+    bios = get(admin, bmc, BIOS)
+    info = get(admin, bmc, bios["Actions"]["#Bios.ChangePassword"]["@Redfish.ActionInfo"])
+    assert [parameter["Name"] for parameter in info["Parameters"]] == ["PasswordName", "OldPassword", "NewPassword"]
+    assert bios_state(bmc)["admin_password"] == "none"
+    answer = change_password(admin, bmc, "", "Bios-pass1")
+    assert answer.status_code == 200, answer.text
+    assert bios_state(bmc)["admin_password"] == "none, new one pending"
+    bmc.bmcsim("bios", "post")
+    assert bios_state(bmc)["admin_password"] == "set"
+    stored = security_file(bmc)
+    assert "Bios-pass1" not in stored and "pbkdf2-sha256$" in stored
+    assert os.stat(os.path.join(bmc.root, "nv", "bios", "security.ini")).st_mode & 0o777 == 0o600
+
+    wrong = change_password(admin, bmc, "Bios-pass0", "Bios-pass2")
+    assert wrong.status_code == 400
+    assert [(entry["MessageId"], entry["MessageArgs"][1]) for entry in
+            wrong.json()["error"]["@Message.ExtendedInfo"]] == [("Base.1.10.ActionParameterValueFormatError",
+                                                                  "OldPassword")]
+    bad = admin.post(bmc.url(CHANGE_PASSWORD), timeout=10, json={
+        "PasswordName": "UserPassword", "NewPassword": "x" * 21, "Color": 1})
+    assert bad.status_code == 400
+    assert sorted(entry["MessageId"] for entry in bad.json()["error"]["@Message.ExtendedInfo"]) == [
+        "Base.1.10.ActionParameterMissing", "Base.1.10.ActionParameterUnknown",
+        "Base.1.10.ActionParameterValueFormatError", "Base.1.10.ActionParameterValueNotInList"]
+    for answer in (wrong, bad):
+        validate_messages(answer.json())
+        assert "Bios-pass" not in answer.text and "x" * 21 not in answer.text
+    assert security_file(bmc) == stored
+    assert "Bios-pass" not in bmc.error_log()
+
+    assert change_password(admin, bmc, "Bios-pass1", "Bios-pass2").status_code == 200
+    bmc.bmcsim("bios", "post")
+    assert change_password(admin, bmc, "Bios-pass1", "Bios-pass3").status_code == 400
+    assert change_password(admin, bmc, "Bios-pass2", "Bios-pass3").status_code == 200
+
+
+def test_reset_keys_changes_the_key_databases_and_the_mode(bmc, admin):
+    secure_boot = get(admin, bmc, SECURE_BOOT)
+    info = get(admin, bmc, secure_boot["Actions"]["#SecureBoot.ResetKeys"]["@Redfish.ActionInfo"])
+    assert info["Parameters"][0]["AllowableValues"] == ["ResetAllKeysToDefault", "DeleteAllKeys", "DeletePK"]
+    admin.patch(bmc.url(SECURE_BOOT), json={"SecureBootEnable": True}, timeout=10)
+    bmc.bmcsim("bios", "post")
+    assert (bios_state(bmc)["secure_boot_keys"], bios_state(bmc)["secure_boot_mode"]) == (
+        "PK:1,KEK:1,db:2,dbx:1", "UserMode")
+    for reset, keys, mode in [("DeletePK", "PK:0,KEK:1,db:2,dbx:1", "SetupMode"),
+                              ("ResetAllKeysToDefault", "PK:1,KEK:1,db:2,dbx:1", "UserMode"),
+                              ("DeleteAllKeys", "PK:0,KEK:0,db:0,dbx:0", "SetupMode")]:
+        answer = admin.post(bmc.url(RESET_KEYS), json={"ResetKeysType": reset}, timeout=10)
+        assert answer.status_code == 200, answer.text
+        assert (bios_state(bmc)["secure_boot_keys"], bios_state(bmc)["secure_boot_mode"]) == (keys, mode)
+        secure_boot = get(admin, bmc, SECURE_BOOT)
+        assert secure_boot["SecureBootMode"] == mode
+        assert secure_boot["SecureBootCurrentBoot"] == ("Enabled" if mode == "UserMode" else "Disabled")
+    before = security_file(bmc)
+    for body in ({"ResetKeysType": "DeleteKEK"}, {"ResetKeysType": 1}, {}, {"ResetKeysType": "DeletePK", "X": 1}):
+        answer = admin.post(bmc.url(RESET_KEYS), json=body, timeout=10)
+        assert answer.status_code == 400, body
+        validate_messages(answer.json())
+    assert security_file(bmc) == before
+
+
+def test_a_read_only_user_changes_no_bios_password_or_keys(bmc, admin):
+    bmc.bmcsim("users", "add", "5", "reader", "Read-only-1", "2")
+    reader = bmc.basic_session("reader", "Read-only-1")
+    before = security_file(bmc)
+    assert change_password(reader, bmc, "", "Bios-pass9").status_code == 403
+    assert reader.post(bmc.url(RESET_KEYS), json={"ResetKeysType": "DeletePK"}, timeout=10).status_code == 403
+    assert security_file(bmc) == before
+    bmc.bmcsim("users", "delete", "5")

@@ -7,7 +7,9 @@
 
 #include "base/bmc_root.h"
 #include "hardware_root_fixture.h"
+#include "platform/libbios.h"
 #include "platform/sim/bios_attributes.h"
+#include "platform/sim/bios_security.h"
 #include "resources/systems/bios_attribute_registry.h"
 #include "resources/systems/bios_attributes.h"
 
@@ -90,4 +92,47 @@ TEST(BiosAttributeRegistry, EveryAttributeWithItsKindsLimits) {
         EXPECT_EQ(attribute.contains("MaxLength"), type == "String");
         EXPECT_NE(find_bios_attribute(attribute.at("AttributeName").as_string()), nullptr);
     }
+}
+
+TEST_F(BiosSettings, ThePasswordNeedsTheOneInForceAndComesIntoForceAtTheNextStart) {
+    EXPECT_EQ(UtilBiosChangePassword(BIOS_PASSWORD_ADMINISTRATOR, "guess", "First-1"),
+              PLT_ERR_STATE);
+    ASSERT_EQ(UtilBiosChangePassword(BIOS_PASSWORD_ADMINISTRATOR, "", "First-1"), PLT_OK);
+    // Until the BIOS starts, the old (no) password stays in force.
+    EXPECT_EQ(UtilBiosChangePassword(BIOS_PASSWORD_ADMINISTRATOR, "First-1", "Second-2"),
+              PLT_ERR_STATE);
+    ASSERT_TRUE(platform::post_bios_password());
+    EXPECT_EQ(platform::bios_password_state(), "set");
+    EXPECT_EQ(UtilBiosChangePassword(BIOS_PASSWORD_ADMINISTRATOR, "", "Second-2"), PLT_ERR_STATE);
+    for (const char* refused : {"", "twenty-one-characters", "tab\there"})
+        EXPECT_EQ(UtilBiosChangePassword(BIOS_PASSWORD_ADMINISTRATOR, "First-1", refused),
+                  PLT_ERR_ARGUMENT);
+    EXPECT_EQ(UtilBiosChangePassword(BIOS_PASSWORD_ADMINISTRATOR + 1, "First-1", "Second-2"),
+              PLT_ERR_ARGUMENT);
+    ASSERT_EQ(UtilBiosChangePassword(BIOS_PASSWORD_ADMINISTRATOR, "First-1", "Second-2"), PLT_OK);
+    EXPECT_EQ(platform::bios_password_state(), "set, new one pending");
+    std::ifstream file(platform::bios_security_file());
+    const std::string stored((std::istreambuf_iterator<char>(file)),
+                             std::istreambuf_iterator<char>());
+    EXPECT_EQ(stored.find("First-1"), std::string::npos);
+    EXPECT_EQ(stored.find("Second-2"), std::string::npos);
+}
+
+TEST_F(BiosSettings, ResetKeysEmptiesOrRestoresTheKeyDatabases) {
+    St_SecureBootKeys keys{};
+    ASSERT_EQ(UtilGetSecureBootKeys(&keys), PLT_OK);
+    EXPECT_EQ(keys.pk, 1);
+    ASSERT_EQ(UtilSecureBootResetKeys(SECURE_BOOT_DELETE_PK), PLT_OK);
+    ASSERT_EQ(UtilGetSecureBootKeys(&keys), PLT_OK);
+    EXPECT_EQ((std::vector<int>{keys.pk, keys.kek, keys.db, keys.dbx}),
+              (std::vector<int>{0, 1, 2, 1}));
+    ASSERT_EQ(UtilSecureBootResetKeys(SECURE_BOOT_DELETE_ALL_KEYS), PLT_OK);
+    ASSERT_EQ(UtilGetSecureBootKeys(&keys), PLT_OK);
+    EXPECT_EQ((std::vector<int>{keys.pk, keys.kek, keys.db, keys.dbx}),
+              (std::vector<int>{0, 0, 0, 0}));
+    EXPECT_EQ(UtilSecureBootResetKeys(7), PLT_ERR_ARGUMENT);
+    ASSERT_EQ(UtilSecureBootResetKeys(SECURE_BOOT_RESET_ALL_KEYS_TO_DEFAULT), PLT_OK);
+    ASSERT_EQ(UtilGetSecureBootKeys(&keys), PLT_OK);
+    EXPECT_EQ((std::vector<int>{keys.pk, keys.kek, keys.db, keys.dbx}),
+              (std::vector<int>{1, 1, 2, 1}));
 }

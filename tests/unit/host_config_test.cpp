@@ -41,7 +41,9 @@ TEST_F(HostConfig, BiosUpdateModeIsFlagValue2) {
     ASSERT_EQ(run({"bios", "update-mode", "on"}), bmcsim::exit_ok);
     EXPECT_EQ(at_p_St_GlobalVar->fw_update_flags, 2u);
     ASSERT_EQ(run({"bios", "show"}), bmcsim::exit_ok);
-    EXPECT_EQ(out_.str(), "version=2.1.0\nupdate_mode=on\nhii=on\nboot_order=\n");
+    EXPECT_EQ(out_.str(),
+              "version=2.1.0\nupdate_mode=on\nhii=on\nboot_order=\nadmin_password=none\n"
+              "secure_boot_keys=PK:1,KEK:1,db:2,dbx:1\nsecure_boot_mode=UserMode\n");
     ASSERT_EQ(run({"bios", "update-mode", "off"}), bmcsim::exit_ok);
     EXPECT_EQ(at_p_St_GlobalVar->fw_update_flags, 0u);
     EXPECT_EQ(run({"bios", "update-mode", "maybe"}), bmcsim::exit_usage);

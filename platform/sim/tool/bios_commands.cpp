@@ -1,4 +1,5 @@
-// bmcsim bios: BIOS version, update mode and HII configuration.
+// bmcsim bios: BIOS version, update mode, HII configuration, password and
+// Secure Boot keys.
 #include <ostream>
 #include <string>
 
@@ -6,6 +7,7 @@
 #include "platform/libipmi.h"
 #include "platform/sim/bios_attributes.h"
 #include "platform/sim/bios_config.h"
+#include "platform/sim/bios_security.h"
 #include "platform/sim/smbios_store.h"
 #include "platform/sim/tool/areas.h"
 
@@ -28,7 +30,12 @@ int show(std::ostream& out, std::ostream& err) {
         out << separator << option;
         separator = ",";
     }
-    out << '\n';
+    out << '\n' << "admin_password=" << platform::bios_password_state() << '\n';
+    St_SecureBootKeys keys{};
+    if (UtilGetSecureBootKeys(&keys) != PLT_OK) return exit_failed;
+    out << "secure_boot_keys=PK:" << keys.pk << ",KEK:" << keys.kek << ",db:" << keys.db
+        << ",dbx:" << keys.dbx << '\n'
+        << "secure_boot_mode=" << (keys.pk > 0 ? "UserMode" : "SetupMode") << '\n';
     return exit_ok;
 }
 
@@ -48,8 +55,10 @@ int hii(bool on, std::ostream& err) {
 }
 
 int post(std::ostream& err) {
-    if (platform::post_bios_settings() && platform::post_bios_version()) return exit_ok;
-    err << "bmcsim: cannot write the BIOS attributes or the SMBIOS table\n";
+    if (platform::post_bios_settings() && platform::post_bios_version() &&
+        platform::post_bios_password())
+        return exit_ok;
+    err << "bmcsim: cannot write the BIOS attributes, password or SMBIOS table\n";
     return exit_failed;
 }
 
