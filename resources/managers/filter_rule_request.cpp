@@ -3,6 +3,7 @@
 #include <arpa/inet.h>
 
 #include "framework/property_checks.h"
+#include "resources/managers/ipv4_address.h"
 
 namespace odata::redfish {
 namespace {

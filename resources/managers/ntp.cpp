@@ -1,7 +1,8 @@
 #include "resources/managers/ntp.h"
 
+#include <arpa/inet.h>
+
 #include <algorithm>
-#include <cctype>
 #include <cstdio>
 
 #include "framework/property_checks.h"
@@ -10,6 +11,7 @@
 #include "frontend/response_headers.h"
 #include "platform/libntp.h"
 #include "platform/libweb.h"
+#include "resources/managers/ipv4_address.h"
 #include "resources/managers/manager_settings_audit.h"
 #include "resources/managers/manager_settings_uris.h"
 
@@ -21,13 +23,17 @@ struct ntp_changes {
     std::optional<std::vector<std::string>> servers;
 };
 
-// Letters, digits, '.', '-' and ':' (names, IPv4 and IPv6 addresses).
+// A host name of DNS labels, or an IPv4 or IPv6 address.
 bool is_server_name(std::string_view text) {
-    return !text.empty() && text.size() < NTP_SERVER_SIZE &&
-           std::all_of(text.begin(), text.end(), [](char c) {
-               return std::isalnum(static_cast<unsigned char>(c)) || c == '.' || c == '-' ||
-                      c == ':';
-           });
+    if (text.empty() || text.size() >= NTP_SERVER_SIZE) return false;
+    in6_addr ipv6;
+    if (parse_ipv4(text) || inet_pton(AF_INET6, std::string(text).c_str(), &ipv6) == 1) return true;
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t dot = std::min(text.find('.', start), text.size());
+        if (!is_host_name(text.substr(start, dot - start))) return false;
+        start = dot + 1;
+    }
+    return true;
 }
 
 void read_source(const request_member& member, ntp_changes& changes, result_record& result) {

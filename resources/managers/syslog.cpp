@@ -1,7 +1,5 @@
 #include "resources/managers/syslog.h"
 
-#include <arpa/inet.h>
-
 #include <cstdio>
 
 #include "framework/property_checks.h"
@@ -11,6 +9,7 @@
 #include "platform/libsyslog.h"
 #include "platform/libweb.h"
 #include "platform/outbound_destinations.h"
+#include "resources/managers/ipv4_address.h"
 #include "resources/managers/manager_settings_audit.h"
 #include "resources/managers/manager_settings_uris.h"
 
@@ -34,8 +33,7 @@ void read_address(const request_member& member, syslog_changes& changes, result_
     const boost::json::string* text = require_text(member.value, member.path, result);
     if (!text) return;
     const std::string address(*text);
-    in_addr parsed;
-    if (inet_pton(AF_INET, address.c_str(), &parsed) != 1)
+    if (!parse_ipv4(address))
         add_value_message(result, "Base.1.10.PropertyValueFormatError", address, member.path);
     else if (platform::refused_host(address))
         add_message(result, "Base.1.10.PropertyValueIncorrect", {member.path, address},
