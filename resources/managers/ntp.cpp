@@ -92,6 +92,13 @@ St_NtpConfig changed_config(const ntp_changes& changes) {
 
 }  // namespace
 
+boost::json::array configured_ntp_servers(const St_NtpConfig& config) {
+    boost::json::array servers;
+    for (const auto& server : config.servers)
+        if (server[0] != '\0') servers.emplace_back(server);
+    return servers;
+}
+
 ntp::ntp(request_context& context)
     : redfish(context, "TwrNTP", std::string(schema_file_of("TwrNTP").version), "NTP",
               manager_ntp_uri) {}
@@ -101,10 +108,7 @@ int ntp::get(request_context&) {
     set_common_properties();
     set("Description", "Where the BMC's clock takes its time from");
     set("ClockSource", config.source == NTP_SOURCE_NTP ? "NTP" : "Manual");
-    boost::json::array servers;
-    for (const auto& server : config.servers)
-        if (server[0] != '\0') servers.emplace_back(server);
-    set("NTPServers", std::move(servers));
+    set("NTPServers", configured_ntp_servers(config));
     return 0;
 }
 

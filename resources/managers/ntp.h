@@ -3,8 +3,12 @@
 #pragma once
 
 #include "framework/redfish.h"
+#include "platform/libntp.h"
 
 namespace odata::redfish {
+
+// The servers that config names, in order; NetworkProtocol's NTP shows them too.
+boost::json::array configured_ntp_servers(const St_NtpConfig& config);
 
 class ntp : public redfish {
 public:

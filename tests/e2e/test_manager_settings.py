@@ -98,6 +98,8 @@ def test_each_setting_shows_what_the_bmc_keeps_and_takes_changes(bmc, admin):
         assert answer.status_code == 204, answer.text
     assert shown(bmc, "ntp", "show") == {"source": "ntp", "server1": "pool.example.org",
                                          "server2": "", "server3": ""}
+    protocols = admin.get(bmc.url("/redfish/v1/Managers/1/NetworkProtocol"), timeout=10).json()
+    assert protocols["NTP"]["NTPServers"] == ["pool.example.org"]
     assert shown(bmc, "syslog", "show") == {"enabled": "on", "destination": "127.0.0.1:5514/udp"}
     assert shown(bmc, "kcs", "show") == {"privilege": "Callback"}
     assert bmc.bmcsim("lockdown", "show").strip() == "off"
