@@ -51,6 +51,21 @@ std::optional<bool> require_boolean(const boost::json::value& value, const std::
     return std::nullopt;
 }
 
+std::optional<std::string> require_one_of(const boost::json::value& value,
+                                          std::initializer_list<std::string_view> names,
+                                          const std::string& path, result_record& result) {
+    const boost::json::string* text = value.if_string();
+    if (!text) {
+        add_value_message(result, "Base.1.10.PropertyValueTypeError", shown_value(value), path);
+        return std::nullopt;
+    }
+    if (std::find(names.begin(), names.end(), std::string_view(*text)) == names.end()) {
+        add_value_message(result, "Base.1.10.PropertyValueNotInList", std::string(*text), path);
+        return std::nullopt;
+    }
+    return std::string(*text);
+}
+
 // Integers beyond 64 bits arrive as doubles: whole numbers are still
 // integers, just out of range.
 bool is_whole_double(const boost::json::value& value) {
@@ -101,6 +116,12 @@ const boost::json::object& request_object(const boost::json::value& body) {
     if (!object) throw_http_error(400, "Base.1.10.UnrecognizedRequestBody");
     if (object->empty()) throw_http_error(400, "Base.1.10.EmptyJSON");
     return *object;
+}
+
+void throw_property_conflict(const std::string& property, const std::string& other) {
+    result_record result = general_error();
+    add_message(result, "Base.1.10.PropertyValueConflict", {property, other}, {"/" + property});
+    throw_http_result(400, result);
 }
 
 void refuse_if_reported(const result_record& result) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <boost/json.hpp>
 #include <functional>
+#include <initializer_list>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -58,6 +59,12 @@ const boost::json::string* require_text(const boost::json::value& value, const s
 // A boolean; otherwise PropertyValueTypeError.
 std::optional<bool> require_boolean(const boost::json::value& value, const std::string& path,
                                     result_record& result);
+
+// A string that is one of names; PropertyValueTypeError for a value that is
+// not a string, PropertyValueNotInList for another text.
+std::optional<std::string> require_one_of(const boost::json::value& value,
+                                          std::initializer_list<std::string_view> names,
+                                          const std::string& path, result_record& result);
 
 // An integer from min to max; PropertyValueTypeError for a value that is
 // not an integer, PropertyValueFormatError outside the range (however large).
@@ -113,6 +120,10 @@ void read_patch_property(const patch_property<changes> (&table)[size], const req
     }
     unknown_property::in_patch().report(result, member.path);
 }
+
+// Throws 400 PropertyValueConflict: property cannot take its value while
+// other has its own.
+[[noreturn]] void throw_property_conflict(const std::string& property, const std::string& other);
 
 // Throws 400 with the messages when result holds any.
 void refuse_if_reported(const result_record& result);

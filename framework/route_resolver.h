@@ -27,8 +27,8 @@ enum route_flag : unsigned {
     route_reusable = 1u << 1,
     // A POST body is left unread for the handler, which streams it.
     route_upload = 1u << 2,
-    // A POST changes firmware or the BMC's configuration: refused while the
-    // system is locked down.
+    // A change (POST, PATCH, PUT, DELETE) of firmware or the BMC's
+    // configuration: refused while the system is locked down.
     route_refused_in_lockdown = 1u << 3,
     // Resolves only while the platform supports crash dumps.
     route_crashdump = 1u << 4,

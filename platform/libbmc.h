@@ -14,4 +14,9 @@ int UtilGetBmcFwVersion(char* version, int size);
 // sessions, mounted virtual media, staged files. Settings under /nv stay.
 int PltBMC_Reset(void);
 
+// Restores the manager's settings to their defaults, all of them or none:
+// NTP, remote syslog, IP access control, the KCS privilege and the serial
+// console port.
+int PltBMC_ResetConfig(void);
+
 }  // extern "C"

@@ -15,6 +15,7 @@
 #include "platform/libipmi.h"
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
+#include "security/address_filter.h"
 #include "security/caller_authentication.h"
 #include "security/privileges.h"
 #include "service/resource_reads.h"
@@ -113,12 +114,13 @@ void check_path_form(const request_context& context) {
         throw_http_error(400, "Base.1.10.ResourceAtUriInUnknownFormat", {context.uri});
 }
 
-// An upload's body is left to its handler, which streams it; an action
-// that changes firmware or the configuration is refused while the system is
-// locked down, before its body is read.
+// An upload's body is left to its handler, which streams it; a change of
+// firmware or the configuration is refused while the system is locked down,
+// before its body is read.
 void read_body_or_leave_upload(request_context& context, const route* row, std::istream& input) {
     const bool post = context.method == POST && row;
-    if (post && row->has(route_refused_in_lockdown) && GetSetSysLockdownEnable(0, 0))
+    const bool change = context.method != GET && row;
+    if (change && row->has(route_refused_in_lockdown) && GetSetSysLockdownEnable(0, 0))
         throw_system_lockdown();
     if (!post || !row->has(route_upload)) {
         read_request_input(input);
@@ -144,6 +146,7 @@ void handle_request(request_context& context, std::istream& input) {
     context.method = request_method();
     if (at_p_St_GlobalVar->fcgi_mode == 0) throw_http_error(503, "Base.1.10.ServiceInUnknownState");
     InterfaceInfo->kind = interface_redfish;
+    check_client_address(context.uri);
     check_odata_version();
     check_path_form(context);
     drop_members_segment(context);

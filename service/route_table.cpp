@@ -30,15 +30,21 @@
 #include "resources/managers/certificate_resources.h"
 #include "resources/managers/common_ethernetinterface.h"
 #include "resources/managers/host_interfaces.h"
+#include "resources/managers/ip_access_control.h"
+#include "resources/managers/kcsinterface.h"
 #include "resources/managers/log_entries.h"
 #include "resources/managers/log_services.h"
 #include "resources/managers/manager.h"
 #include "resources/managers/manager_reset.h"
 #include "resources/managers/managercollection.h"
+#include "resources/managers/managerconfig_reset.h"
 #include "resources/managers/managers_ethernetinterfacecollection.h"
 #include "resources/managers/networkprotocol.h"
+#include "resources/managers/ntp.h"
 #include "resources/managers/replace_certificate.h"
 #include "resources/managers/serial_interfaces.h"
+#include "resources/managers/syslockdown.h"
+#include "resources/managers/syslog.h"
 #include "resources/managers/virtualmedia.h"
 #include "resources/managers/virtualmedia_actions.h"
 #include "resources/systems/bios.h"
@@ -475,7 +481,7 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Managers", SERVED(managercollection), manager_resource},
         {"/redfish/v1/Managers/1", SERVED(manager), manager_resource},
         {"/redfish/v1/Managers/1/Actions/Manager.Reset", SERVED(manager_reset), manager_resource},
-        {"/redfish/v1/Managers/1/Actions/Oem/TwrManagerConfig.Reset", UNSERVED(managerconfig_reset),
+        {"/redfish/v1/Managers/1/Actions/Oem/TwrManagerConfig.Reset", SERVED(managerconfig_reset),
          manager_resource, route_refused_in_lockdown},
         {"/redfish/v1/Managers/1/ResetActionInfo", SERVED(resetactioninfo), manager_resource},
         {"/redfish/v1/Managers/1/NetworkProtocol", SERVED(networkprotocol), manager_resource},
@@ -534,22 +540,24 @@ const std::vector<route>& route_table() {
          manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/RADIUS", UNSERVED(radius), manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/MouseMode", UNSERVED(mousemode), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/NTP", UNSERVED(ntp), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/IPAccessControl", UNSERVED(ipaccesscontrol),
-         manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/NTP", SERVED(ntp), manager_resource,
+         route_refused_in_lockdown},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/IPAccessControl", SERVED(ipaccesscontrol),
+         manager_resource, route_refused_in_lockdown},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/TWRRAKP", UNSERVED(rakp), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/Syslog", UNSERVED(syslog), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/Syslog", SERVED(syslog), manager_resource,
+         route_refused_in_lockdown},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/Snooping", UNSERVED(snooping), manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/FanMode", UNSERVED(fanmode), manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/IKVM", UNSERVED(ikvm), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/KCSInterface", UNSERVED(kcsinterface),
-         manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/SysLockdown", UNSERVED(syslockdown),
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/KCSInterface", SERVED(kcsinterface),
+         manager_resource, route_refused_in_lockdown},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/SysLockdown", SERVED(syslockdown),
          manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/IPAccessControl/FilterRules",
-         UNSERVED(filterrulecollection), manager_resource},
+         SERVED(filterrulecollection), manager_resource, route_refused_in_lockdown},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/IPAccessControl/FilterRules/([0-9]+)",
-         UNSERVED(filterrule), manager_resource},
+         SERVED(filterrule), manager_resource, route_refused_in_lockdown},
 
         // Systems
         {"/redfish/v1/Systems", SERVED(systemcollection), component_resource},

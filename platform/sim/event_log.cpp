@@ -16,6 +16,7 @@
 #include "platform/libsel.h"
 #include "platform/libweb.h"
 #include "platform/sim/logged_alerts.h"
+#include "platform/sim/remote_syslog.h"
 #include "platform/sim/sim_file.h"
 
 namespace json = boost::json;
@@ -203,10 +204,12 @@ bool append_event_line(int event_code, int argument, const char* text) {
 
 }  // namespace
 
-// Events that are alerts go out once they are logged, after the log's lock.
+// Events that are alerts, and every event to remote syslog, go out once they
+// are logged, after the log's lock.
 extern "C" int LibSaveSysEvtLog(int event_code, int argument, const char* text) {
     if (!append_event_line(event_code, argument, text)) return -1;
     platform::sim::raise_logged_alert(event_code, argument, text ? text : "");
+    platform::sim::forward_to_syslog(lx_time_get(), event_code, text ? text : "");
     return 0;
 }
 

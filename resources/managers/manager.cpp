@@ -8,6 +8,7 @@
 #include "platform/libipmi_sensors.h"
 #include "platform/libweb.h"
 #include "resources/managers/manager_reset.h"
+#include "resources/managers/manager_settings_uris.h"
 #include "resources/managers/manager_uris.h"
 #include "resources/managers/redfish_date_time.h"
 
@@ -25,6 +26,21 @@ constexpr const char* service_links[][2] = {
     {"VirtualMedia", manager_virtual_media_uri},
 };
 
+// The manager's own settings, under "Oem"/"Tarnwright".
+constexpr const char* oem_links[][2] = {
+    {"NTP", manager_ntp_uri},
+    {"Syslog", manager_syslog_uri},
+    {"IPAccessControl", manager_ip_access_control_uri},
+    {"KCSInterface", manager_kcs_interface_uri},
+    {"SysLockdown", manager_sys_lockdown_uri},
+};
+
+boost::json::object oem() {
+    boost::json::object tarnwright;
+    for (const auto& [name, uri] : oem_links) tarnwright[name] = link(uri);
+    return {{"Tarnwright", std::move(tarnwright)}};
+}
+
 boost::json::object links() {
     return {{"ManagerForServers", boost::json::array{link("/redfish/v1/Systems/1")}},
             {"ManagerForChassis", boost::json::array{link("/redfish/v1/Chassis/1")}},
@@ -39,7 +55,8 @@ boost::json::object actions() {
     return {{"#Manager.Reset",
              {{"target", manager_reset_target_uri},
               {"ResetType@Redfish.AllowableValues", std::move(reset_types)},
-              {"@Redfish.ActionInfo", manager_reset_actioninfo_uri}}}};
+              {"@Redfish.ActionInfo", manager_reset_actioninfo_uri}}},
+            {"Oem", {{"#TwrManagerConfig.Reset", {{"target", manager_config_reset_uri}}}}}};
 }
 
 }  // namespace
@@ -68,6 +85,7 @@ int manager::get(request_context&) {
     for (const auto& [name, uri] : service_links) set(name, link(uri));
     set("Links", links());
     set("Actions", actions());
+    set("Oem", oem());
     return 0;
 }
 

@@ -4,10 +4,12 @@
 #include "framework/status_object.h"
 #include "platform/libipmi_sensors.h"
 #include "platform/liblan.h"
+#include "platform/libntp.h"
 #include "platform/libweb.h"
 #include "resources/managers/certificate_uris.h"
 #include "resources/managers/lan_dns.h"
 #include "resources/managers/manager_uris.h"
+#include "resources/managers/ntp.h"
 
 namespace odata::redfish {
 namespace {
@@ -21,6 +23,13 @@ constexpr protocol_property protocols[] = {
     {"HTTP", NET_SERVICE_HTTP}, {"HTTPS", NET_SERVICE_HTTPS}, {"IPMI", NET_SERVICE_IPMI},
     {"SSH", NET_SERVICE_SSH},   {"NTP", NET_SERVICE_NTP},     {"SNMP", NET_SERVICE_SNMP},
 };
+
+// The servers of the manager's NTP settings (Oem/Tarnwright/NTP).
+boost::json::array ntp_servers() {
+    St_NtpConfig config;
+    return PltNTP_GetConfig(&config) == PLT_OK ? configured_ntp_servers(config)
+                                               : boost::json::array{};
+}
 
 }  // namespace
 
@@ -47,6 +56,7 @@ int networkprotocol::get(request_context&) {
         boost::json::object settings{{"ProtocolEnabled", state.enabled != 0}, {"Port", state.port}};
         if (protocol.service == NET_SERVICE_HTTPS)
             settings["Certificates"] = link(https_certificates_uri);
+        if (protocol.service == NET_SERVICE_NTP) settings["NTPServers"] = ntp_servers();
         set(protocol.name, std::move(settings));
     }
     return 0;

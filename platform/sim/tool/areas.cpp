@@ -16,7 +16,8 @@ const area* const areas[] = {
     &hostif_area, &snmp_area,      &power_area,     &sensors_area, &fru_area,       &smbios_area,
     &bios_area,   &boot_area,      &storage_area,   &board_area,   &alerts_area,    &bmc_area,
     &lan_area,    &vmedia_area,    &serial_area,    &nics_area,    &tasks_area,     &firmware_area,
-    &pcie_area,   &telemetry_area, &dumps_area};
+    &pcie_area,   &telemetry_area, &dumps_area,     &ntp_area,     &syslog_area,    &ipfilter_area,
+    &kcs_area};
 
 const area* find_area(const std::string& name) {
     for (const area* candidate : areas)

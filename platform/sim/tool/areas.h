@@ -46,6 +46,10 @@ extern const area tasks_area;
 extern const area firmware_area;
 extern const area pcie_area;
 extern const area telemetry_area;
+extern const area ntp_area;
+extern const area syslog_area;
+extern const area ipfilter_area;
+extern const area kcs_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);
