@@ -15,6 +15,8 @@ password=${BMC_PASSWORD:-admin-pass1}
 bmcsim="$build/platform/sim/tool/bmcsim"
 # The first start seeds the administrator; later starts keep the user table.
 "$bmcsim" --root "$root" users seed "$user" "$password"
+# Readings move as a real BMC's do, until `bmcsim sensors freeze`.
+[ -e "$root/var/bmc/sensors.ini" ] || "$bmcsim" --root "$root" sensors drift
 # Clients such as sushy read the service root before they log in.
 settings="$root/nv/redfish/redfish.ini"
 [ -e "$settings" ] || printf '[Service]\nUnauthenticatedServiceRoot=1\n' > "$settings"

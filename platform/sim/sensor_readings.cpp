@@ -12,6 +12,7 @@ namespace platform {
 namespace {
 
 constexpr const char* section = "Readings";
+constexpr const char* drift_seed_key = "Drift.Seed";
 
 bool parse_byte(const std::string& text, unsigned long& value) {
     std::size_t used = 0;
@@ -25,13 +26,14 @@ bool parse_byte(const std::string& text, unsigned long& value) {
 
 int parse_readings(raw_readings& readings) {
     pt::ptree tree = sim::read_state_ini(sensor_readings_file());
+    if (auto seed = tree.get_optional<uint32_t>(drift_seed_key)) readings.drift_seed = *seed;
     auto entries = tree.get_child_optional(section);
     if (!entries) return PLT_OK;
     for (const auto& [key, value] : *entries) {
         unsigned long number = 0;
         unsigned long raw = 0;
         if (parse_byte(key, number) && parse_byte(value.data(), raw))
-            readings[static_cast<uint8_t>(number)] = static_cast<uint8_t>(raw);
+            readings.stored[static_cast<uint8_t>(number)] = static_cast<uint8_t>(raw);
     }
     return PLT_OK;
 }
@@ -47,9 +49,24 @@ std::shared_ptr<const raw_readings> stored_sensor_readings() {
     return readings;
 }
 
-uint8_t raw_reading(const St_SensorData& record, const std::map<uint8_t, uint8_t>& stored) {
-    auto found = stored.find(record.sensor_number);
-    return found == stored.end() ? record.nominal_reading : found->second;
+int drift_step(uint32_t seed, uint8_t sensor_number, long second) {
+    // splitmix64's finaliser: neighbouring seconds and sensors look unrelated.
+    uint64_t mixed =
+        (uint64_t{seed} << 32) ^ (uint64_t{sensor_number} << 40) ^ static_cast<uint64_t>(second);
+    mixed = (mixed ^ (mixed >> 30)) * 0xbf58476d1ce4e5b9ULL;
+    mixed = (mixed ^ (mixed >> 27)) * 0x94d049bb133111ebULL;
+    mixed ^= mixed >> 31;
+    return static_cast<int>(mixed % 5) - 2;
+}
+
+bool set_sensor_drift(std::optional<uint32_t> seed) {
+    return sim::update_state_ini(sensor_readings_file(), [&](pt::ptree& tree) {
+        if (seed)
+            tree.put(drift_seed_key, *seed);
+        else
+            tree.erase("Drift");
+        return true;
+    });
 }
 
 bool set_raw_reading(uint8_t sensor_number, uint8_t raw) {

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <map>
 
+#include "base/input_recording.h"
+#include "platform/libipmi.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/libipmi_sensors.h"
 #include "platform/sim/sdr_repository.h"
@@ -70,6 +72,26 @@ int crossed_thresholds(const St_SensorData& record, uint8_t raw) {
     return bits;
 }
 
+// A stored reading, else the nominal one, which drifts while the host is on
+// and drift is set; a step that would cross a threshold is not taken.
+uint8_t current_raw(const St_SensorData& record, const sensor_snapshot& snapshot) {
+    auto found = snapshot.stored->stored.find(record.sensor_number);
+    if (found != snapshot.stored->stored.end()) return found->second;
+    const auto& seed = snapshot.stored->drift_seed;
+    if (!seed || !snapshot.host_on || !is_threshold_sensor(record)) return record.nominal_reading;
+    long second = lx_time_get();
+    platform::note_input_expiry(second + 1);
+    int drifted =
+        record.nominal_reading + platform::drift_step(*seed, record.sensor_number, second);
+    if (drifted < 0 || drifted > 0xFF) return record.nominal_reading;
+    auto raw = static_cast<uint8_t>(drifted);
+    // Compared as values: a signed format's raw range wraps.
+    double value = SensorRawToValue(&record, raw);
+    bool in_range = value >= SensorRawToValue(&record, record.min_reading) &&
+                    value <= SensorRawToValue(&record, record.max_reading);
+    return in_range && crossed_thresholds(record, raw) == 0 ? raw : record.nominal_reading;
+}
+
 int threshold_health(int crossed) {
     if (crossed & critical_thresholds) return SENSOR_HEALTH_CRITICAL;
     return crossed & warning_thresholds ? SENSOR_HEALTH_WARNING : SENSOR_HEALTH_OK;
@@ -92,7 +114,7 @@ int state_bits(const St_SensorData& record, uint8_t raw) {
 
 int sensor_health(const St_SensorData& record, const sensor_snapshot& snapshot) {
     if (!has_reading(record, snapshot)) return SENSOR_HEALTH_UNAVAILABLE;
-    uint8_t raw = platform::raw_reading(record, *snapshot.stored);
+    uint8_t raw = current_raw(record, snapshot);
     return is_threshold_sensor(record) ? threshold_health(crossed_thresholds(record, raw))
                                        : discrete_health(record, raw);
 }
@@ -131,7 +153,7 @@ extern "C" int UtilGetSensorReading(uint8_t sensor_number, uint8_t* raw) {
     if (!record) return PLT_ERR_NOT_FOUND;
     sensor_snapshot snapshot;
     if (!has_reading(*record, snapshot)) return PLT_ERR_UNAVAILABLE;
-    *raw = platform::raw_reading(*record, *snapshot.stored);
+    *raw = current_raw(*record, snapshot);
     return PLT_OK;
 }
 
@@ -150,7 +172,7 @@ extern "C" int UtilGetSensorCurrStatus(uint8_t sensor_number, int form) {
     if (form == SENSOR_STATUS_HEALTH) return sensor_health(*record, snapshot);
     if (form != SENSOR_STATUS_STATE_BITS) return PLT_ERR_ARGUMENT;
     if (!has_reading(*record, snapshot)) return PLT_ERR_UNAVAILABLE;
-    return state_bits(*record, platform::raw_reading(*record, *snapshot.stored));
+    return state_bits(*record, current_raw(*record, snapshot));
 }
 
 extern "C" int UtilGetSensorTotalStatus(void) { return worst_health(any_sensor); }

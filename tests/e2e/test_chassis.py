@@ -1,6 +1,8 @@
 """The chassis with its power, thermal and sensor resources, over HTTP
 through lighttpd, checked against the simulated BMC's state."""
 
+import time
+
 import pytest
 
 from schema_validation import validate, validate_messages
@@ -44,7 +46,7 @@ def admin(bmc):
     session = bmc.admin()
     yield session
     # The module shares one BMC: put back what a test changed.
-    for command in (("sensors", "reset"), ("power", "on"), ("power", "psu", "2", "ok"), ("power", "limit", "0"),
+    for command in (("sensors", "reset"), ("sensors", "freeze"), ("power", "on"), ("power", "psu", "2", "ok"), ("power", "limit", "0"),
                     ("storage", "loading", "off"), ("storage", "set", "broadcom", "0"),
                     ("storage", "set", "marvell", "0"), ("storage", "set", "nvme", "0"),
                     ("lockdown", "off"), ("board", "node-type", "0"), ("fru", "regenerate")):
@@ -294,6 +296,24 @@ def test_a_crossed_threshold_shows_in_thermal_and_sensor(bmc, admin, sensor, val
     assert member["Status"]["Health"] == health
     index = [name for _, name in sensor_list(bmc)].index(sensor) + 1
     assert get_valid(admin, bmc, "%s/%d" % (SENSORS, index))["Status"]["Health"] == health
+
+
+def test_drifting_readings_move_inside_their_normal_range(bmc, admin):
+    """As on a real BMC, readings move each second; answers reused within a
+    second are checked against fresh ones by the instance."""
+    bmc.bmcsim("sensors", "drift", "3")
+    bmc.bmcsim("sensors", "set", "FAN1", "400")
+    seen = set()
+    for _ in range(40):
+        thermal = get_valid(admin, bmc, THERMAL)
+        for member in thermal["Temperatures"] + thermal["Fans"]:
+            assert member["Status"]["Health"] == ("Critical" if member["Name"] == "FAN1" else "OK")
+        assert by_name(thermal["Fans"])["FAN1"]["Reading"] == 400
+        seen.add(by_name(thermal["Temperatures"])["CPU1 Temp"]["ReadingCelsius"])
+        if len(seen) > 2:
+            break
+        time.sleep(0.25)
+    assert len(seen) > 2 and all(abs(reading - 45) <= 2 for reading in seen)
 
 
 def test_host_powered_sensors_have_no_reading_while_the_host_is_off(bmc, admin):

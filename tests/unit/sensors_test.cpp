@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <set>
 #include <stdexcept>
 #include <string>
 
 #include "hardware_root_fixture.h"
+#include "platform/libipmi.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/libipmi_sensors.h"
 #include "platform/libpcie.h"
@@ -210,6 +212,36 @@ TEST_F(SensorState, HostPoweredSensorsHaveNoReadingWhileOff) {
     EXPECT_EQ(health("CPU1 Temp"), SENSOR_HEALTH_CRITICAL);
 }
 
+TEST_F(SensorState, DriftStaysInTheNormalRangeAndExpiresEachSecond) {
+    ASSERT_EQ(PltCHASSIS_PowerUp(), PLT_OK);
+    EXPECT_EQ(run({"sensors", "drift", "7"}), bmcsim::exit_ok);
+    set_value("FAN2", 400);
+    std::set<int> steps;
+    for (long second = 1000; second < 1060; ++second)
+        steps.insert(platform::drift_step(7, sensor("CPU1 Temp").sensor_number, second));
+    EXPECT_EQ(steps, (std::set<int>{-2, -1, 0, 1, 2}));
+    EXPECT_NE(platform::drift_step(7, 1, 1000) * 5 + platform::drift_step(7, 1, 1001),
+              platform::drift_step(8, 1, 1000) * 5 + platform::drift_step(8, 1, 1001));
+
+    EXPECT_EQ(UtilGetSensorTotalStatus(), SENSOR_HEALTH_CRITICAL);  // FAN2 stays as set
+    ASSERT_EQ(UtilRearmSensorEvents(sensor("FAN2").sensor_number), PLT_ERR_NOT_FOUND);
+    ASSERT_TRUE(platform::clear_raw_reading(sensor("FAN2").sensor_number));
+    const St_SensorData& cpu = sensor("CPU1 Temp");  // a signed reading, far from thresholds
+    uint8_t raw = 0;
+    long second = 0;
+    for (int attempt = 0; attempt < 3 && second != lx_time_get(); ++attempt) {
+        second = lx_time_get();
+        ASSERT_EQ(UtilGetSensorReading(cpu.sensor_number, &raw), PLT_OK);
+    }
+    EXPECT_EQ(raw, cpu.nominal_reading + platform::drift_step(7, cpu.sensor_number, second));
+    EXPECT_EQ(UtilGetSensorTotalStatus(), SENSOR_HEALTH_OK);
+
+    EXPECT_EQ(run({"sensors", "freeze"}), bmcsim::exit_ok);
+    ASSERT_EQ(UtilGetSensorReading(cpu.sensor_number, &raw), PLT_OK);
+    EXPECT_EQ(raw, cpu.nominal_reading);
+    EXPECT_EQ(run({"sensors", "drift", "-1"}), bmcsim::exit_usage);
+}
+
 TEST_F(SensorState, BadArguments) {
     uint8_t raw = 0;
     St_SensorThresholds thresholds{};
@@ -227,8 +259,8 @@ TEST_F(SensorState, MalformedStoredReadingsFallBackToNominal) {
     sim_testing::write_text(platform::sensor_readings_file(),
                             "[Readings]\n1=300\n2=x\n3=-1\n999=5\n4=50\n");
     auto stored = platform::stored_sensor_readings();
-    EXPECT_EQ(stored->size(), 1u);
-    EXPECT_EQ(stored->at(4), 50);
+    EXPECT_EQ(stored->stored.size(), 1u);
+    EXPECT_EQ(stored->stored.at(4), 50);
 }
 
 TEST_F(SensorState, ToolSetsReadingsInUnitsOrRaw) {

@@ -1,7 +1,9 @@
 // bmcsim sensors: the SDR's sensors and their readings.
 #include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 #include <iomanip>
+#include <optional>
 #include <ostream>
 #include <sstream>
 #include <string>
@@ -124,6 +126,24 @@ int reset(std::ostream& err) {
     return exit_failed;
 }
 
+// Readings that are not set move each second while the host is on (drift
+// SEED, 1 when left out), or stay at their nominal values (freeze).
+int drift(const area& self, const arguments& words, std::ostream& err) {
+    std::optional<uint32_t> seed;
+    if (words.front() == "drift") {
+        long long number = 1;
+        if (words.size() > 2 ||
+            (words.size() == 2 && !parse_number(words[1], 0, UINT32_MAX, number)))
+            return usage(self, err);
+        seed = static_cast<uint32_t>(number);
+    } else if (words.size() != 1) {
+        return usage(self, err);
+    }
+    if (platform::set_sensor_drift(seed)) return exit_ok;
+    err << "bmcsim: cannot write " << platform::sensor_readings_file() << '\n';
+    return exit_failed;
+}
+
 int run_sensors(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
     if (command == "list" && words.size() == 1) return list(out);
@@ -131,12 +151,15 @@ int run_sensors(const area& self, const arguments& words, std::ostream& out, std
     if (command == "set" || command == "set-raw")
         return set(self, words, command == "set-raw", err);
     if (command == "reset" && words.size() == 1) return reset(err);
+    if (command == "drift" || command == "freeze") return drift(self, words, err);
     return usage(self, err);
 }
 
 }  // namespace
 
 const area sensors_area = {
-    "sensors", "list | get SENSOR | set SENSOR VALUE | set-raw SENSOR RAW | reset", run_sensors};
+    "sensors",
+    "list | get SENSOR | set SENSOR VALUE | set-raw SENSOR RAW | reset | drift [SEED] | freeze",
+    run_sensors};
 
 }  // namespace bmcsim
