@@ -43,6 +43,9 @@ extern const area serial_area;
 extern const area nics_area;
 extern const area tasks_area;
 extern const area firmware_area;
+extern const area memory_area;
+extern const area vlans_area;
+extern const area nodemanager_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);
