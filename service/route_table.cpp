@@ -490,6 +490,8 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Managers/1/HostInterfaces/1", SERVED(hostinterface), manager_resource},
         {"/redfish/v1/Managers/1/HostInterfaces/1/HostEthernetInterfaces",
          SERVED(managers_hostinterfaces_hostethernetinterfacecollection), manager_resource},
+        {"/redfish/v1/Managers/1/HostInterfaces/1/HostEthernetInterfaces/([0-9]+)",
+         SERVED(hostethernetinterface), manager_resource},
         {"/redfish/v1/Managers/1/SerialInterfaces", SERVED(serialInterfacecollection),
          manager_resource},
         {"/redfish/v1/Managers/1/SerialInterfaces/([0-9]+)", SERVED(serialInterface),
