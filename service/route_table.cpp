@@ -87,6 +87,14 @@
 #include "update/updateservice_startupdate.h"
 #include "update/upload.h"
 
+// The system's extras: metrics, VLANs, node manager and Oem resources.
+#include "resources/systems/bmc_info.h"
+#include "resources/systems/memorymetrics.h"
+#include "resources/systems/network_interface_members.h"
+#include "resources/systems/oob_update_status.h"
+#include "resources/systems/twrnodemanager.h"
+#include "resources/systems/vlannetworkinterface.h"
+
 // A served row names its class as a type, so that a row of a class that
 // does not exist fails to compile; its methods come from what the class
 // overrides.
@@ -571,7 +579,7 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/Processors/([0-9]+)", SERVED(processor), component_resource},
         {"/redfish/v1/Systems/1/Memory", SERVED(memorycollection), component_resource},
         {"/redfish/v1/Systems/1/Memory/([0-9]+)", SERVED(memory), component_resource},
-        {"/redfish/v1/Systems/1/Memory/([0-9]+)/MemoryMetrics", UNSERVED(memorymetrics),
+        {"/redfish/v1/Systems/1/Memory/([0-9]+)/MemoryMetrics", SERVED(memorymetrics),
          component_resource},
         {"/redfish/v1/Systems/1/EthernetInterfaces", SERVED(systems_ethernetinterfacecollection),
          component_resource},
@@ -580,9 +588,9 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/EthernetInterfaces/([0-9]+)", SERVED(ethernetinterface),
          component_resource},
         {"/redfish/v1/Systems/1/EthernetInterfaces/([0-9]+)/VLANs",
-         UNSERVED(vlannetworkinterfacecollection), component_resource},
+         SERVED(vlannetworkinterfacecollection), component_resource},
         {"/redfish/v1/Systems/1/EthernetInterfaces/([0-9]+)/VLANs/([0-9]+)",
-         UNSERVED(vlannetworkinterface), component_resource},
+         SERVED(vlannetworkinterface), component_resource},
         {"/redfish/v1/Systems/1/SimpleStorage", SERVED(simplestoragecollection),
          component_resource},
         {"/redfish/v1/Systems/1/SimpleStorage/([0-9]+)", SERVED(simplestorage), component_resource},
@@ -655,7 +663,7 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/LogServices/Log1/Actions/LogService.ClearLog",
          SERVED(systems_logservice_clearlog), system_log_clearing},
         {"/redfish/v1/Systems/1/LogServices/Log1/Actions/Oem/TwrLogService.ClearAcknowledgements",
-         UNSERVED(systems_logservice_clearack), system_log_clearing},
+         SERVED(systems_logservice_clearack), system_log_clearing},
         {"/redfish/v1/Systems/1/LogServices/Log1/Entries", SERVED(systems_logentrycollection),
          component_resource},
         {"/redfish/v1/Systems/1/LogServices/Log1/Entries/([0-9]+)", SERVED(systems_logentry),
@@ -665,20 +673,19 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/NetworkInterfaces/([0-9]+)", SERVED(networkinterfaces),
          component_resource},
         {"/redfish/v1/Systems/1/NetworkInterfaces/([0-9]+)/NetworkDeviceFunctions",
-         UNSERVED(sysnetworkdevicefunctcollection), component_resource},
+         SERVED(sysnetworkdevicefunctcollection), component_resource},
         {"/redfish/v1/Systems/1/NetworkInterfaces/([0-9]+)/NetworkPorts",
-         UNSERVED(sysnetworkportscollection), component_resource},
+         SERVED(sysnetworkportscollection), component_resource},
         {"/redfish/v1/Systems/1/ProcessorSummary/ProcessorMetrics", SERVED(processormetrics),
          component_resource},
         {"/redfish/v1/Systems/1/MemorySummary/MemoryMetrics", SERVED(memorysummarymetrics),
          component_resource},
-        {"/redfish/v1/Systems/1/Oem/Tarnwright/NodeManager", UNSERVED(twrnodemanager),
+        {"/redfish/v1/Systems/1/Oem/Tarnwright/NodeManager", SERVED(twrnodemanager),
          component_resource},
         {"/redfish/v1/Systems/1/Oem/Tarnwright/NodeManager/Actions/TwrNodeManager.ClearAllPolicies",
-         UNSERVED(twrnodemanager_clearallpolicies), component_resource},
-        {"/redfish/v1/Systems/1/Oem/Tarnwright/OOB", UNSERVED(oob_update_status),
-         component_resource},
-        {"/redfish/v1/Systems/1/Oem/Tarnwright/BmcInfo", UNSERVED(bmc_info), component_resource},
+         SERVED(twrnodemanager_clearallpolicies), component_resource},
+        {"/redfish/v1/Systems/1/Oem/Tarnwright/OOB", SERVED(oob_update_status), component_resource},
+        {"/redfish/v1/Systems/1/Oem/Tarnwright/BmcInfo", SERVED(bmc_info), component_resource},
 
         // Systems: crash dumps, only while the host supports them
         {CRASHDUMP, UNSERVED(crashdump_logservice), component_resource, route_crashdump},
