@@ -100,6 +100,15 @@ int UtilIsHostInterface(void);
 int UtilSetHostInterface(int enabled);
 int UtilIsExistHostFWUserInfo(const char* name, const char* password);
 
+// The host's side of the host interface: the network interface (a USB NIC)
+// that the host sees, with the IPv4 address the host is to use on it.
+struct St_HostIfHostNic {
+    char mac_address[18];  // "02:1a:2b:3c:4d:02"
+    char ipv4_address[16];
+    char subnet_mask[16];
+};
+int UtilGetHostInterfaceHostNic(St_HostIfHostNic* nic);
+
 // Login audit record and open sessions of a slot.
 int UtilSessionAduit(const char* name, const char* client_ip, int login);
 int UtilIsUserActivateSession(int slot);

@@ -44,4 +44,26 @@ int NicGetPortCount(void);
 // The port at a 0-based index; PLT_ERR_NOT_FOUND past the last one.
 int NicGetPort(int index, St_HostNicPort* port);
 
+// VLANs of a port, numbered 1 to NIC_MAX_VLANS on it; a number keeps its
+// VLAN until the VLAN is deleted.
+// Two VLANs of a port never share an id: a change that would make them
+// answers NIC_ERR_VLAN_ID_IN_USE.
+enum { NIC_MAX_VLANS = 8, NIC_MAX_VLAN_ID = 4094, NIC_ERR_VLAN_ID_IN_USE = -20 };
+
+struct St_HostNicVlan {
+    uint8_t number;  // 1-based on its port
+    uint8_t enabled;
+    uint16_t vlan_id;  // 0 to NIC_MAX_VLAN_ID
+};
+
+// The VLANs of the port at a 0-based index into vlans (NIC_MAX_VLANS
+// entries), by number; returns how many, or a negative code.
+int NicGetVlans(int port_index, St_HostNicVlan* vlans);
+// Adds a VLAN under the lowest free number, which it returns;
+// PLT_ERR_STATE when the port has NIC_MAX_VLANS.
+int NicAddVlan(int port_index, uint16_t vlan_id, uint8_t enabled);
+// Replaces a VLAN's settings; PLT_ERR_NOT_FOUND for a number not in use.
+int NicSetVlan(int port_index, const St_HostNicVlan* vlan);
+int NicDeleteVlan(int port_index, int number);
+
 }  // extern "C"

@@ -21,4 +21,11 @@ int LibVisitSysEvtLog(int (*visit)(const St_SelRecord* record, void* context), v
 // Empties the log; 0 on success.
 int LibClearSysEvtLog(void);
 
+// The log's alert state: the worst of the records of a sensor's health
+// turning Warning or Critical that nobody has acknowledged yet.
+enum { SEL_ALERTS_NONE = 0, SEL_ALERTS_WARNING = 1, SEL_ALERTS_CRITICAL = 2 };
+int LibGetSysEvtLogAlertState(void);
+// Acknowledges every alert record in the log now; 0 on success.
+int LibAckSysEvtLogAlerts(void);
+
 }  // extern "C"

@@ -27,8 +27,10 @@
 #include "resources/chassis/storage_enclosures.h"
 #include "resources/chassis/telemetry_resources.h"
 #include "resources/chassis/thermal.h"
+#include "resources/managers/certificate_rekey.h"
 #include "resources/managers/certificate_resources.h"
 #include "resources/managers/common_ethernetinterface.h"
+#include "resources/managers/generate_csr.h"
 #include "resources/managers/host_interfaces.h"
 #include "resources/managers/ip_access_control.h"
 #include "resources/managers/kcsinterface.h"
@@ -48,7 +50,10 @@
 #include "resources/managers/virtualmedia.h"
 #include "resources/managers/virtualmedia_actions.h"
 #include "resources/systems/bios.h"
+#include "resources/systems/bios_changepassword.h"
 #include "resources/systems/bios_resetbios.h"
+#include "resources/systems/biosfile.h"
+#include "resources/systems/bmc_info.h"
 #include "resources/systems/bootoptions.h"
 #include "resources/systems/bootoptionscollection.h"
 #include "resources/systems/computersystem_reset.h"
@@ -57,21 +62,27 @@
 #include "resources/systems/ethernetinterface.h"
 #include "resources/systems/memory.h"
 #include "resources/systems/memorycollection.h"
+#include "resources/systems/memorymetrics.h"
 #include "resources/systems/memorysummarymetrics.h"
+#include "resources/systems/network_interface_members.h"
 #include "resources/systems/networkinterfacecollection.h"
 #include "resources/systems/networkinterfaces.h"
+#include "resources/systems/oob_update_status.h"
 #include "resources/systems/peci_sendraw.h"
 #include "resources/systems/processor.h"
 #include "resources/systems/processorcollection.h"
 #include "resources/systems/processormetrics.h"
 #include "resources/systems/resetactioninfo.h"
 #include "resources/systems/secureboot.h"
+#include "resources/systems/secureboot_resetkeys.h"
 #include "resources/systems/simplestorage.h"
 #include "resources/systems/simplestoragecollection.h"
 #include "resources/systems/storage.h"
 #include "resources/systems/system.h"
 #include "resources/systems/systemcollection.h"
 #include "resources/systems/systems_ethernetinterfacecollection.h"
+#include "resources/systems/twrnodemanager.h"
+#include "resources/systems/vlannetworkinterface.h"
 #include "security/accountservice.h"
 #include "security/manageraccount.h"
 #include "security/manageraccountcollection.h"
@@ -88,6 +99,7 @@
 #include "tasks/taskcollection.h"
 #include "tasks/taskmonitor.h"
 #include "tasks/taskservice.h"
+#include "update/common_fileoperation.h"
 #include "update/firmwareinventory.h"
 #include "update/installactioninfo.h"
 #include "update/ipmiconfig.h"
@@ -100,13 +112,6 @@
 #include "update/updateservice_simpleupdate.h"
 #include "update/updateservice_startupdate.h"
 #include "update/upload.h"
-
-#include "resources/managers/certificate_rekey.h"
-#include "resources/managers/generate_csr.h"
-#include "resources/systems/bios_changepassword.h"
-#include "resources/systems/biosfile.h"
-#include "resources/systems/secureboot_resetkeys.h"
-#include "update/common_fileoperation.h"
 
 // A served row names its class as a type, so that a row of a class that
 // does not exist fails to compile; its methods come from what the class
@@ -506,6 +511,8 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Managers/1/HostInterfaces/1", SERVED(hostinterface), manager_resource},
         {"/redfish/v1/Managers/1/HostInterfaces/1/HostEthernetInterfaces",
          SERVED(managers_hostinterfaces_hostethernetinterfacecollection), manager_resource},
+        {"/redfish/v1/Managers/1/HostInterfaces/1/HostEthernetInterfaces/([0-9]+)",
+         SERVED(hostethernetinterface), manager_resource},
         {"/redfish/v1/Managers/1/SerialInterfaces", SERVED(serialInterfacecollection),
          manager_resource},
         {"/redfish/v1/Managers/1/SerialInterfaces/([0-9]+)", SERVED(serialInterface),
@@ -587,7 +594,7 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/Processors/([0-9]+)", SERVED(processor), component_resource},
         {"/redfish/v1/Systems/1/Memory", SERVED(memorycollection), component_resource},
         {"/redfish/v1/Systems/1/Memory/([0-9]+)", SERVED(memory), component_resource},
-        {"/redfish/v1/Systems/1/Memory/([0-9]+)/MemoryMetrics", UNSERVED(memorymetrics),
+        {"/redfish/v1/Systems/1/Memory/([0-9]+)/MemoryMetrics", SERVED(memorymetrics),
          component_resource},
         {"/redfish/v1/Systems/1/EthernetInterfaces", SERVED(systems_ethernetinterfacecollection),
          component_resource},
@@ -596,9 +603,9 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/EthernetInterfaces/([0-9]+)", SERVED(ethernetinterface),
          component_resource},
         {"/redfish/v1/Systems/1/EthernetInterfaces/([0-9]+)/VLANs",
-         UNSERVED(vlannetworkinterfacecollection), component_resource},
+         SERVED(vlannetworkinterfacecollection), component_resource},
         {"/redfish/v1/Systems/1/EthernetInterfaces/([0-9]+)/VLANs/([0-9]+)",
-         UNSERVED(vlannetworkinterface), component_resource},
+         SERVED(vlannetworkinterface), component_resource},
         {"/redfish/v1/Systems/1/SimpleStorage", SERVED(simplestoragecollection),
          component_resource},
         {"/redfish/v1/Systems/1/SimpleStorage/([0-9]+)", SERVED(simplestorage), component_resource},
@@ -671,7 +678,7 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/LogServices/Log1/Actions/LogService.ClearLog",
          SERVED(systems_logservice_clearlog), system_log_clearing},
         {"/redfish/v1/Systems/1/LogServices/Log1/Actions/Oem/TwrLogService.ClearAcknowledgements",
-         UNSERVED(systems_logservice_clearack), system_log_clearing},
+         SERVED(systems_logservice_clearack), system_log_clearing},
         {"/redfish/v1/Systems/1/LogServices/Log1/Entries", SERVED(systems_logentrycollection),
          component_resource},
         {"/redfish/v1/Systems/1/LogServices/Log1/Entries/([0-9]+)", SERVED(systems_logentry),
@@ -681,20 +688,19 @@ const std::vector<route>& route_table() {
         {"/redfish/v1/Systems/1/NetworkInterfaces/([0-9]+)", SERVED(networkinterfaces),
          component_resource},
         {"/redfish/v1/Systems/1/NetworkInterfaces/([0-9]+)/NetworkDeviceFunctions",
-         UNSERVED(sysnetworkdevicefunctcollection), component_resource},
+         SERVED(sysnetworkdevicefunctcollection), component_resource},
         {"/redfish/v1/Systems/1/NetworkInterfaces/([0-9]+)/NetworkPorts",
-         UNSERVED(sysnetworkportscollection), component_resource},
+         SERVED(sysnetworkportscollection), component_resource},
         {"/redfish/v1/Systems/1/ProcessorSummary/ProcessorMetrics", SERVED(processormetrics),
          component_resource},
         {"/redfish/v1/Systems/1/MemorySummary/MemoryMetrics", SERVED(memorysummarymetrics),
          component_resource},
-        {"/redfish/v1/Systems/1/Oem/Tarnwright/NodeManager", UNSERVED(twrnodemanager),
+        {"/redfish/v1/Systems/1/Oem/Tarnwright/NodeManager", SERVED(twrnodemanager),
          component_resource},
         {"/redfish/v1/Systems/1/Oem/Tarnwright/NodeManager/Actions/TwrNodeManager.ClearAllPolicies",
-         UNSERVED(twrnodemanager_clearallpolicies), component_resource},
-        {"/redfish/v1/Systems/1/Oem/Tarnwright/OOB", UNSERVED(oob_update_status),
-         component_resource},
-        {"/redfish/v1/Systems/1/Oem/Tarnwright/BmcInfo", UNSERVED(bmc_info), component_resource},
+         SERVED(twrnodemanager_clearallpolicies), component_resource},
+        {"/redfish/v1/Systems/1/Oem/Tarnwright/OOB", SERVED(oob_update_status), component_resource},
+        {"/redfish/v1/Systems/1/Oem/Tarnwright/BmcInfo", SERVED(bmc_info), component_resource},
 
         // Systems: crash dumps, only while the host supports them
         {CRASHDUMP, SERVED(crashdump_logservice), component_resource, route_crashdump},

@@ -63,10 +63,15 @@ int find_net_service(const std::string& name) {
     return -1;
 }
 
+bool valid_ipv4_subnet(const char* address, const char* subnet_mask) {
+    uint32_t parsed = 0, mask = 0;
+    return is_dotted_quad(address, parsed) && is_dotted_quad(subnet_mask, mask) &&
+           is_contiguous_mask(mask);
+}
+
 bool valid_lan_config(const St_LanConfig& config) {
-    uint32_t address = 0, mask = 0, gateway = 0;
-    return is_dotted_quad(config.ipv4_address, address) &&
-           is_dotted_quad(config.subnet_mask, mask) && is_contiguous_mask(mask) &&
+    uint32_t gateway = 0;
+    return valid_ipv4_subnet(config.ipv4_address, config.subnet_mask) &&
            is_dotted_quad(config.gateway, gateway) && is_storable_name(config.host_name);
 }
 

@@ -25,6 +25,9 @@ const char* net_service_name(int service);
 // The NET_SERVICE_* code of a name (as above), or -1.
 int find_net_service(const std::string& name);
 
+// A dotted quad and a contiguous mask.
+bool valid_ipv4_subnet(const char* address, const char* subnet_mask);
+
 // The rules PltLAN_SetConfig checks: dotted quads, a contiguous mask, a
 // host name that stays on one line.
 bool valid_lan_config(const St_LanConfig& config);

@@ -3,16 +3,51 @@
 #include <algorithm>
 #include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/split.hpp>
+#include <cctype>
 #include <cstdlib>
 
 #include "platform/libipmi_users.h"
 #include "platform/plt_result.h"
+#include "platform/sim/bmc_lan.h"
 #include "platform/sim/password_hash.h"
+#include "platform/sim/sim_file.h"
 #include "platform/sim/sim_settings.h"
 
 namespace pt = boost::property_tree;
 
+namespace {
+
+constexpr const char* default_host_mac = "02:1a:2b:3c:4d:02";
+constexpr const char* default_host_address = "169.254.0.18";
+constexpr const char* default_host_mask = "255.255.0.0";
+
+// Six hexadecimal pairs joined by colons.
+bool valid_mac_address(const std::string& text) {
+    if (text.size() != 17) return false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool colon = i % 3 == 2;
+        if (colon ? text[i] != ':' : !std::isxdigit(static_cast<unsigned char>(text[i])))
+            return false;
+    }
+    return true;
+}
+
+}  // namespace
+
 namespace platform {
+
+bool set_host_interface_host_nic(const std::string& mac_address, const std::string& ipv4_address,
+                                 const std::string& subnet_mask) {
+    if (!valid_mac_address(mac_address) ||
+        !valid_ipv4_subnet(ipv4_address.c_str(), subnet_mask.c_str()))
+        return false;
+    return update_sim_settings([&](pt::ptree& tree) {
+        tree.put("HostInterface.HostMAC", mac_address);
+        tree.put("HostInterface.HostAddress", ipv4_address);
+        tree.put("HostInterface.HostSubnetMask", subnet_mask);
+        return true;
+    });
+}
 
 bool set_host_interface(bool enabled) {
     return set_sim_setting("HostInterface.Enabled", enabled ? "1" : "0");
@@ -94,4 +129,16 @@ extern "C" int UtilIsExistHostFWUserInfo(const char* name, const char* password)
                    (!password || platform::sim::verify_secret(hash, password))
                ? 1
                : 0;
+}
+
+extern "C" int UtilGetHostInterfaceHostNic(St_HostIfHostNic* nic) {
+    if (!nic) return PLT_ERR_ARGUMENT;
+    using platform::sim_setting_text;
+    platform::sim::copy_text(nic->mac_address,
+                             sim_setting_text("HostInterface.HostMAC", default_host_mac));
+    platform::sim::copy_text(nic->ipv4_address,
+                             sim_setting_text("HostInterface.HostAddress", default_host_address));
+    platform::sim::copy_text(nic->subnet_mask,
+                             sim_setting_text("HostInterface.HostSubnetMask", default_host_mask));
+    return PLT_OK;
 }

@@ -4,7 +4,8 @@
 // request counts as coming over the host interface when it is on and the
 // request arrived on one of them (SERVER_ADDR). FirmwareUser and
 // FirmwarePassword (a salted hash) are the host firmware's credential
-// (default none).
+// (default none). HostMAC, HostAddress and HostSubnetMask describe the host's
+// side of it (defaults 02:1a:2b:3c:4d:02, 169.254.0.18, 255.255.0.0).
 #pragma once
 
 #include <string>
@@ -21,6 +22,11 @@ std::vector<std::string> host_interface_addresses();
 
 // An empty name removes the credential.
 bool set_host_firmware_credential(const std::string& name, const std::string& password);
+
+// False for a malformed MAC address ("02:1a:2b:3c:4d:02"), IPv4 address or
+// subnet mask, or when they cannot be stored.
+bool set_host_interface_host_nic(const std::string& mac_address, const std::string& ipv4_address,
+                                 const std::string& subnet_mask);
 
 // The credential's name; empty when there is none.
 std::string host_firmware_user();

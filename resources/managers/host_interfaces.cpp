@@ -14,6 +14,8 @@ namespace {
 
 const std::string interface_uri = std::string(manager_host_interfaces_uri) + "/1";
 const std::string host_ethernet_uri = interface_uri + "/HostEthernetInterfaces";
+// The host sees one network interface on its side.
+const std::string host_nic_uri = host_ethernet_uri + "/1";
 
 struct interface_changes {
     std::optional<bool> enabled;
@@ -72,10 +74,48 @@ managers_hostinterfaces_hostethernetinterfacecollection::
     : redfish(context, "EthernetInterfaceCollection", "", "Host Ethernet Interface Collection",
               host_ethernet_uri) {}
 
-// The simulated host reaches the BMC without a network interface of its own.
 int managers_hostinterfaces_hostethernetinterfacecollection::get(request_context&) {
     set_common_properties();
-    set_members({});
+    set_members({host_nic_uri});
+    return 0;
+}
+
+hostethernetinterface::hostethernetinterface(request_context& context)
+    : redfish(context, "EthernetInterface",
+              std::string(schema_file_of("EthernetInterface").version), "Host Ethernet Interface",
+              host_ethernet_uri + "/" + context.captures.at(0)) {}
+
+int hostethernetinterface::get(request_context& context) {
+    St_HostIfHostNic nic{};
+    if (uri() != host_nic_uri)
+        throw_http_error(404, "Base.1.10.ResourceNotFound",
+                         {"EthernetInterface", context.captures.at(0)});
+    if (UtilGetHostInterfaceHostNic(&nic) != PLT_OK)
+        throw_http_error(500, "Base.1.10.InternalError");
+    const bool enabled = UtilGetHostInterfaceEnable() != 0;
+    boost::json::object status = status_object(SENSOR_HEALTH_OK);
+    if (!enabled) status["State"] = "Disabled";
+    // The host takes the address from these settings, not from a DHCP
+    // server; the link reaches the BMC only, so it has no gateway, names or
+    // name servers, and a USB link has no Ethernet speed.
+    const boost::json::array addresses{{{"Address", nic.ipv4_address},
+                                        {"SubnetMask", nic.subnet_mask},
+                                        {"AddressOrigin", "Static"},
+                                        {"Gateway", nullptr}}};
+    set_common_properties();
+    set("Description", "The host's side of the Redfish host interface");
+    set("Status", std::move(status));
+    set("InterfaceEnabled", enabled);
+    set("LinkStatus", enabled ? "LinkUp" : "LinkDown");
+    set("MACAddress", nic.mac_address);
+    set("PermanentMACAddress", nic.mac_address);
+    set("SpeedMbps", boost::json::value(nullptr));
+    set("HostName", boost::json::value(nullptr));
+    set("FQDN", boost::json::value(nullptr));
+    set("DHCPv4", boost::json::object{{"DHCPEnabled", false}});
+    set("IPv4Addresses", addresses);
+    set("IPv4StaticAddresses", addresses);
+    set("NameServers", boost::json::array());
     return 0;
 }
 

@@ -1,6 +1,6 @@
 // The Redfish host interface through which the host reaches the BMC: the
-// collection, the interface, and its (empty) collection of host-side
-// network interfaces.
+// collection, the interface, and the network interface the host sees on its
+// side (a USB NIC), alone in its collection.
 #pragma once
 
 #include "framework/redfish.h"
@@ -23,6 +23,12 @@ public:
 class managers_hostinterfaces_hostethernetinterfacecollection : public redfish {
 public:
     explicit managers_hostinterfaces_hostethernetinterfacecollection(request_context& context);
+    int get(request_context& context) override;
+};
+
+class hostethernetinterface : public redfish {
+public:
+    explicit hostethernetinterface(request_context& context);
     int get(request_context& context) override;
 };
 

@@ -16,7 +16,23 @@ namespace odata::redfish {
 namespace {
 
 constexpr const char* clear_action = "LogService.ClearLog";
+constexpr const char* acknowledge_action = "ClearAcknowledgements";
 constexpr int event_log_cleared = 151;
+
+// The health of the alerts nobody has acknowledged: Warning or Critical
+// until acknowledged.
+int alert_health() {
+    switch (LibGetSysEvtLogAlertState()) {
+        case SEL_ALERTS_NONE:
+            return SENSOR_HEALTH_OK;
+        case SEL_ALERTS_WARNING:
+            return SENSOR_HEALTH_WARNING;
+        case SEL_ALERTS_CRITICAL:
+            return SENSOR_HEALTH_CRITICAL;
+    }
+    console_log("[ERROR] LogService: the SEL's alert state is unreadable\n");
+    return SENSOR_HEALTH_UNAVAILABLE;
+}
 
 }  // namespace
 
@@ -48,15 +64,21 @@ int sel_log_service::get(request_context&) {
     set("DateTime", redfish_date_time(lx_time_get()));
     set("DateTimeLocalOffset", "+00:00");
     set("LogEntryType", "SEL");
-    set("Status", status_object(SENSOR_HEALTH_OK));
+    set("Status", status_object(place_.shows_alerts ? alert_health() : SENSOR_HEALTH_OK));
     set("Entries", link(sel_entries_uri(place_)));
-    set("Actions",
-        boost::json::object{{"#LogService.ClearLog", {{"target", sel_clear_target_uri(place_)}}}});
+    boost::json::object actions{
+        {"#LogService.ClearLog", {{"target", sel_clear_target_uri(place_)}}}};
+    if (place_.shows_alerts)
+        actions["Oem"] = {{"#TwrLogService.ClearAcknowledgements",
+                           {{"target", sel_clear_acknowledgements_target_uri(place_)}}}};
+    set("Actions", std::move(actions));
     return 0;
 }
 
-sel_log_clear::sel_log_clear(request_context& context, const sel_log_place& place)
+sel_log_action::sel_log_action(request_context& context, const sel_log_place& place)
     : webservice(context), service_(std::make_shared<sel_log_service>(context, place)) {}
+
+void sel_log_action::send_response() { service_->send_response(); }
 
 int sel_log_clear::post(request_context& context) {
     check_no_parameters(context, clear_action);
@@ -71,6 +93,14 @@ int sel_log_clear::post(request_context& context) {
     return 0;
 }
 
-void sel_log_clear::send_response() { service_->send_response(); }
+int sel_alerts_acknowledge::post(request_context& context) {
+    check_no_parameters(context, acknowledge_action);
+    if (LibAckSysEvtLogAlerts() != 0) {
+        console_log("[ERROR] LogService.ClearAcknowledgements: the alerts were not acknowledged\n");
+        throw_http_error(500, "Base.1.10.InternalError");
+    }
+    service_->answer_success();
+    return 0;
+}
 
 }  // namespace odata::redfish

@@ -24,9 +24,9 @@ int collect(const St_SelRecord* record, void* context) {
 }  // namespace
 
 const sel_log_place manager_sel_log = {manager_log_services_uri, manager_sel_uri, manager_uri,
-                                       "The BMC's system event log (SEL)"};
+                                       "The BMC's system event log (SEL)", false};
 const sel_log_place system_sel_log = {system_log_services_uri, system_sel_uri, system_uri,
-                                      "The host's system event log (SEL), kept by the BMC"};
+                                      "The host's system event log (SEL), kept by the BMC", true};
 
 std::vector<sel_entry> read_sel_entries() {
     std::vector<sel_entry> entries;
@@ -57,6 +57,10 @@ std::string sel_entries_uri(const sel_log_place& place) {
 
 std::string sel_clear_target_uri(const sel_log_place& place) {
     return std::string(place.service_uri) + "/Actions/LogService.ClearLog";
+}
+
+std::string sel_clear_acknowledgements_target_uri(const sel_log_place& place) {
+    return std::string(place.service_uri) + "/Actions/Oem/TwrLogService.ClearAcknowledgements";
 }
 
 std::string sel_entry_uri(const sel_log_place& place, int id) {

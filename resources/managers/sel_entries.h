@@ -25,6 +25,9 @@ struct sel_log_place {
     const char* service_uri;   // ".../LogServices/Log1"
     const char* owner_uri;     // the manager or system whose log it is
     const char* description;
+    // The system's view of the log also shows its alert state, which the
+    // TwrLogService.ClearAcknowledgements action acknowledges.
+    bool shows_alerts;
 };
 
 extern const sel_log_place manager_sel_log;
@@ -36,6 +39,7 @@ std::optional<sel_entry> read_sel_entry(int id);
 
 std::string sel_entries_uri(const sel_log_place& place);
 std::string sel_clear_target_uri(const sel_log_place& place);
+std::string sel_clear_acknowledgements_target_uri(const sel_log_place& place);
 std::string sel_entry_uri(const sel_log_place& place, int id);
 
 // The LogEntry resource of one record.

@@ -63,6 +63,7 @@ int ethernetinterface::get(request_context& context) {
     set("FQDN", boost::json::value(nullptr));
     set("IPv4Addresses", boost::json::array());
     set("NameServers", boost::json::array());
+    set("VLANs", link(uri() + "/VLANs"));
     return 0;
 }
 

@@ -54,6 +54,7 @@ int memory::get(request_context& context) {
     if (record->rank != 0) set("RankCount", record->rank);
     set("DeviceLocator", smbios_text(record->device_locator));
     set("Status", status_object(UtilCheckAllMemHealth()));
+    set("Metrics", link(uri() + "/MemoryMetrics"));
     return 0;
 }
 

@@ -2,8 +2,10 @@
 // temperature and memory sensors of the SDR.
 #include "framework/schema_files.h"
 #include "resources/chassis/sdr_sensors.h"
+#include "resources/systems/memorymetrics.h"
 #include "resources/systems/memorysummarymetrics.h"
 #include "resources/systems/processormetrics.h"
+#include "resources/systems/smbios_lists.h"
 
 namespace odata::redfish {
 namespace {
@@ -51,6 +53,21 @@ bool uncorrectable_ecc_alarm() {
     return ecc && unhealthy(*ecc);
 }
 
+// The modules' counts added up; zeros when the SMBIOS table is unreadable.
+boost::json::object all_module_error_counts() {
+    uint64_t correctable = 0, uncorrectable = 0;
+    smbios_lists lists;
+    if (lists.parse() != PLT_OK) return error_count_period(0, 0);
+    for (int i = 0; i < lists.data().type17_count; ++i) {
+        const St_SMBiosType17& module = lists.data().type17[i];
+        if (module.size_mib == 0) continue;
+        const St_MemoryErrorCounts counts = module_error_counts(module);
+        correctable += counts.correctable;
+        uncorrectable += counts.uncorrectable;
+    }
+    return error_count_period(correctable, uncorrectable);
+}
+
 }  // namespace
 
 processormetrics::processormetrics(request_context& context)
@@ -69,6 +86,7 @@ memorysummarymetrics::memorysummarymetrics(request_context& context)
 
 int memorysummarymetrics::get(request_context&) {
     set_common_properties();
+    set("CurrentPeriod", all_module_error_counts());
     set("HealthData",
         boost::json::object{{"AlarmTrips",
                              {{"Temperature", memory_temperature_alarm()},

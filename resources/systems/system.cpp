@@ -51,6 +51,8 @@ boost::json::object oem_object() {
     boost::json::object tarnwright{{"@odata.type", "#TwrSystemExtensions.v1_0_0.System"}};
     if (at_p_St_GlobalVar->node_manager_present)
         tarnwright["NodeManager"] = link(system_path("/Oem/Tarnwright/NodeManager"));
+    tarnwright["OOB"] = link(system_path("/Oem/Tarnwright/OOB"));
+    tarnwright["BmcInfo"] = link(system_path("/Oem/Tarnwright/BmcInfo"));
     return {{"Tarnwright", std::move(tarnwright)}};
 }
 

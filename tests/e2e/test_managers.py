@@ -292,7 +292,10 @@ def test_serial_and_host_interfaces_follow_the_simulator(bmc, admin):
         host = admin.get(bmc.url(MANAGER + "/HostInterfaces/1"), timeout=10).json()
         assert host["InterfaceEnabled"] is enabled
     ethernet = admin.get(bmc.url(host["HostEthernetInterfaces"]["@odata.id"]), timeout=10).json()
-    assert ethernet["Members@odata.count"] == 0
+    assert ethernet["Members"] == [{"@odata.id": host["HostEthernetInterfaces"]["@odata.id"] + "/1"}]
+    host_nic = admin.get(bmc.url(ethernet["Members"][0]["@odata.id"]), timeout=10).json()
+    assert host_nic["InterfaceEnabled"] is False and host_nic["Status"]["State"] == "Disabled"
+    assert host_nic["LinkStatus"] == "LinkDown"
 
 
 HOST_INTERFACE = MANAGER + "/HostInterfaces/1"

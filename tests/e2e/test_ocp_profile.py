@@ -23,10 +23,11 @@ PROFILE = "OCPServerHardwareManagement.v1_1_0.json"
 PARENT_SEGMENTS = {"Manager": "/Managers/", "ComputerSystem": "/Systems/", "Chassis": "/Chassis/"}
 # Requirements the simulated BMC does not meet, with the reasons README gives.
 MANDATORY_NOT_MET = {
-    # ComputerSystem v1_13 has no ConnectTypesSupported: its SerialConsole names IPMI and SSH.
+    # No ComputerSystem version admits it: before v1_13 a system has no SerialConsole; from v1_13
+    # on it is a HostSerialConsole, which allows only IPMI, SSH, Telnet, WebSocket (v1_26) and
+    # MaxConcurrentSessions. ConnectTypesSupported belongs to the Manager's console and the
+    # system's GraphicalConsole. The system names its consoles as SerialConsole.IPMI and .SSH.
     "/redfish/v1/Systems/{n}/SerialConsole[]: ConnectTypesSupported is missing",
-    # The simulated host interface has no network interface on the host's side.
-    "/redfish/v1/Managers/{n}/HostInterfaces/{n}/HostEthernetInterfaces: Members has fewer than 1 members",
 }
 RECOMMENDED_NOT_MET = {
     # The temperatures carry the critical and fatal thresholds only.
@@ -43,6 +44,12 @@ RECOMMENDED_NOT_MET = {
     "/redfish/v1/Managers/{n}/EthernetInterfaces/{n}: IPv6StaticDefaultGateways is missing",
     "/redfish/v1/Managers/{n}/EthernetInterfaces/{n}: StaticNameServers is missing",
     "/redfish/v1/Managers/{n}/NetworkProtocol: SSDP is missing",
+    # The host's side of the host interface speaks IPv4 only, with static settings and no name servers.
+    "/redfish/v1/Managers/{n}/HostInterfaces/{n}/HostEthernetInterfaces/{n}: DHCPv6 is missing",
+    "/redfish/v1/Managers/{n}/HostInterfaces/{n}/HostEthernetInterfaces/{n}: IPv6AddressPolicyTable is missing",
+    "/redfish/v1/Managers/{n}/HostInterfaces/{n}/HostEthernetInterfaces/{n}: IPv6StaticAddresses is missing",
+    "/redfish/v1/Managers/{n}/HostInterfaces/{n}/HostEthernetInterfaces/{n}: IPv6StaticDefaultGateways is missing",
+    "/redfish/v1/Managers/{n}/HostInterfaces/{n}/HostEthernetInterfaces/{n}: StaticNameServers is missing",
     # The host's operating system configures the host's ports; the BMC does not see it.
     "/redfish/v1/Systems/{n}/EthernetInterfaces/{n}: DHCPv4 is missing",
     "/redfish/v1/Systems/{n}/EthernetInterfaces/{n}: DHCPv6 is missing",

@@ -132,7 +132,9 @@ def test_system_reads_the_simulated_host_in_order(bmc, system):
                              "ManagedBy": [{"@odata.id": "/redfish/v1/Managers/1"}]}
     assert body["Actions"] == {"#ComputerSystem.Reset": {"target": RESET, "@Redfish.ActionInfo": RESET_INFO},
                                "#ComputerSystem.SetDefaultBootOrder": {"target": DEFAULT_ORDER}}
-    assert body["Oem"] == {"Tarnwright": {"@odata.type": "#TwrSystemExtensions.v1_0_0.System"}}
+    assert body["Oem"] == {"Tarnwright": {"@odata.type": "#TwrSystemExtensions.v1_0_0.System",
+                                          "OOB": {"@odata.id": SYSTEM + "/Oem/Tarnwright/OOB"},
+                                          "BmcInfo": {"@odata.id": SYSTEM + "/Oem/Tarnwright/BmcInfo"}}}
 
 
 def test_power_state_and_health_follow_the_host(bmc, system):

@@ -50,6 +50,9 @@ extern const area ntp_area;
 extern const area syslog_area;
 extern const area ipfilter_area;
 extern const area kcs_area;
+extern const area memory_area;
+extern const area vlans_area;
+extern const area nodemanager_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);

@@ -3,6 +3,7 @@
 #include <ostream>
 
 #include "platform/libipmi.h"
+#include "platform/libsel.h"
 #include "platform/sim/event_log.h"
 #include "platform/sim/tool/areas.h"
 
@@ -48,16 +49,27 @@ int add(const area& self, const arguments& words, std::ostream& err) {
     return exit_failed;
 }
 
+// The alerts nobody has acknowledged yet.
+int alerts(std::ostream& out) {
+    static constexpr const char* names[] = {"none", "warning", "critical"};
+    const int state = LibGetSysEvtLogAlertState();
+    out << "unacknowledged alerts: " << (state >= 0 && state <= 2 ? names[state] : "unknown")
+        << '\n';
+    return exit_ok;
+}
+
 int run_eventlog(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
     if (command == "show" && words.size() == 1) return show(out);
     if (command == "clear" && words.size() == 1) return clear(err);
     if (command == "add") return add(self, words, err);
+    if (command == "alerts" && words.size() == 1) return alerts(out);
     return usage(self, err);
 }
 
 }  // namespace
 
-const area eventlog_area = {"eventlog", "show | clear | add CODE TEXT [ARGUMENT]", run_eventlog};
+const area eventlog_area = {"eventlog", "show | clear | add CODE TEXT [ARGUMENT] | alerts",
+                            run_eventlog};
 
 }  // namespace bmcsim

@@ -3,6 +3,7 @@
 #include <ostream>
 
 #include "platform/libipmi_users.h"
+#include "platform/plt_result.h"
 #include "platform/sim/host_interface.h"
 #include "platform/sim/sim_settings.h"
 #include "platform/sim/tool/areas.h"
@@ -26,6 +27,15 @@ int run_hostif(const area& self, const arguments& words, std::ostream& out, std:
         for (const std::string& address : platform::host_interface_addresses())
             out << ' ' << address;
         out << '\n' << "firmware user: " << (user.empty() ? "(none)" : user) << '\n';
+        St_HostIfHostNic nic{};
+        if (UtilGetHostInterfaceHostNic(&nic) == PLT_OK)
+            out << "host nic: " << nic.mac_address << " | " << nic.ipv4_address << '/'
+                << nic.subnet_mask << '\n';
+        return exit_ok;
+    }
+    if (command == "hostnic" && words.size() == 4) {
+        if (!platform::set_host_interface_host_nic(words[1], words[2], words[3]))
+            return usage(self, err);
         return exit_ok;
     }
     if (command == "address" && words.size() == 2 && words[1] == "clear")
@@ -48,7 +58,7 @@ int run_hostif(const area& self, const arguments& words, std::ostream& out, std:
 
 const area hostif_area = {"hostif",
                           "on | off | show | address ADDRESS... | address clear | "
-                          "credential NAME PASSWORD | credential clear",
+                          "credential NAME PASSWORD | credential clear | hostnic MAC ADDRESS MASK",
                           run_hostif};
 
 }  // namespace bmcsim

@@ -1,0 +1,16 @@
+// The system's out-of-band firmware update state,
+// /redfish/v1/Systems/1/Oem/Tarnwright/OOB: whether an update runs, whether
+// the BIOS is in update mode, and the running and staged versions.
+#pragma once
+
+#include "framework/redfish.h"
+
+namespace odata::redfish {
+
+class oob_update_status : public redfish {
+public:
+    explicit oob_update_status(request_context& context);
+    int get(request_context& context) override;
+};
+
+}  // namespace odata::redfish
