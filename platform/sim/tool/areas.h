@@ -44,6 +44,9 @@ extern const area nics_area;
 extern const area tasks_area;
 extern const area firmware_area;
 
+// "storage raid ...": words from "raid" on (raid_commands.cpp).
+int run_raid(const area& self, const arguments& words, std::ostream& out, std::ostream& err);
+
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);
 
