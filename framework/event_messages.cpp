@@ -30,6 +30,9 @@ const std::vector<event_message>& event_messages() {
         {"FirmwareUpdateCompleted", "OK", "%1", "None."},
         {"FirmwareUpdateFailed", "Critical", "%1",
          "Check the image and where it comes from, then start the update again."},
+        {"StorageOperationCompleted", "OK", "%1", "None."},
+        {"StorageOperationFailed", "Critical", "%1",
+         "Check the drives and the controller, then start the operation again."},
     };
     return messages;
 }

@@ -94,11 +94,14 @@ const std::vector<schema_file>& schema_files() {
         {"TwrPowerExtensions", "v1_0_0", false},
         {"TwrSSLCert", "v1_0_0", false},
         {"TwrSensorExtensions", "v1_0_0", false},
+        {"TwrStorageExtensions", "v1_0_0", false},
         {"TwrSystemExtensions", "v1_0_0", false},
         {"TwrUpdateServiceExtensions", "v1_0_0", false},
         {"UpdateService", "v1_8_0", true},
         {"VirtualMedia", "v1_3_0", false},
         {"VirtualMediaCollection", "", false},
+        {"Volume", "v1_4_0", false},
+        {"VolumeCollection", "", false},
     };
     return table;
 }

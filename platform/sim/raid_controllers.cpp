@@ -22,16 +22,9 @@ bool valid_family(int family) {
     return family == RAID_FAMILY_BROADCOM || family == RAID_FAMILY_MARVELL;
 }
 
-// 0..100 of an operation started at start_ms that takes seconds.
-int progress(long long start_ms, platform::sim::raid_duration which) {
-    const long long elapsed = platform::sim::raid_clock_ms() - start_ms;
-    const long long total = platform::sim::raid_seconds(which) * 1000LL;
-    return static_cast<int>(std::clamp(elapsed * 100 / total, 0LL, 100LL));
-}
-
 bool erasing(const platform::sim::raid_bay_record& bay) {
     return bay.erase_start_ms != 0 &&
-           progress(bay.erase_start_ms, platform::sim::raid_duration::erase) < 100;
+           platform::sim::raid_progress(bay.erase_start_ms, bay.erase_end_ms) < 100;
 }
 
 raid_volume_record* find_volume(raid_controller_record& record, int id) {
@@ -185,7 +178,7 @@ int UtilRaidGetDrive(int family, int controller, int bay, St_RaidDrive* drive) {
         drive->erase_percent = static_cast<int8_t>(
             slot.erase_start_ms == 0
                 ? RAID_NO_OPERATION
-                : progress(slot.erase_start_ms, platform::sim::raid_duration::erase));
+                : platform::sim::raid_progress(slot.erase_start_ms, slot.erase_end_ms));
         drive->capacity_bytes = drive_capacity[family];
         platform::sim::copy_text(drive->model, drive_model[family]);
         platform::sim::copy_text(drive->serial_number, "ESR" + std::to_string(family) +
@@ -210,7 +203,7 @@ int UtilRaidGetVolume(int family, int controller, int id, St_RaidVolume* info) {
         info->init_percent = static_cast<int8_t>(
             volume->init_start_ms == 0
                 ? 100
-                : progress(volume->init_start_ms, platform::sim::raid_duration::init));
+                : platform::sim::raid_progress(volume->init_start_ms, volume->init_end_ms));
         for (int bay : volume->bays) info->bays[info->drive_count++] = static_cast<uint8_t>(bay);
         info->capacity_bytes = drive_capacity[family] *
                                static_cast<uint64_t>(data_drives(volume->level, info->drive_count));
@@ -231,7 +224,8 @@ int UtilRaidCreateVolume(int family, int controller, int level, const uint8_t* b
         made.id = id;
         made.level = level;
         made.bays.assign(bays, bays + count);
-        made.init_start_ms = platform::sim::raid_clock_ms();
+        platform::sim::start_raid_operation(platform::sim::raid_duration::init, made.init_start_ms,
+                                            made.init_end_ms);
         made.name = name ? std::string(name).substr(0, RAID_VOLUME_NAME_MAX) : std::string();
         record.volumes.push_back(made);
         std::sort(
@@ -312,7 +306,8 @@ int UtilRaidStartSecureErase(int family, int controller, int bay) {
         platform::sim::raid_bay_record& slot = record.bays[bay];
         if (slot.state == RAID_DRIVE_FAILED || erasing(slot) || volume_of_bay(record, bay))
             return PLT_ERR_STATE;
-        slot.erase_start_ms = platform::sim::raid_clock_ms();
+        platform::sim::start_raid_operation(platform::sim::raid_duration::erase,
+                                            slot.erase_start_ms, slot.erase_end_ms);
         return PLT_OK;
     });
 }

@@ -2,6 +2,8 @@
 
 #include <time.h>
 
+#include <algorithm>
+
 #include <boost/algorithm/string.hpp>
 
 #include "base/bmc_root.h"
@@ -52,6 +54,7 @@ platform::sim::raid_volume_record read_volume(const pt::ptree& section, int id) 
     volume.foreign = section.get("Foreign", 0) != 0;
     volume.locating = section.get("Locate", 0) != 0;
     volume.init_start_ms = section.get("InitStart", 0LL);
+    volume.init_end_ms = section.get("InitEnd", 0LL);
     volume.name = section.get("Name", std::string());
     return volume;
 }
@@ -67,6 +70,7 @@ platform::sim::raid_controller_record read_record(const pt::ptree& state, const 
         slot.state = stored >= RAID_DRIVE_OK && stored <= RAID_DRIVE_REPLACED ? stored : 0;
         slot.locating = section.get(bay_key(bay, "Locate"), 0) != 0;
         slot.erase_start_ms = section.get(bay_key(bay, "EraseStart"), 0LL);
+        slot.erase_end_ms = section.get(bay_key(bay, "EraseEnd"), 0LL);
     }
     for (int id = 0; id < RAID_VOLUMES_MAX; ++id)
         if (const auto volume = state.get_child_optional(volume_section(name, id)))
@@ -82,6 +86,7 @@ void write_record(pt::ptree& state, const std::string& name,
         section.put(bay_key(bay, "State"), record.bays[bay].state);
         section.put(bay_key(bay, "Locate"), record.bays[bay].locating ? 1 : 0);
         section.put(bay_key(bay, "EraseStart"), record.bays[bay].erase_start_ms);
+        section.put(bay_key(bay, "EraseEnd"), record.bays[bay].erase_end_ms);
     }
     state.put_child(name, section);
     for (int id = 0; id < RAID_VOLUMES_MAX; ++id) state.erase(volume_section(name, id));
@@ -92,6 +97,7 @@ void write_record(pt::ptree& state, const std::string& name,
         stored.put("Foreign", volume.foreign ? 1 : 0);
         stored.put("Locate", volume.locating ? 1 : 0);
         stored.put("InitStart", volume.init_start_ms);
+        stored.put("InitEnd", volume.init_end_ms);
         stored.put("Name", volume.name);
         state.put_child(volume_section(name, volume.id), stored);
     }
@@ -151,6 +157,17 @@ long long raid_clock_ms() {
     timespec now{};
     ::clock_gettime(CLOCK_REALTIME, &now);
     return static_cast<long long>(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+}
+
+void start_raid_operation(raid_duration which, long long& start_ms, long long& end_ms) {
+    start_ms = raid_clock_ms();
+    end_ms = start_ms + raid_seconds(which) * 1000LL;
+}
+
+int raid_progress(long long start_ms, long long end_ms) {
+    if (end_ms <= start_ms) return 100;
+    const long long done = (raid_clock_ms() - start_ms) * 100 / (end_ms - start_ms);
+    return static_cast<int>(std::clamp(done, 0LL, 100LL));
 }
 
 }  // namespace platform::sim

@@ -3,9 +3,10 @@
 //   [Settings]            EraseSeconds, InitSeconds (how long a secure erase and a
 //                         volume's initialisation take; 1..3600, default 30 and 10)
 //   [<Family><c>]         Saved=0|1; per bay Bay<n>State=0|1|2 (RAID_DRIVE_*),
-//                         Bay<n>Locate=0|1, Bay<n>EraseStart=<ms since the epoch>
+//                         Bay<n>Locate=0|1, Bay<n>EraseStart and Bay<n>EraseEnd
+//                         (ms since the epoch)
 //   [<Family><c>Volume<v>] Level, Drives (bays, "0,1"), Foreign=0|1, Locate=0|1,
-//                         InitStart=<ms since the epoch>, Name
+//                         InitStart and InitEnd (ms since the epoch), Name
 //
 // Family is "Broadcom" or "Marvell"; a controller exists while its index is
 // below its family's count in storage.ini.
@@ -23,6 +24,7 @@ struct raid_bay_record {
     int state = RAID_DRIVE_OK;
     bool locating = false;
     long long erase_start_ms = 0;  // 0: no erase was started
+    long long erase_end_ms = 0;
 };
 
 struct raid_volume_record {
@@ -31,7 +33,8 @@ struct raid_volume_record {
     std::vector<int> bays;
     bool foreign = false;
     bool locating = false;
-    long long init_start_ms = 0;
+    long long init_start_ms = 0;  // 0: nothing to initialise
+    long long init_end_ms = 0;
     std::string name;
 };
 
@@ -62,5 +65,10 @@ bool set_raid_seconds(raid_duration which, int seconds);
 
 // Milliseconds since the epoch.
 long long raid_clock_ms();
+
+// An operation that starts now and takes its duration: start and end.
+void start_raid_operation(raid_duration which, long long& start_ms, long long& end_ms);
+// 0..100 of an operation from start_ms to end_ms.
+int raid_progress(long long start_ms, long long end_ms);
 
 }  // namespace platform::sim
