@@ -96,18 +96,26 @@ std::optional<raid_volume_ref> raid_volume_of_path(std::string_view path) {
     return raid_volume_ref{family, *controller, *volume};
 }
 
+std::vector<raid_drive_ref> raid_enclosure_drives(std::string_view enclosure) {
+    for (const raid_family& family : raid_families()) {
+        const auto controller =
+            number_between(enclosure, family.enclosure_prefix, family.enclosure_suffix);
+        if (!controller || !controller_exists(family, *controller)) continue;
+        std::vector<raid_drive_ref> drives;
+        for (int bay = 0; bay < RAID_BAYS; ++bay) drives.push_back({&family, *controller, bay});
+        return drives;
+    }
+    return {};
+}
+
 // ["", "redfish", "v1", "Chassis", <enclosure>, "Drives", "Disk.Bay.<n>", ...]
 std::optional<raid_drive_ref> raid_drive_of_path(std::string_view path) {
     const std::vector<std::string_view> segments = segments_of(path);
     if (segments.size() < 7 || segments[5] != "Drives") return std::nullopt;
     const auto bay = number_between(segments[6], "Disk.Bay.", "");
-    for (const raid_family& family : raid_families()) {
-        const auto controller =
-            number_between(segments[4], family.enclosure_prefix, family.enclosure_suffix);
-        if (controller && bay && *bay < RAID_BAYS && controller_exists(family, *controller))
-            return raid_drive_ref{&family, *controller, *bay};
-    }
-    return std::nullopt;
+    const std::vector<raid_drive_ref> drives = raid_enclosure_drives(segments[4]);
+    if (!bay || *bay >= static_cast<int>(drives.size())) return std::nullopt;
+    return drives[*bay];
 }
 
 const std::vector<std::string_view>& raid_type_names() {

@@ -46,6 +46,10 @@ std::string raid_drive_uri(const raid_drive_ref& drive);
 std::optional<raid_volume_ref> raid_volume_of_path(std::string_view path);
 std::optional<raid_drive_ref> raid_drive_of_path(std::string_view path);
 
+// The drives of the enclosure that a chassis member names, in bay order;
+// none for a member that is no enclosure of an existing controller.
+std::vector<raid_drive_ref> raid_enclosure_drives(std::string_view enclosure);
+
 // DMTF's Volume RAIDType names: "RAID0", "RAID1", "RAID5", "RAID10".
 const std::vector<std::string_view>& raid_type_names();
 std::optional<int> raid_level_of(std::string_view name);

@@ -73,6 +73,7 @@ def test_inventory_matches_the_controllers(bmc, admin):
     assert {"@odata.id": HA_RAID} in members and {"@odata.id": MRVL} in members
     storage = admin.get(bmc.url(HA_RAID), timeout=10).json()
     assert storage["Drives"] == drives(*range(6))
+    assert admin.get(bmc.url(HA_ENCLOSURE), timeout=10).json()["Links"]["Drives"] == drives(*range(6))
     assert storage["StorageControllers"][0]["Oem"]["Tarnwright"]["ConfigurationSaved"] is False
     collection = admin.get(bmc.url(HA_RAID + "/Volumes"), timeout=10).json()
     assert collection["Members"] == [{"@odata.id": volume_uri(0)}]
