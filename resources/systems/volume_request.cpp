@@ -32,10 +32,14 @@ struct reader {
         request.level = *level;
     }
 
+    // A name the controller can keep: printable, at most 15 characters.
     void read_name(const boost::json::value& value) {
-        const boost::json::string* text = require_text(value, "Name", result);
-        if (!text || !require_storable(*text, "Name", result)) return;
-        if (text->size() > RAID_VOLUME_NAME_MAX)
+        const boost::json::string* text = value.if_string();
+        if (!text) return type_error(value, "Name");
+        const bool printable = std::all_of(text->begin(), text->end(), [](char c) {
+            return static_cast<unsigned char>(c) >= 0x20 && c != 0x7f;
+        });
+        if (!printable || text->size() > RAID_VOLUME_NAME_MAX)
             return add_message(result, "Base.1.10.ActionParameterValueFormatError",
                                {std::string(*text), "Name", action}, {"/Name"});
         request.name = std::string(*text);

@@ -169,6 +169,9 @@ TEST_F(RaidStorage, TheRequestNamesDrivesOfOneControllerOfItsFamily) {
     EXPECT_EQ(refusals("{\"RAIDType\":\"RAID0\",\"Drives\":[],\"Name\":\"a-name-far-too-long\"}"),
               (std::vector<std::string>{"Base.1.10.ActionParameterValueTypeError",
                                         "Base.1.10.ActionParameterValueFormatError"}));
+    EXPECT_EQ(refusals("{\"RAIDType\":\"RAID0\",\"Drives\":" + drives_json({0}) +
+                       ",\"Name\":\"a\\u0007b\"}"),
+              std::vector<std::string>{"Base.1.10.ActionParameterValueFormatError"});
     const volume_request request = read_volume_request(
         boost::json::parse(body("RAID1", drives_json({3, 1}))), raid_families()[0], "x");
     EXPECT_EQ(request.bays, (std::vector<uint8_t>{3, 1}));
