@@ -82,6 +82,13 @@ std::string raid_drive_uri(const raid_drive_ref& drive) {
            std::to_string(drive.bay);
 }
 
+std::string storage_id_of_path(std::string_view path) {
+    const std::string_view prefix = "/redfish/v1/Systems/1/Storage/";
+    if (!boost::starts_with(path, prefix)) return {};
+    const std::string_view rest = path.substr(prefix.size());
+    return std::string(rest.substr(0, rest.find('/')));
+}
+
 // ["", "redfish", "v1", "Systems", "1", "Storage", <id>, "Volumes", <member>, ...]
 std::optional<raid_volume_ref> raid_volume_of_path(std::string_view path) {
     const std::vector<std::string_view> segments = segments_of(path);

@@ -40,6 +40,9 @@ std::string raid_volume_uri(const raid_volume_ref& volume);
 std::string raid_enclosure_uri(const raid_family& family, int controller);
 std::string raid_drive_uri(const raid_drive_ref& drive);
 
+// The storage member a path under /redfish/v1/Systems/1/Storage/ names.
+std::string storage_id_of_path(std::string_view path);
+
 // The volume or drive that a path names or leads with (its actions, its
 // ActionInfo), when its controller exists; numbers are written without
 // leading zeros.

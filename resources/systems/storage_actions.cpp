@@ -11,15 +11,11 @@
 namespace odata::redfish {
 namespace {
 
-// ["", "redfish", "v1", "Systems", "1", "Storage", <id>, "Actions", ...]
 const raid_family& family_of_request(const request_context& context) {
-    const std::string_view prefix = "/redfish/v1/Systems/1/Storage/";
-    std::string_view id = context.uri;
-    id.remove_prefix(std::min(id.size(), prefix.size()));
-    id = id.substr(0, id.find('/'));
+    const std::string id = storage_id_of_path(context.uri);
     const raid_family* family = raid_family_of_storage(id);
     if (!family || raid_controller_count(*family) == 0)
-        throw_http_error(404, "Base.1.10.ResourceNotFound", {"Storage", std::string(id)});
+        throw_http_error(404, "Base.1.10.ResourceNotFound", {"Storage", id});
     return *family;
 }
 

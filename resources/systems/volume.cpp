@@ -9,13 +9,6 @@ namespace {
 
 constexpr const char* onboard_sata_id = "SATAEmbedded";
 
-// ["", "redfish", "v1", "Systems", "1", "Storage", <id>, "Volumes"]
-std::string storage_id_of(std::string_view path) {
-    const std::string_view prefix = "/redfish/v1/Systems/1/Storage/";
-    const std::string_view rest = path.substr(std::min(path.size(), prefix.size()));
-    return std::string(rest.substr(0, rest.find('/')));
-}
-
 boost::json::object volume_status(const St_RaidVolume& info) {
     const char* state = info.state == RAID_VOLUME_FOREIGN ? "StandbyOffline"
                         : info.init_percent < 100         ? "Starting"
@@ -73,7 +66,7 @@ volumecollection::volumecollection(request_context& context)
     : redfish(context, "VolumeCollection", "", "Volume Collection", context.uri) {}
 
 int volumecollection::get(request_context& context) {
-    const std::string id = storage_id_of(context.uri);
+    const std::string id = storage_id_of_path(context.uri);
     const raid_family* family = raid_family_of_storage(id);
     if (id != onboard_sata_id && (!family || raid_controller_count(*family) == 0))
         throw_http_error(404, "Base.1.10.ResourceNotFound", {"Storage", id});
