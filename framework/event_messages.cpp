@@ -33,6 +33,9 @@ const std::vector<event_message>& event_messages() {
         {"DumpGenerated", "OK", "%1", "None."},
         {"DumpFailed", "Critical", "%1",
          "Start the dump again; remove older dumps if the store is full."},
+        {"StorageOperationCompleted", "OK", "%1", "None."},
+        {"StorageOperationFailed", "Critical", "%1",
+         "Check the drives and the controller, then start the operation again."},
     };
     return messages;
 }

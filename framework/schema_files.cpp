@@ -119,6 +119,7 @@ const std::vector<schema_file>& schema_files() {
         {"TwrSSLCert", "v1_0_0", false},
         {"TwrSensorExtensions", "v1_0_0", false},
         {"TwrServiceRootExtensions", "v1_0_0", false},
+        {"TwrStorageExtensions", "v1_0_0", false},
         {"TwrSysLockdown", "v1_0_0", false},
         {"TwrSyslog", "v1_0_0", false},
         {"TwrSystemExtensions", "v1_0_0", false},
@@ -128,6 +129,8 @@ const std::vector<schema_file>& schema_files() {
         {"VLanNetworkInterfaceCollection", "", false},
         {"VirtualMedia", "v1_3_0", false},
         {"VirtualMediaCollection", "", false},
+        {"Volume", "v1_4_0", false},
+        {"VolumeCollection", "", false},
     };
     return table;
 }

@@ -18,6 +18,10 @@ constexpr message_text table[] = {
      "The modification may have failed due to permission issues or issues with the request body."},
     {"Base.1.10.AccountRemoved", "OK", "The account was successfully removed.",
      "No resolution is required."},
+    {"Base.1.10.ActionNotSupported", "Critical", "The action %1 is not supported by the resource.",
+     "The action supplied cannot be resubmitted to the implementation.  Perhaps the action was "
+     "invalid, the wrong resource was the target or the implementation documentation may be of "
+     "assistance."},
     {"Base.1.10.ActionParameterDuplicate", "Warning",
      "The action %1 was submitted with more than one value for the parameter %2.",
      "Resubmit the action with only one instance of the parameter in the request body if the "
@@ -244,6 +248,10 @@ constexpr message_text table[] = {
      "Disable other authentication services and then try again."},
     {"TWR.1.0.OemRequestAcceptedMessage", "Ok",
      "Please also check Task Resource %1 to see more information.", "No resolution was required."},
+    {"TWR.1.0.OemSecureEraseIsInProgress", "Warning", "A secure erase is in progress on %1.",
+     "Wait for the erase to end, or abort it, then resubmit the request."},
+    {"TWR.1.0.OemSecureEraseIsNotInProgress", "Warning", "No secure erase is in progress on %1.",
+     "None."},
     {"TWR.1.0.OemSimpleupdateAcceptedMessage", "Ok",
      "Please also check Task Resource %1 to see more information.", "No resolution was required."},
     {"TWR.1.0.OemSimpleupdateErrorMessage", "Warning", "Error: %1.",

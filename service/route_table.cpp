@@ -13,6 +13,7 @@
 #include "resources/chassis/chassis.h"
 #include "resources/chassis/chassis_subsystems.h"
 #include "resources/chassis/chassiscollection.h"
+#include "resources/chassis/drive_actions.h"
 #include "resources/chassis/network_ports.h"
 #include "resources/chassis/networkadapter.h"
 #include "resources/chassis/networkadaptercollection.h"
@@ -72,17 +73,21 @@
 #include "resources/systems/processor.h"
 #include "resources/systems/processorcollection.h"
 #include "resources/systems/processormetrics.h"
+#include "resources/systems/raid_actioninfo.h"
 #include "resources/systems/resetactioninfo.h"
 #include "resources/systems/secureboot.h"
 #include "resources/systems/secureboot_resetkeys.h"
 #include "resources/systems/simplestorage.h"
 #include "resources/systems/simplestoragecollection.h"
 #include "resources/systems/storage.h"
+#include "resources/systems/storage_actions.h"
 #include "resources/systems/system.h"
 #include "resources/systems/systemcollection.h"
 #include "resources/systems/systems_ethernetinterfacecollection.h"
 #include "resources/systems/twrnodemanager.h"
 #include "resources/systems/vlannetworkinterface.h"
+#include "resources/systems/volume.h"
+#include "resources/systems/volume_actions.h"
 #include "security/accountservice.h"
 #include "security/manageraccount.h"
 #include "security/manageraccountcollection.h"
@@ -277,41 +282,41 @@ const std::vector<route>& route_table() {
          component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_1 "/Drives/" DISK_BAY
          "/Actions/Oem/TwrDrive.Indicate",
-         UNSERVED(drive_indicate), component_resource},
+         SERVED(drive_indicate), component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_1 "/Drives/" DISK_BAY
          "/Actions/Drive.SecureErase",
-         UNSERVED(drive_secureerase), component_resource},
+         SERVED(drive_secureerase), component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_1 "/Drives/" DISK_BAY
          "/Actions/Oem/TwrDrive.SecureEraseAbort",
-         UNSERVED(drive_secureeraseabort), component_resource},
+         SERVED(drive_secureeraseabort), component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_1 "/Drives/" DISK_BAY "/IndicateActionInfo",
-         UNSERVED(drivesactioninfo), component_resource},
+         SERVED(drivesactioninfo), component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_2 "/Drives/" DISK_BAY, SERVED(diskdrive),
          component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_2 "/Drives/" DISK_BAY
          "/Actions/Oem/TwrDrive.Indicate",
-         UNSERVED(drive_indicate), component_resource},
+         SERVED(drive_indicate), component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_2 "/Drives/" DISK_BAY
          "/Actions/Drive.SecureErase",
-         UNSERVED(drive_secureerase), component_resource},
+         SERVED(drive_secureerase), component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_2 "/Drives/" DISK_BAY
          "/Actions/Oem/TwrDrive.SecureEraseAbort",
-         UNSERVED(drive_secureeraseabort), component_resource},
+         SERVED(drive_secureeraseabort), component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_2 "/Drives/" DISK_BAY "/IndicateActionInfo",
-         UNSERVED(drivesactioninfo), component_resource},
+         SERVED(drivesactioninfo), component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_3 "/Drives/" DISK_BAY, SERVED(diskdrive),
          component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_3 "/Drives/" DISK_BAY
          "/Actions/Oem/TwrDrive.Indicate",
-         UNSERVED(drive_indicate), component_resource},
+         SERVED(drive_indicate), component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_3 "/Drives/" DISK_BAY
          "/Actions/Drive.SecureErase",
-         UNSERVED(drive_secureerase), component_resource},
+         SERVED(drive_secureerase), component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_3 "/Drives/" DISK_BAY
          "/Actions/Oem/TwrDrive.SecureEraseAbort",
-         UNSERVED(drive_secureeraseabort), component_resource},
+         SERVED(drive_secureeraseabort), component_resource},
         {"/redfish/v1/Chassis/" STORAGE_ENCLOSURE_3 "/Drives/" DISK_BAY "/IndicateActionInfo",
-         UNSERVED(drivesactioninfo), component_resource},
+         SERVED(drivesactioninfo), component_resource},
 
         // Services: sessions and events
         {"/redfish/v1/SessionService", SERVED(sessionservice), manager_resource},
@@ -615,18 +620,18 @@ const std::vector<route>& route_table() {
         {STORAGE "/(HBA|HA-RAID|HBA-IR|RAIDIntegrated|SATAEmbedded|NVMeSSD|MRVL.HA-RAID)",
          SERVED(storage), component_resource},
         {STORAGE "/(HA-RAID|RAIDIntegrated|SATAEmbedded|NVMeSSD|HBA-IR|MRVL.HA-RAID|HBA)/Volumes",
-         UNSERVED(volumecollection), component_resource},
-        {RAID_VOLUME, UNSERVED(volume), component_resource},
-        {RAID_VOLUME "/Actions/Oem/TwrVolume.Indicate", UNSERVED(volume_indicate),
+         SERVED(volumecollection), component_resource},
+        {RAID_VOLUME, SERVED(volume), component_resource},
+        {RAID_VOLUME "/Actions/Oem/TwrVolume.Indicate", SERVED(volume_indicate),
          component_resource},
-        {RAID_VOLUME "/Actions/Oem/TwrVolume.Delete", UNSERVED(volume_delete), component_resource},
-        {RAID_VOLUME "/Actions/Oem/TwrVolume.DeleteVD", UNSERVED(volume_deletevd),
+        {RAID_VOLUME "/Actions/Oem/TwrVolume.Delete", SERVED(volume_delete), component_resource},
+        {RAID_VOLUME "/Actions/Oem/TwrVolume.DeleteVD", SERVED(volume_deletevd),
          component_resource},
-        {RAID_VOLUME "/Actions/Oem/TwrVolume.RebuildVD", UNSERVED(volume_rebuildvd),
+        {RAID_VOLUME "/Actions/Oem/TwrVolume.RebuildVD", SERVED(volume_rebuildvd),
          component_resource},
-        {RAID_VOLUME "/Actions/Oem/TwrVolume.ImportVD", UNSERVED(volume_importvd),
+        {RAID_VOLUME "/Actions/Oem/TwrVolume.ImportVD", SERVED(volume_importvd),
          component_resource},
-        {RAID_VOLUME "/Oem/Tarnwright/IndicateActionInfo", UNSERVED(volumeactioninfo),
+        {RAID_VOLUME "/Oem/Tarnwright/IndicateActionInfo", SERVED(volumeactioninfo),
          component_resource},
         {VROC_VOLUME, UNSERVED(volume), component_resource},
         {VROC_VOLUME "/Actions/Oem/TwrVolume.Indicate", UNSERVED(volume_indicate),
@@ -653,18 +658,18 @@ const std::vector<route>& route_table() {
          component_resource},
         {NUMBERED_VOLUME "/Oem/Tarnwright/IndicateActionInfo", UNSERVED(volumeactioninfo),
          component_resource},
-        {STORAGE "/HA-RAID/Actions/Oem/TwrHARAIDController.Save", UNSERVED(haraidcontroller_save),
+        {STORAGE "/HA-RAID/Actions/Oem/TwrHARAIDController.Save", SERVED(haraidcontroller_save),
          component_resource},
-        {STORAGE "/HA-RAID/Actions/Oem/TwrStorage.CreateVolume", UNSERVED(storage_createvolume),
+        {STORAGE "/HA-RAID/Actions/Oem/TwrStorage.CreateVolume", SERVED(storage_createvolume),
          component_resource},
-        {STORAGE "/HA-RAID/Actions/Oem/TwrStorage.ClearVolumes", UNSERVED(storage_clearvolumes),
+        {STORAGE "/HA-RAID/Actions/Oem/TwrStorage.ClearVolumes", SERVED(storage_clearvolumes),
          component_resource},
         {STORAGE
          "/HA-RAID/Oem/Tarnwright/(CreateVolumeActionInfo|SaveActionInfo|ClearVolumesActionInfo)",
-         UNSERVED(haraidactioninfo), component_resource},
-        {STORAGE "/MRVL.HA-RAID/Actions/Oem/TwrStorage.CreateVD", UNSERVED(storage_createvd),
+         SERVED(haraidactioninfo), component_resource},
+        {STORAGE "/MRVL.HA-RAID/Actions/Oem/TwrStorage.CreateVD", SERVED(storage_createvd),
          component_resource},
-        {STORAGE "/MRVL.HA-RAID/Oem/Tarnwright/CreateVDActionInfo", UNSERVED(haraidactioninfo),
+        {STORAGE "/MRVL.HA-RAID/Oem/Tarnwright/CreateVDActionInfo", SERVED(haraidactioninfo),
          component_resource},
         {STORAGE "/VROC/Oem/Tarnwright/"
                  "(CreateVolumeActionInfo|VolumeDeleteActionInfo|DriveUnmarkSpareActionInfo|"

@@ -7,6 +7,7 @@
 #include "frontend/exception_http.h"
 #include "platform/libipmi_sensors.h"
 #include "resources/chassis/chassis_uris.h"
+#include "resources/systems/raid_paths.h"
 
 namespace odata::redfish {
 namespace {
@@ -55,6 +56,10 @@ diskdrive::diskdrive(request_context& context)
 
 // Bays are written without leading zeros: "Disk.Bay.01" names no drive.
 int diskdrive::get(request_context& context) {
+    if (const auto raid = raid_drive_of_path(context.uri)) {
+        set_raid_drive(*raid);
+        return 0;
+    }
     const int bay = context.capture_number(context.captures.size() - 1);
     const std::vector<St_SataDrive> bays = sata_bays();
     const auto drive = std::find_if(bays.begin(), bays.end(), [&](const St_SataDrive& candidate) {

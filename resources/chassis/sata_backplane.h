@@ -28,10 +28,17 @@ std::string sata_bay_name(int bay);
 std::vector<std::string> sata_drive_uris();
 boost::json::array sata_drive_links();
 
+struct raid_drive_ref;
+
+// A drive of the onboard SATA bays, or of a RAID controller's enclosure.
 class diskdrive : public redfish {
 public:
     explicit diskdrive(request_context& context);
     int get(request_context& context) override;
+
+private:
+    // raid_drive.cpp
+    void set_raid_drive(const raid_drive_ref& drive);
 };
 
 }  // namespace odata::redfish

@@ -9,6 +9,7 @@
 #include "platform/libstorage.h"
 #include "resources/chassis/chassis_uris.h"
 #include "resources/chassis/sata_backplane.h"
+#include "resources/systems/raid_paths.h"
 
 namespace odata::redfish {
 namespace {
@@ -56,7 +57,7 @@ int storagepod::get(request_context& context) {
     if (enclosure == sata_backplane_id)
         set_sata_backplane();
     else if (std::find(reported.begin(), reported.end(), uri_) != reported.end())
-        set_controller_enclosure();
+        set_controller_enclosure(enclosure);
     else
         throw_http_error(404, "Base.1.10.ResourceNotFound", {"Chassis", enclosure});
     return 0;
@@ -77,14 +78,25 @@ void storagepod::set_sata_backplane() {
                                      {"Storage", boost::json::array{link(sata_storage_uri)}}});
 }
 
-// The controllers report their enclosures but not the drives in them.
-void storagepod::set_controller_enclosure() {
+// The RAID controllers report the drives in their enclosures; the host bus
+// adapters and NVMe backplanes do not.
+void storagepod::set_controller_enclosure(const std::string& enclosure) {
     set_common_properties();
     set("Description", "An enclosure that a storage controller reports");
     set("ChassisType", "StorageEnclosure");
     set("Status", status_object(SENSOR_HEALTH_OK));
-    set("Links", boost::json::object{{"ComputerSystems", boost::json::array{link(host_system_uri)}},
-                                     {"ContainedBy", link(chassis_uri)}});
+    boost::json::object links{{"ComputerSystems", boost::json::array{link(host_system_uri)}},
+                              {"ContainedBy", link(chassis_uri)}};
+    const std::vector<raid_drive_ref> drives = raid_enclosure_drives(enclosure);
+    if (!drives.empty()) {
+        boost::json::array drive_links;
+        for (const raid_drive_ref& drive : drives)
+            drive_links.push_back(link(raid_drive_uri(drive)));
+        links["Drives"] = std::move(drive_links);
+        links["Drives@odata.count"] = drives.size();
+        links["Storage"] = boost::json::array{link(raid_storage_uri(*drives.front().family))};
+    }
+    set("Links", std::move(links));
 }
 
 }  // namespace odata::redfish

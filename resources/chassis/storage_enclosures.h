@@ -23,7 +23,7 @@ public:
 
 private:
     void set_sata_backplane();
-    void set_controller_enclosure();
+    void set_controller_enclosure(const std::string& enclosure);
 };
 
 }  // namespace odata::redfish

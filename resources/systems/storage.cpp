@@ -5,6 +5,7 @@
 #include "platform/libipmi_sensors.h"
 #include "resources/chassis/sata_backplane.h"
 #include "resources/systems/member_uri.h"
+#include "resources/systems/raid_paths.h"
 #include "resources/systems/system_uris.h"
 
 namespace odata::redfish {
@@ -32,7 +33,10 @@ storagecollection::storagecollection(request_context& context)
 
 int storagecollection::get(request_context&) {
     set_common_properties();
-    set_members({onboard_sata_uri()});
+    std::vector<std::string> members = {onboard_sata_uri()};
+    for (const raid_family& family : raid_families())
+        if (raid_controller_count(family) > 0) members.push_back(raid_storage_uri(family));
+    set_members(members);
     return 0;
 }
 
@@ -41,8 +45,13 @@ storage::storage(request_context& context)
               "Onboard SATA Storage", onboard_sata_uri()) {}
 
 int storage::get(request_context& context) {
-    if (context.captures.empty() || context.captures[0] != onboard_sata_id)
-        throw_member_not_found("Storage", context);
+    const std::string id = context.captures.empty() ? std::string() : context.captures[0];
+    const raid_family* family = raid_family_of_storage(id);
+    if (family && raid_controller_count(*family) > 0) {
+        set_raid_storage(*family);
+        return 0;
+    }
+    if (id != onboard_sata_id) throw_member_not_found("Storage", context);
     set_common_properties();
     set("Description", "The drives of the host's onboard SATA controller");
     set("Status", status_object(SENSOR_HEALTH_OK));

@@ -32,11 +32,16 @@ MANDATORY_NOT_MET = {
 RECOMMENDED_NOT_MET = {
     # The temperatures carry the critical and fatal thresholds only.
     "/redfish/v1/Chassis/{n}/Thermal/Temperatures[]: UpperThresholdNonCritical is missing",
-    # Fans and temperatures are served by Thermal; the SATA backplane has no sensors.
+    # Fans and temperatures are served by Thermal; the SATA backplane and the
+    # RAID controllers' enclosures have no sensors.
     "/redfish/v1/Chassis/{n}/ThermalSubsystem: Fans is missing",
     "/redfish/v1/Chassis/{n}/ThermalSubsystem: ThermalMetrics is missing",
     "/redfish/v1/Chassis/StorageBackplane: Power is missing",
     "/redfish/v1/Chassis/StorageBackplane: Thermal is missing",
+    "/redfish/v1/Chassis/HA-RAID.0.StorageEnclosure.0: Power is missing",
+    "/redfish/v1/Chassis/HA-RAID.0.StorageEnclosure.0: Thermal is missing",
+    "/redfish/v1/Chassis/MRVL.HA-RAID.0.StorageModule: Power is missing",
+    "/redfish/v1/Chassis/MRVL.HA-RAID.0.StorageModule: Thermal is missing",
     # The BMC's LAN speaks IPv4 only, its name servers come with the lease, and it runs no SSDP.
     "/redfish/v1/Managers/{n}/EthernetInterfaces/{n}: DHCPv6 is missing",
     "/redfish/v1/Managers/{n}/EthernetInterfaces/{n}: IPv6AddressPolicyTable is missing",

@@ -46,6 +46,9 @@ def populate(bmc, session):
     """Gives every collection that starts empty a member to crawl, and the
     dumps a file to describe."""
     bmc.bmcsim("eventlog", "add", "146", "crawler was here")
+    for family in ("broadcom", "marvell"):
+        bmc.bmcsim("storage", "set", family, "1")
+    bmc.bmcsim("storage", "raid", "foreign", "HA-RAID.0", "RAID1", "0,1")
     assert bmc.login().status_code == 201
     subscription = {"Destination": "http://127.0.0.1:9/events", "Protocol": "Redfish"}
     answer = session.post(bmc.url(ROOT + "/EventService/Subscriptions"), json=subscription, timeout=10)

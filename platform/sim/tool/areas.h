@@ -54,6 +54,9 @@ extern const area memory_area;
 extern const area vlans_area;
 extern const area nodemanager_area;
 
+// "storage raid ...": words from "raid" on (raid_commands.cpp).
+int run_raid(const area& self, const arguments& words, std::ostream& out, std::ostream& err);
+
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);
 

@@ -66,6 +66,7 @@ int run_storage(const area& self, const arguments& words, std::ostream& out, std
     const std::string& command = words.front();
     if (command == "show" && words.size() == 1) return show(out);
     if (command == "set") return set(self, words, err);
+    if (command == "raid") return run_raid(self, words, out, err);
     if (command == "drive" && words.size() == 3) return drive(self, words, err);
     if (command == "loading" && words.size() == 2 && (words[1] == "on" || words[1] == "off"))
         return stored(platform::set_storage_inventory_loading(words[1] == "on"), err);
@@ -75,7 +76,10 @@ int run_storage(const area& self, const arguments& words, std::ostream& out, std
 }  // namespace
 
 const area storage_area = {
-    "storage", "show | set broadcom|marvell|nvme COUNT | loading on|off | drive BAY insert|remove",
+    "storage",
+    "show | set broadcom|marvell|nvme COUNT | loading on|off | drive BAY insert|remove | raid show "
+    "| raid fail|replace CONTROLLER BAY | raid foreign CONTROLLER RAID0|RAID1|RAID5|RAID10 "
+    "BAY[,BAY...] | raid seconds erase|init SECONDS",
     run_storage};
 
 }  // namespace bmcsim
