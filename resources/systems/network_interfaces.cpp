@@ -32,6 +32,8 @@ int networkinterfaces::get(request_context& context) {
     if (!adapter) throw_member_not_found("NetworkInterface", context);
     set_common_properties();
     set("Status", status_object(SENSOR_HEALTH_OK));
+    set("NetworkPorts", link(uri() + "/NetworkPorts"));
+    set("NetworkDeviceFunctions", link(uri() + "/NetworkDeviceFunctions"));
     set("Links", boost::json::object{
                      {"NetworkAdapter", link(network_adapter_member_uri(adapter->adapter))}});
     return 0;

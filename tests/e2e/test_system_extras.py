@@ -152,7 +152,9 @@ def test_acknowledging_the_system_logs_alerts(bmc, admin, roles):
 
 def test_the_systems_network_interface_lists_its_adapters_functions_and_ports(bmc, admin):
     adapter = "/redfish/v1/Chassis/1/NetworkAdapters/1"
+    interface = get(admin, bmc, SYSTEM + "/NetworkInterfaces/1")
     for segment in ("NetworkDeviceFunctions", "NetworkPorts"):
+        assert interface[segment] == {"@odata.id": SYSTEM + "/NetworkInterfaces/1/" + segment}
         body = get(admin, bmc, SYSTEM + "/NetworkInterfaces/1/" + segment)
         assert body["@odata.id"] == SYSTEM + "/NetworkInterfaces/1/" + segment
         assert body["Members"] == [{"@odata.id": f"{adapter}/{segment}/{n}"} for n in (1, 2)]
