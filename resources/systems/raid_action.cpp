@@ -4,6 +4,7 @@
 #include "frontend/exception_http.h"
 #include "platform/plt_result.h"
 #include "resources/systems/raid_paths.h"
+#include "resources/systems/volume.h"
 
 namespace odata::redfish {
 namespace {
@@ -89,6 +90,15 @@ void raid_action::check(int result, const std::string& message_id, const message
     if (result == PLT_ERR_NOT_FOUND)
         throw_http_error(404, "Base.1.10.ResourceNotFound", {"Resource", context_.uri});
     throw_http_error(400, message_id, args);
+}
+
+void raid_action::apply_to_volume(const request_context& context,
+                                  int (*step)(int family, int controller, int volume)) {
+    const raid_volume_ref ref = volume_of_request(context).ref;
+    refuse_parameters(context);
+    check(step(ref.family->family, ref.controller, ref.volume), "Base.1.10.ActionNotSupported",
+          {action_});
+    answer_success();
 }
 
 }  // namespace odata::redfish

@@ -33,6 +33,10 @@ protected:
     // Answers a controller's refusal (any PLT_* but PLT_OK): 404 for a
     // target that is gone, else 400 with the message.
     void check(int result, const std::string& message_id, const message_args& args = {}) const;
+    // A step without parameters on the volume the path names, which the
+    // controller may refuse as not possible for that volume.
+    void apply_to_volume(const request_context& context,
+                         int (*step)(int family, int controller, int volume));
 
     std::string action_;
 

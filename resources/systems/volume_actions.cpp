@@ -39,12 +39,7 @@ volume_rebuildvd::volume_rebuildvd(request_context& context)
 
 // Only a degraded volume whose failed drives were all replaced rebuilds.
 int volume_rebuildvd::post(request_context& context) {
-    const found_volume found = volume_of_request(context);
-    refuse_parameters(context);
-    const raid_volume_ref& ref = found.ref;
-    check(UtilRaidRebuildVolume(ref.family->family, ref.controller, ref.volume),
-          "Base.1.10.ActionNotSupported", {action_});
-    answer_success();
+    apply_to_volume(context, UtilRaidRebuildVolume);
     return 0;
 }
 
@@ -52,12 +47,7 @@ volume_importvd::volume_importvd(request_context& context)
     : raid_action(context, "TwrVolume.ImportVD") {}
 
 int volume_importvd::post(request_context& context) {
-    const found_volume found = volume_of_request(context);
-    refuse_parameters(context);
-    const raid_volume_ref& ref = found.ref;
-    check(UtilRaidImportVolume(ref.family->family, ref.controller, ref.volume),
-          "Base.1.10.ActionNotSupported", {action_});
-    answer_success();
+    apply_to_volume(context, UtilRaidImportVolume);
     return 0;
 }
 
