@@ -35,6 +35,7 @@
 #include "resources/managers/managercollection.h"
 #include "resources/managers/managers_ethernetinterfacecollection.h"
 #include "resources/managers/networkprotocol.h"
+#include "resources/managers/oem_settings.h"
 #include "resources/managers/replace_certificate.h"
 #include "resources/managers/serial_interfaces.h"
 #include "resources/managers/virtualmedia.h"
@@ -520,18 +521,17 @@ const std::vector<route>& route_table() {
          SERVED(virtualmedia_insertmedia), manager_resource},
         {"/redfish/v1/Managers/1/VirtualMedia/(Floppy)([0-9]+)/Actions/VirtualMedia.EjectMedia",
          SERVED(virtualmedia_ejectmedia), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/SmartPower", UNSERVED(smartpower),
-         manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/RADIUS", UNSERVED(radius), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/MouseMode", UNSERVED(mousemode), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/SmartPower", SERVED(smartpower), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/RADIUS", SERVED(radius), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/MouseMode", SERVED(mousemode), manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/NTP", UNSERVED(ntp), manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/IPAccessControl", UNSERVED(ipaccesscontrol),
          manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/TWRRAKP", UNSERVED(rakp), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/TWRRAKP", SERVED(rakp), manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/Syslog", UNSERVED(syslog), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/Snooping", UNSERVED(snooping), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/FanMode", UNSERVED(fanmode), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/IKVM", UNSERVED(ikvm), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/Snooping", SERVED(snooping), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/FanMode", SERVED(fanmode), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/IKVM", SERVED(ikvm), manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/KCSInterface", UNSERVED(kcsinterface),
          manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/SysLockdown", UNSERVED(syslockdown),

@@ -43,6 +43,9 @@ extern const area serial_area;
 extern const area nics_area;
 extern const area tasks_area;
 extern const area firmware_area;
+extern const area console_area;
+extern const area fans_area;
+extern const area postcodes_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);
