@@ -32,6 +32,19 @@ int PltCHASSIS_PulseDiagnosticInterrupt(void);
 
 enum { CHASSIS_SOFT_SHUTDOWN_SECONDS = 2 };
 
+// What the host's power does when the BMC gets AC power back (the IPMI
+// chassis power restore policy codes).
+enum {
+    POWER_RESTORE_ALWAYS_OFF = 0,
+    POWER_RESTORE_LAST_STATE = 1,
+    POWER_RESTORE_ALWAYS_ON = 2,
+};
+
+// POWER_RESTORE_*, or PLT_ERR_IO when the setting is unreadable.
+int PltCHASSIS_GetRestorePolicy(void);
+// PLT_ERR_ARGUMENT for a value that is no POWER_RESTORE_*.
+int PltCHASSIS_SetRestorePolicy(int policy);
+
 // ---------------------------------------------------------------- identify light
 // The light's state is kept in at_p_St_GlobalVar: identify_blink while it
 // blinks, identify_lit while it is steadily on. identify_state belongs to

@@ -82,6 +82,10 @@ struct St_PowerRedundancy {
 
 // The system's power figures.
 int PltPSU_GetPowerControl(St_PowerControl* control);
+// Caps the system's consumption at watts (0: no cap), with what the BMC does
+// beyond it (POWER_LIMIT_*); PLT_ERR_ARGUMENT for an unknown action or a
+// cap above the supplies' capacity.
+int PltPSU_SetPowerLimit(uint32_t watts, uint8_t exception);
 // Number of power-supply bays (PSU_BAYS_MAX).
 int PltPSU_GetBayCount(void);
 // One bay (1-based); PLT_ERR_NOT_FOUND for a bay that does not exist.

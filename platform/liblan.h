@@ -54,4 +54,9 @@ int PltNET_GetService(int service, St_NetService* state);
 // The same, and for port 0.
 int PltNET_SetService(int service, const St_NetService* state);
 
+// Whether IPMI over LAN sessions must prove their user's key in the RAKP
+// exchange (1); 0 also lets cipher suite 0 (no authentication) in.
+int PltIPMI_GetRakpRequired(void);
+int PltIPMI_SetRakpRequired(int required);
+
 }  // extern "C"

@@ -44,6 +44,7 @@
 #include "resources/managers/managers_ethernetinterfacecollection.h"
 #include "resources/managers/networkprotocol.h"
 #include "resources/managers/ntp.h"
+#include "resources/managers/oem_settings.h"
 #include "resources/managers/replace_certificate.h"
 #include "resources/managers/serial_interfaces.h"
 #include "resources/managers/syslockdown.h"
@@ -122,8 +123,6 @@
 // does not exist fails to compile; its methods come from what the class
 // overrides.
 #define SERVED(handler) #handler, make_handler < handler>, served_methods < handler>()
-// A row whose class is not written yet: it answers 404.
-#define UNSERVED(handler) #handler, nullptr, 0
 
 namespace odata::redfish {
 namespace {
@@ -548,20 +547,19 @@ const std::vector<route>& route_table() {
          SERVED(virtualmedia_insertmedia), manager_resource},
         {"/redfish/v1/Managers/1/VirtualMedia/(Floppy)([0-9]+)/Actions/VirtualMedia.EjectMedia",
          SERVED(virtualmedia_ejectmedia), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/SmartPower", UNSERVED(smartpower),
-         manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/RADIUS", UNSERVED(radius), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/MouseMode", UNSERVED(mousemode), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/SmartPower", SERVED(smartpower), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/RADIUS", SERVED(radius), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/MouseMode", SERVED(mousemode), manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/NTP", SERVED(ntp), manager_resource,
          route_refused_in_lockdown},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/IPAccessControl", SERVED(ipaccesscontrol),
          manager_resource, route_refused_in_lockdown},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/TWRRAKP", UNSERVED(rakp), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/TWRRAKP", SERVED(rakp), manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/Syslog", SERVED(syslog), manager_resource,
          route_refused_in_lockdown},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/Snooping", UNSERVED(snooping), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/FanMode", UNSERVED(fanmode), manager_resource},
-        {"/redfish/v1/Managers/1/Oem/Tarnwright/IKVM", UNSERVED(ikvm), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/Snooping", SERVED(snooping), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/FanMode", SERVED(fanmode), manager_resource},
+        {"/redfish/v1/Managers/1/Oem/Tarnwright/IKVM", SERVED(ikvm), manager_resource},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/KCSInterface", SERVED(kcsinterface),
          manager_resource, route_refused_in_lockdown},
         {"/redfish/v1/Managers/1/Oem/Tarnwright/SysLockdown", SERVED(syslockdown),
@@ -755,4 +753,3 @@ const route_resolver& service_routes() {
 #undef NUMBERED_VOLUME
 #undef CRASHDUMP
 #undef SERVED
-#undef UNSERVED

@@ -167,3 +167,18 @@ extern "C" int PltNET_SetService(int service, const St_NetService* state) {
         });
     return written ? PLT_OK : PLT_ERR_IO;
 }
+
+extern "C" int PltIPMI_GetRakpRequired(void) {
+    const pt::ptree stored = platform::sim::read_state_ini(platform::lan_settings_file());
+    return stored.get("IPMI.RAKPRequired", 1) != 0 ? 1 : 0;
+}
+
+extern "C" int PltIPMI_SetRakpRequired(int required) {
+    if (required != 0 && required != 1) return PLT_ERR_ARGUMENT;
+    const bool written =
+        platform::sim::update_state_ini(platform::lan_settings_file(), [&](pt::ptree& stored) {
+            stored.put("IPMI.RAKPRequired", required);
+            return true;
+        });
+    return written ? PLT_OK : PLT_ERR_IO;
+}

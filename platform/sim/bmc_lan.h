@@ -5,6 +5,7 @@
 //              NameServer1, NameServer2
 //   [Services] <NAME>Enabled=0|1 and <NAME>Port for HTTP, HTTPS, IPMI,
 //              SSH, NTP and SNMP
+//   [IPMI]     RAKPRequired=0|1 (default 1)
 //
 // Every key has a default, so a missing file is a BMC as shipped.
 #pragma once

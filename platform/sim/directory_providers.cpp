@@ -12,6 +12,7 @@
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
 #include "platform/sim/password_hash.h"
+#include "platform/sim/radius_client.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/sim_settings.h"
 
@@ -173,20 +174,19 @@ std::string directory_switch_file(directory_provider provider) {
         case directory_provider::ad:
             return bmc_path("/nv/redfish/ad.ini");
         default:
-            return sim_settings_file();
+            return radius_settings_file();
     }
 }
 
 bool directory_provider_enabled(directory_provider provider) {
-    if (provider == directory_provider::radius) return sim_setting_number("RADIUS.Enabled", 0) != 0;
+    if (provider == directory_provider::radius) return radius_directory_enabled();
     pt::ptree tree;
     if (!sim::read_ini(directory_switch_file(provider), tree)) return false;
     return tree.get_optional<long long>(switch_key(tree, provider)).value_or(0) != 0;
 }
 
 bool set_directory_provider_enabled(directory_provider provider, bool enabled) {
-    if (provider == directory_provider::radius)
-        return set_sim_setting("RADIUS.Enabled", enabled ? "1" : "0");
+    if (provider == directory_provider::radius) return set_radius_enabled(enabled);
     std::string path = directory_switch_file(provider);
     pt::ptree tree;
     struct stat status;

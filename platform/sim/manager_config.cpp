@@ -10,6 +10,8 @@
 #include "platform/sim/ip_filter.h"
 #include "platform/sim/kcs_privilege.h"
 #include "platform/sim/ntp_settings.h"
+#include "platform/sim/radius_client.h"
+#include "platform/sim/remote_console.h"
 #include "platform/sim/remote_syslog.h"
 #include "platform/sim/serial_port.h"
 #include "platform/sim/state_ini.h"
@@ -17,9 +19,12 @@
 namespace {
 
 std::vector<std::string> manager_settings_files() {
-    return {platform::ntp_settings_file(), platform::syslog_settings_file(),
-            platform::ip_filter_file(), platform::kcs_settings_file(),
-            platform::serial_settings_file()};
+    std::vector<std::string> files = {
+        platform::ntp_settings_file(),    platform::syslog_settings_file(),
+        platform::ip_filter_file(),       platform::kcs_settings_file(),
+        platform::serial_settings_file(), platform::radius_settings_file()};
+    for (std::string& file : platform::sim::remote_console_files()) files.push_back(file);
+    return files;
 }
 
 // Takes the locks from the first file on, then runs body.
@@ -37,7 +42,7 @@ extern "C" int PltBMC_ResetConfig(void) {
     const bool reset = with_locks(files, 0, [&] {
         platform::staged_files defaults;
         for (const std::string& file : files)
-            if (!defaults.stage(file, "", 0644)) return false;
+            if (!defaults.stage(file, "", 0600)) return false;
         return defaults.commit();
     });
     return reset ? PLT_OK : PLT_ERR_IO;

@@ -161,6 +161,13 @@ extern "C" int PltPSU_GetPowerControl(St_PowerControl* control) {
     return PLT_OK;
 }
 
+extern "C" int PltPSU_SetPowerLimit(uint32_t watts, uint8_t exception) {
+    if (watts > supply_capacity_watts ||
+        (exception != POWER_LIMIT_NO_ACTION && exception != POWER_LIMIT_HARD_POWER_OFF))
+        return PLT_ERR_ARGUMENT;
+    return platform::set_power_limit(watts, exception) ? PLT_OK : PLT_ERR_IO;
+}
+
 extern "C" int PltPSU_GetBayCount(void) { return PSU_BAYS_MAX; }
 
 extern "C" int PltPSU_GetBayInfo(int bay, St_PowerSupplyInfo* info) {

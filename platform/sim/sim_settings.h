@@ -2,7 +2,6 @@
 // INI parser, and the simulator's own settings in <root>/var/bmc/settings.ini:
 //
 //   [Users]         PasswordComplexity=0|1
-//   [RADIUS]        Enabled=0|1
 //   [HostInterface] Enabled=0|1   (requests count as coming over it)
 //                   FirmwareUser=<name>
 //                   FirmwarePassword=<salted hash, see password_hash.h>

@@ -20,12 +20,8 @@ constexpr std::string_view read_only[] = {
 const char* static_addresses = "IPv4StaticAddresses";
 
 void read_host_name(const request_member& member, lan_changes& changes, result_record& result) {
-    const boost::json::string* text = require_text(member.value, member.path, result);
-    if (!text) return;
-    if (!is_host_name(*text))
-        return add_value_message(result, "Base.1.10.PropertyValueFormatError", std::string(*text),
-                                 member.path);
-    changes.host_name = std::string(*text);
+    if (std::optional<std::string> name = require_host_name(member, result))
+        changes.host_name = std::move(name);
 }
 
 void read_dhcp_member(const request_member& member, lan_changes& changes, result_record& result) {
@@ -107,6 +103,15 @@ void put_text(char (&field)[size], const std::string& text) {
 }
 
 }  // namespace
+
+std::optional<std::string> require_host_name(const request_member& member, result_record& result) {
+    const boost::json::string* text = require_text(member.value, member.path, result);
+    if (!text) return std::nullopt;
+    if (is_host_name(*text)) return std::string(*text);
+    add_value_message(result, "Base.1.10.PropertyValueFormatError", std::string(*text),
+                      member.path);
+    return std::nullopt;
+}
 
 lan_changes read_lan_changes(const boost::json::object& body, result_record& result) {
     lan_changes changes;

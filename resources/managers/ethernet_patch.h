@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "framework/property_checks.h"
 #include "frontend/message.h"
 #include "platform/liblan.h"
 
@@ -25,6 +26,9 @@ struct lan_changes {
 };
 
 lan_changes read_lan_changes(const boost::json::object& body, result_record& result);
+
+// The BMC's host name of a request member (one DNS label), or a message.
+std::optional<std::string> require_host_name(const request_member& member, result_record& result);
 
 // The settings after the changes; messages for a combination that the
 // interface cannot have (a static address while DHCP stays on, a gateway

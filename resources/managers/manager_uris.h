@@ -19,5 +19,6 @@ inline constexpr const char* manager_host_interfaces_uri = "/redfish/v1/Managers
 inline constexpr const char* manager_log_services_uri = "/redfish/v1/Managers/1/LogServices";
 inline constexpr const char* manager_sel_uri = "/redfish/v1/Managers/1/LogServices/Log1";
 inline constexpr const char* manager_virtual_media_uri = "/redfish/v1/Managers/1/VirtualMedia";
+inline constexpr const char* manager_oem_uri = "/redfish/v1/Managers/1/Oem/Tarnwright";
 
 }  // namespace odata::redfish

@@ -373,6 +373,7 @@ def test_only_one_authentication_service_at_a_time(bmc, patch_service):
         assert "ServiceEnabled=0" in ini_text(bmc, "ldap.ini")
     finally:
         patch_service(enabling(ldap=False, active_directory=False))
+    bmc.bmcsim("directory", "radius", "server", "192.0.2.10")
     bmc.bmcsim("directory", "radius", "enable")
     try:
         assert first_message(patch_service(enabling(ldap=True)))["MessageArgs"] == ["Radius", "LDAP"]

@@ -283,3 +283,27 @@ def test_manager_nic_host_interface_and_session_service(bmc):
                     hostinterface_config={"InterfaceEnabled": False})]
     assert_succeeded(steps, run_steps(bmc, steps))
     assert bmc.bmcsim("hostif", "show").splitlines()[0] == "off"
+
+
+def test_network_protocols(bmc):
+    steps = [config("Manager", "SetNetworkProtocols",
+                    network_protocols={"SSH": {"ProtocolEnabled": False, "Port": 2222},
+                                       "SNMP": {"ProtocolEnabled": "off"}})]
+    assert_succeeded(steps, run_steps(bmc, steps))
+    lan = state(bmc, "lan", "show")
+    assert (lan["SSH"], lan["SSH.port"], lan["SNMP"]) == ("off", "2222", "off")
+
+    # A port no service can have is refused, and nothing changes.
+    steps = [config("Manager", "SetNetworkProtocols",
+                    network_protocols={"SSH": {"ProtocolEnabled": True, "Port": 70000}})]
+    results = run_steps(bmc, steps)
+    assert results[0].get("failed") and "HTTP Error 400" in results[0]["msg"]
+    assert "'70000' for the property SSH/Port" in results[0]["msg"]
+    assert state(bmc, "lan", "show") == lan
+
+    steps = [config("Manager", "SetNetworkProtocols",
+                    network_protocols={"SSH": {"ProtocolEnabled": True, "Port": 22},
+                                       "SNMP": {"ProtocolEnabled": True}})]
+    assert_succeeded(steps, run_steps(bmc, steps))
+    lan = state(bmc, "lan", "show")
+    assert (lan["SSH"], lan["SSH.port"], lan["SNMP"]) == ("on", "22", "on")

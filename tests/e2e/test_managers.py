@@ -6,6 +6,8 @@ import os
 import pytest
 import requests
 
+import csdl_validation
+
 from redfish_answers import assert_success, error_entries, message_of, shown
 from schema_validation import validate
 
@@ -106,6 +108,44 @@ def test_network_protocol_follows_the_services(bmc, admin):
         "HTTP", "HTTPS", "IPMI", "SSH", "NTP", "SNMP"]
     bmc.bmcsim("lan", "service", "SSH", "on", "22")
 
+
+def test_network_protocol_takes_service_changes_for_the_next_start(bmc, admin):
+    uri = bmc.url(MANAGER + "/NetworkProtocol")
+    before = shown(bmc, "lan", "show")
+    refusals = [({"HTTP": {"Port": 0}}, "Base.1.10.PropertyValueFormatError"),
+                ({"SSH": {"Port": 65536}}, "Base.1.10.PropertyValueFormatError"),
+                ({"SSH": {"ProtocolEnabled": "off"}}, "Base.1.10.PropertyValueTypeError"),
+                ({"KVMIP": {"ProtocolEnabled": True}}, "Base.1.10.PropertyUnknown"),
+                ({"FQDN": "bmc.example"}, "Base.1.10.PropertyNotWritable"),
+                ({"SSH": {"Port": 443}}, "Base.1.10.PropertyValueConflict"),
+                ({"HTTP": {"ProtocolEnabled": False}, "HTTPS": {"ProtocolEnabled": False}},
+                 "Base.1.10.PropertyValueConflict")]
+    for body, message_id in refusals:
+        # A valid change beside a refused one is not made either.
+        answer = admin.patch(uri, json=dict(body, IPMI={"ProtocolEnabled": False}), timeout=10)
+        assert answer.status_code == 400, (body, answer.text)
+        assert message_of(answer)[0] == message_id, body
+    assert shown(bmc, "lan", "show") == before
+
+    change = {"HTTPS": {"Port": 8443}, "HTTP": {"ProtocolEnabled": False},
+              "IPMI": {"ProtocolEnabled": False, "Port": 1623}, "HostName": "np-bmc"}
+    answer = admin.patch(uri, json=change, timeout=10)
+    assert answer.status_code == 204, answer.text
+    lan = shown(bmc, "lan", "show")
+    assert (lan["HTTPS.port"], lan["HTTP"], lan["IPMI"], lan["IPMI.port"], lan["hostname"]) == (
+        "8443", "off", "off", "1623", "np-bmc")
+    body = admin.get(uri, timeout=10).json()
+    csdl_validation.validate(body)
+    assert {name: body[name] for name in ("HTTP", "IPMI", "HostName")} == {
+        "HTTP": {"ProtocolEnabled": False, "Port": 80},
+        "IPMI": {"ProtocolEnabled": False, "Port": 1623}, "HostName": "np-bmc"}
+    # The running web server keeps the ports it was started with.
+    assert admin.get(bmc.url(MANAGER), timeout=10).status_code == 200
+    assert admin.get(bmc.tls_base + MANAGER, verify=False, timeout=10).status_code == 200
+    restore = {"HTTPS": {"Port": 443}, "HTTP": {"ProtocolEnabled": True},
+               "IPMI": {"ProtocolEnabled": True, "Port": 623}, "HostName": before["hostname"]}
+    assert admin.patch(uri, json=restore, timeout=10).status_code == 204
+    assert shown(bmc, "lan", "show") == before
 
 def test_dns_names_follow_the_lease(bmc, admin):
     lan = shown(bmc, "lan", "show")

@@ -10,6 +10,7 @@
 #include "platform/libdirectory.h"
 #include "platform/libipmi_users.h"
 #include "platform/sim/directory_providers.h"
+#include "platform/sim/radius_client.h"
 #include "platform/sim/sim_settings.h"
 #include "security/account_policy.h"
 #include "security/account_request.h"
@@ -405,6 +406,7 @@ TEST_F(AccountSettings, OneExternalServiceAtATime) {
     check_provider_switches(enable_ldap, disable_ad, swapped);
     EXPECT_TRUE(swapped.entries.empty());
 
+    ASSERT_TRUE(platform::set_radius_server("192.0.2.10"));
     ASSERT_TRUE(
         platform::set_directory_provider_enabled(platform::directory_provider::radius, true));
     check_provider_switches(enable_ldap, disable_ad, swapped);

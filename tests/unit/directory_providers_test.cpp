@@ -9,6 +9,7 @@
 #include "platform/libipmi_users.h"
 #include "platform/sim/directory_providers.h"
 #include "platform/sim/host_interface.h"
+#include "platform/sim/radius_client.h"
 #include "platform/sim/session_audit.h"
 #include "platform/sim/sim_settings.h"
 #include "platform/sim/snmp_users.h"
@@ -63,6 +64,8 @@ TEST_F(Directory, AProviderAcceptsItsAccountsOnlyWhileEnabled) {
 
     EXPECT_NE(AuthRadiusProcess("erin", "Erin-Pass1", &privilege), 0);
     ASSERT_TRUE(platform::set_directory_provider_enabled(directory_provider::radius, true));
+    EXPECT_EQ(UtilGetRadiusEnable(), 0);  // no server to ask
+    ASSERT_TRUE(platform::set_radius_server("radius.example.com"));
     EXPECT_EQ(UtilGetRadiusEnable(), 1);
     EXPECT_EQ(AuthRadiusProcess("erin", "Erin-Pass1", &privilege), 0);
     EXPECT_EQ(privilege, PRIV_USER);

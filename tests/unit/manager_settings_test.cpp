@@ -1,5 +1,5 @@
 // The parsing behind the manager's PATCH and actions: IPv4 settings, the
-// LAN change record and the InsertMedia parameters.
+// LAN and network service change records and the InsertMedia parameters.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -8,6 +8,7 @@
 #include "resources/managers/ethernet_patch.h"
 #include "resources/managers/insert_media_request.h"
 #include "resources/managers/ipv4_address.h"
+#include "resources/managers/networkprotocol_patch.h"
 
 using namespace odata::redfish;
 
@@ -27,6 +28,10 @@ St_LanConfig static_lan() {
     std::strcpy(config.gateway, "192.168.0.1");
     std::strcpy(config.host_name, "bmc");
     return config;
+}
+
+std::array<St_NetService, NET_SERVICE_COUNT> shipped_services() {
+    return {{{1, 80}, {1, 443}, {1, 623}, {1, 22}, {0, 123}, {1, 161}}};
 }
 
 }  // namespace
@@ -158,4 +163,49 @@ TEST(InsertMedia, CredentialsAreRefusedBeforeTheyOutgrowWhatTheBmcStores) {
     EXPECT_EQ(refused(std::string(VMEDIA_USER_SIZE, 'u'), std::string(VMEDIA_PASSWORD_SIZE, 'p')),
               (std::vector<std::string>{"Base.1.10.ActionParameterValueFormatError",
                                         "Base.1.10.ActionParameterValueFormatError"}));
+}
+
+TEST(NetworkProtocolPatch, EveryRefusalOfOneBodyIsReported) {
+    result_record result = general_error();
+    read_network_protocol_changes(
+        boost::json::parse(R"({"FQDN":"x","KVMIP":{"Port":5900},"HTTP":{"Port":0},
+            "SSH":{"Port":70000,"ProtocolEnabled":"yes"},"HTTPS":{"Certificates":{},"Bogus":1},
+            "IPMI":5,"HostName":"not a name"})")
+            .as_object(),
+        result);
+    EXPECT_EQ(message_ids(result),
+              (std::vector<std::string>{
+                  "Base.1.10.PropertyNotWritable", "Base.1.10.PropertyUnknown",
+                  "Base.1.10.PropertyValueFormatError", "Base.1.10.PropertyValueFormatError",
+                  "Base.1.10.PropertyValueTypeError", "Base.1.10.PropertyNotWritable",
+                  "Base.1.10.PropertyUnknown", "Base.1.10.PropertyValueTypeError",
+                  "Base.1.10.PropertyValueFormatError"}));
+}
+
+TEST(NetworkProtocolPatch, ServicesMayNotShareAPortNorCloseTheWayIn) {
+    result_record result = general_error();
+    const network_protocol_changes changes = read_network_protocol_changes(
+        boost::json::parse(R"({"SSH":{"Port":443},"NTP":{"ProtocolEnabled":true,"Port":443}})")
+            .as_object(),
+        result);
+    ASSERT_TRUE(result.entries.empty());
+    const auto services = changed_services(shipped_services(), changes, result);
+    EXPECT_EQ(services[NET_SERVICE_SSH].port, 443);
+    EXPECT_EQ(message_ids(result), std::vector<std::string>(3, "Base.1.10.PropertyValueConflict"));
+
+    result = general_error();
+    const network_protocol_changes closing = read_network_protocol_changes(
+        boost::json::parse(
+            R"({"HTTP":{"ProtocolEnabled":false},"HTTPS":{"ProtocolEnabled":false}})")
+            .as_object(),
+        result);
+    changed_services(shipped_services(), closing, result);
+    EXPECT_EQ(message_ids(result), std::vector<std::string>{"Base.1.10.PropertyValueConflict"});
+
+    // A port that the disabled NTP keeps stays free for another service.
+    result = general_error();
+    const network_protocol_changes moving = read_network_protocol_changes(
+        boost::json::parse(R"({"SSH":{"Port":123}})").as_object(), result);
+    changed_services(shipped_services(), moving, result);
+    EXPECT_TRUE(result.entries.empty());
 }

@@ -79,6 +79,10 @@ TEST_F(UsersTool, DirectorySwitchesAndAccounts) {
     EXPECT_EQ(UtilGetLdapEnable(), 0);
     ASSERT_EQ(run({"directory", "radius", "enable"}), 0);
     ASSERT_EQ(run({"directory", "radius", "user", "erin", "Erin-Pass1", "ReadOnly"}), 0);
+    // A RADIUS client without a server asks no one.
+    EXPECT_NE(AuthRadiusProcess("erin", "Erin-Pass1", &privilege), 0);
+    EXPECT_EQ(run({"directory", "radius", "server", "bad server"}), bmcsim::exit_failed);
+    ASSERT_EQ(run({"directory", "radius", "server", "192.0.2.10"}), 0);
     EXPECT_EQ(AuthRadiusProcess("erin", "Erin-Pass1", &privilege), 0);
     EXPECT_EQ(privilege, PRIV_USER);
 }

@@ -56,6 +56,9 @@ extern const area nodemanager_area;
 
 // "storage raid ...": words from "raid" on (raid_commands.cpp).
 int run_raid(const area& self, const arguments& words, std::ostream& out, std::ostream& err);
+extern const area console_area;
+extern const area fans_area;
+extern const area postcodes_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);

@@ -31,6 +31,7 @@ int show(std::ostream& out) {
         out << name << '=' << (state.enabled ? "on" : "off") << '\n'
             << name << ".port=" << state.port << '\n';
     }
+    out << "rakp=" << (PltIPMI_GetRakpRequired() ? "required" : "optional") << '\n';
     return exit_ok;
 }
 

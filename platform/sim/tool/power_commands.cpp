@@ -52,6 +52,20 @@ constexpr limit_action limit_actions[] = {
     {"hard-power-off", POWER_LIMIT_HARD_POWER_OFF},
 };
 
+constexpr const char* restore_policies[] = {"always-off", "last-state", "always-on"};
+
+const char* restore_policy_name(int policy) {
+    return policy >= POWER_RESTORE_ALWAYS_OFF && policy <= POWER_RESTORE_ALWAYS_ON
+               ? restore_policies[policy]
+               : "unknown";
+}
+
+const char* limit_action_name(uint8_t exception) {
+    for (const limit_action& each : limit_actions)
+        if (each.exception == exception) return each.name;
+    return "unknown";
+}
+
 int report(int result, std::ostream& err) {
     if (result == PLT_OK) return exit_ok;
     err << (result == PLT_ERR_STATE ? "bmcsim: host power is off\n"
@@ -86,7 +100,9 @@ int show(std::ostream& out, std::ostream& err) {
         << "cycles=" << state.cycles << '\n'
         << "nmi_count=" << state.diagnostic_interrupts << '\n'
         << "consumed_watts=" << control.consumed_watts << '\n'
-        << "limit_watts=" << control.limit_watts << '\n';
+        << "limit_watts=" << control.limit_watts << '\n'
+        << "limit_action=" << limit_action_name(control.limit_exception) << '\n'
+        << "restore_policy=" << restore_policy_name(PltCHASSIS_GetRestorePolicy()) << '\n';
     show_supplies(out);
     return exit_ok;
 }
