@@ -33,6 +33,13 @@ constexpr const char* oem_links[][2] = {
     {"IPAccessControl", manager_ip_access_control_uri},
     {"KCSInterface", manager_kcs_interface_uri},
     {"SysLockdown", manager_sys_lockdown_uri},
+    {"SmartPower", manager_smart_power_uri},
+    {"RADIUS", manager_radius_uri},
+    {"MouseMode", manager_mouse_mode_uri},
+    {"TWRRAKP", manager_rakp_uri},
+    {"Snooping", manager_snooping_uri},
+    {"FanMode", manager_fan_mode_uri},
+    {"IKVM", manager_ikvm_uri},
 };
 
 boost::json::object oem() {

@@ -62,6 +62,8 @@ SETTINGS = [
                          ids=[row[0] for row in SETTINGS])
 def test_a_setting_changes_the_bmc_and_a_refused_change_changes_nothing(
         bmc, admin, others, resource, change, command, effect, messages, refused):
+    manager = admin.get(bmc.url("/redfish/v1/Managers/1"), timeout=10).json()
+    assert manager["Oem"]["Tarnwright"][resource] == {"@odata.id": OEM + "/" + resource}
     uri = bmc.url(OEM + "/" + resource)
     before = admin.get(uri, timeout=10)
     assert before.status_code == 200, before.text
