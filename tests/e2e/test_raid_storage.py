@@ -2,13 +2,11 @@
 against what bmcsim shows of the simulated controllers."""
 
 import os
-import signal
-import time
 
 import pytest
 
 from redfish_answers import assert_success, error_entries, message_of
-from test_tasks import task_worker
+from test_tasks import kill_task_worker
 from test_update import TASKS, task_count, wait_for_end
 
 STORAGE = "/redfish/v1/Systems/1/Storage"
@@ -205,12 +203,7 @@ def test_a_killed_erase_worker_ends_its_task(bmc, admin):
     bmc.bmcsim("storage", "raid", "seconds", "erase", "600")
     accepted = admin.post(bmc.url(drive_uri(5) + "/Actions/Drive.SecureErase"), timeout=10)
     assert accepted.status_code == 202
-    worker = task_worker(bmc)
-    os.kill(worker, signal.SIGKILL)
-    for _ in range(50):
-        if not os.path.exists("/proc/%d" % worker):
-            break
-        time.sleep(0.1)
+    kill_task_worker(bmc)
     monitor, task = finished(bmc, admin, accepted)
     assert (monitor.status_code, task["TaskState"]) == (400, "Exception")
     assert "ended unexpectedly" in monitor.json()["error"]["Message"]

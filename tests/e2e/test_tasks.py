@@ -51,6 +51,16 @@ def task_worker(bmc):
     raise AssertionError("no task worker runs")
 
 
+def kill_task_worker(bmc):
+    """Kills the instance's task worker with SIGKILL and waits until it is gone."""
+    worker = task_worker(bmc)
+    os.kill(worker, signal.SIGKILL)
+    for _ in range(50):
+        if not os.path.exists("/proc/%d" % worker):
+            break
+        time.sleep(0.1)
+
+
 def test_a_worker_killed_midway_ends_its_task(bmc):
     silent = SilentServer()
     admin = bmc.admin()
@@ -58,12 +68,7 @@ def test_a_worker_killed_midway_ends_its_task(bmc):
         accepted = admin.post(bmc.url(SIMPLE_UPDATE),
                               json={"ImageURI": silent.host + "/a.img", "TransferProtocol": "HTTP"})
         assert accepted.status_code == 202
-        worker = task_worker(bmc)
-        os.kill(worker, signal.SIGKILL)
-        for _ in range(50):
-            if not os.path.exists("/proc/%d" % worker):
-                break
-            time.sleep(0.1)
+        kill_task_worker(bmc)
         monitor = wait_for_end(bmc, admin, accepted.headers["Location"])
     finally:
         silent.stop()
