@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "base/bmc_root.h"
+#include "base/file_cache.h"
 #include "platform/libweb.h"
 #include "platform/sim/sim_file.h"
 
@@ -153,6 +154,19 @@ alert_table read_alert_table() {
     return table;
 }
 
+std::shared_ptr<const alert_table> stored_alert_table() {
+    static file_cache<alert_table> cache;
+    std::shared_ptr<const alert_table> table;
+    cache.get(
+        alert_table_file(),
+        [](alert_table& parsed) {
+            parsed = read_alert_table();
+            return PLT_OK;
+        },
+        table);
+    return table;
+}
+
 bool lock_alert_table() {
     std::lock_guard<std::recursive_mutex> hold(guard);
     locked_table& table = state();
@@ -213,13 +227,13 @@ bool commit_alert_table() {
 
 extern "C" int get_config_alert_dest(int index, St_AlertDest* entry) {
     if (!valid_index(index) || !entry) return -1;
-    *entry = platform::read_alert_table()[index];
+    *entry = (*platform::stored_alert_table())[index];
     return 0;
 }
 
 extern "C" int get_config_alter_enable(int index) {
     if (!valid_index(index)) return -1;
-    return platform::read_alert_table()[index].enabled ? 1 : 0;
+    return (*platform::stored_alert_table())[index].enabled ? 1 : 0;
 }
 
 extern "C" int set_config_alert_dest(int index, const char* destination) {

@@ -12,6 +12,7 @@
 
 #include <array>
 #include <boost/json.hpp>
+#include <memory>
 #include <string>
 
 #include "platform/libalert.h"
@@ -32,6 +33,8 @@ std::string alert_table_text(const alert_table& table);
 
 // The stored table; every entry empty when there is none or it is malformed.
 alert_table read_alert_table();
+// The same, parsed once per version of the file.
+std::shared_ptr<const alert_table> stored_alert_table();
 
 // lx_mutex_get and lx_mutex_put of ALERT_TABLE_MUTEX; nested calls count.
 bool lock_alert_table();
