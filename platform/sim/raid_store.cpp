@@ -3,10 +3,12 @@
 #include <time.h>
 
 #include <algorithm>
+#include <memory>
 
 #include <boost/algorithm/string.hpp>
 
 #include "base/bmc_root.h"
+#include "base/file_cache.h"
 #include "platform/libstorage.h"
 #include "platform/sim/state_ini.h"
 
@@ -103,6 +105,20 @@ void write_record(pt::ptree& state, const std::string& name,
     }
 }
 
+// The stored controllers, parsed once per version of the file.
+std::shared_ptr<const pt::ptree> stored_raid_state() {
+    static platform::file_cache<pt::ptree> cache;
+    std::shared_ptr<const pt::ptree> state;
+    cache.get(
+        platform::sim::raid_store_file(),
+        [](pt::ptree& parsed) {
+            parsed = platform::sim::read_state_ini(platform::sim::raid_store_file());
+            return PLT_OK;
+        },
+        state);
+    return state;
+}
+
 const char* duration_key(platform::sim::raid_duration which) {
     return which == platform::sim::raid_duration::erase ? "Settings.EraseSeconds"
                                                         : "Settings.InitSeconds";
@@ -122,7 +138,7 @@ bool raid_controller_exists(int family, int controller) {
 }
 
 raid_controller_record read_raid_controller(int family, int controller) {
-    return read_record(read_state_ini(raid_store_file()), section_of(family, controller));
+    return read_record(*stored_raid_state(), section_of(family, controller));
 }
 
 int change_raid_controller(int family, int controller,
@@ -140,8 +156,8 @@ int change_raid_controller(int family, int controller,
 }
 
 int raid_seconds(raid_duration which) {
-    const int seconds = read_state_ini(raid_store_file())
-                            .get(duration_key(which), which == raid_duration::erase ? 30 : 10);
+    const int seconds =
+        stored_raid_state()->get(duration_key(which), which == raid_duration::erase ? 30 : 10);
     return seconds < 1 || seconds > max_seconds ? 1 : seconds;
 }
 
