@@ -7,7 +7,7 @@ packages="build-essential cmake pkg-config libfcgi-dev libboost1.81-dev
 libboost-json1.81-dev
 libssl-dev zlib1g-dev libcurl4-openssl-dev libsnmp-dev
 libgtest-dev clang-format lighttpd lighttpd-mod-openssl openssl python3-pytest
-python3-requests python3-jsonschema python3-sushy redfishtool
+python3-requests python3-jsonschema python3-cryptography python3-sushy redfishtool
 snmptrapd snmp python3-aiosmtpd python3-pyftpdlib wrk valgrind ansible"
 
 missing=""
