@@ -3,7 +3,10 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 
+#include <memory>
+
 #include "base/bmc_root.h"
+#include "base/file_cache.h"
 #include "platform/libipfilter.h"
 #include "platform/sim/state_ini.h"
 
@@ -61,13 +64,22 @@ bool parse_ipv4(const std::string& text, uint32_t& address) {
 
 }  // namespace platform
 
+// Every request asks for the filter: parsed once per version of the file.
 extern "C" int PltIPFILTER_GetConfig(St_IpFilterConfig* config) {
     if (!config) return PLT_ERR_ARGUMENT;
-    const pt::ptree state = platform::sim::read_state_ini(platform::ip_filter_file());
-    *config = St_IpFilterConfig{};
-    config->enabled = state.get("Filter.Enabled", 0) != 0;
-    for (int index = 0; index < IP_FILTER_RULE_COUNT; ++index)
-        config->rules[index] = stored_rule(state, index);
+    static platform::file_cache<St_IpFilterConfig> cache;
+    std::shared_ptr<const St_IpFilterConfig> stored;
+    cache.get(
+        platform::ip_filter_file(),
+        [](St_IpFilterConfig& parsed) {
+            const pt::ptree state = platform::sim::read_state_ini(platform::ip_filter_file());
+            parsed.enabled = state.get("Filter.Enabled", 0) != 0;
+            for (int index = 0; index < IP_FILTER_RULE_COUNT; ++index)
+                parsed.rules[index] = stored_rule(state, index);
+            return PLT_OK;
+        },
+        stored);
+    *config = *stored;
     return PLT_OK;
 }
 
