@@ -86,7 +86,8 @@ const route* route_resolver::walk(const node& from, const std::vector<std::strin
             boost::match_results<std::string_view::const_iterator> groups;
             if (!boost::regex_match(segment.begin(), segment.end(), groups, *child.pattern))
                 continue;
-            for (size_t group = 1; group < groups.size(); ++group) {
+            const int group_count = static_cast<int>(groups.size());
+            for (int group = 1; group < group_count; ++group) {
                 if (groups[group].matched) captures.push_back(groups[group].str());
             }
         } else if (child.literal != segment) {

@@ -37,7 +37,8 @@ private:
 void copy_body(int fd, off_t length) {
     char block[64 * 1024];
     while (length > 0) {
-        const ssize_t got = ::read(fd, block, std::min<off_t>(length, sizeof block));
+        const ssize_t got =
+            ::read(fd, block, static_cast<size_t>(std::min<off_t>(length, sizeof block)));
         if (got < 0 && errno == EINTR) continue;
         if (got <= 0) {
             console_log("[ERROR] Dump: the file cannot be read\n");

@@ -32,8 +32,10 @@ constexpr uint8_t nearest_raw(const St_SensorData& record, double value) {
     double rounded = exact >= 0 ? exact + 0.5 : exact - 0.5;
     // NaN fails every comparison and ends at low.
     double clamped = rounded > low - 1 ? (rounded < high + 1 ? rounded : high) : low;
+    const long long low_raw = is_signed ? -128 : 0;
+    const long long high_raw = is_signed ? 127 : 255;
     long long raw = static_cast<long long>(clamped);
-    raw = raw < low ? static_cast<long long>(low) : raw > high ? static_cast<long long>(high) : raw;
+    raw = raw < low_raw ? low_raw : raw > high_raw ? high_raw : raw;
     return static_cast<uint8_t>(raw & 0xFF);
 }
 

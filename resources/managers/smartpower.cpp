@@ -65,8 +65,9 @@ int smartpower::patch(request_context& context) {
     if (changes.limit_watts || changes.limit_exception) {
         const St_PowerControl control = power_control();
         require_platform_ok(
-            PltPSU_SetPowerLimit(changes.limit_watts.value_or(control.limit_watts),
-                                 changes.limit_exception.value_or(control.limit_exception)),
+            PltPSU_SetPowerLimit(
+                changes.limit_watts.value_or(control.limit_watts),
+                static_cast<uint8_t>(changes.limit_exception.value_or(control.limit_exception))),
             "SmartPower");
     }
     write_status_line(204);

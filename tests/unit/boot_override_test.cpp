@@ -104,10 +104,9 @@ TEST(BootOverrideEncoding, ModeAndEnabledChangeOnlyTheirBits) {
     EXPECT_EQ(with_setting(override_enabled_settings(), "Disabled", 0xE0), 0x60);
     EXPECT_EQ(with_setting(override_enabled_settings(), "Once", 0xE0), 0xA0);
     EXPECT_EQ(with_setting(override_enabled_settings(), "Continuous", 0x20), 0xE0);
-    for (uint8_t byte1 : {0x00, 0x5F, 0xA0, 0xFF}) {
+    for (uint8_t byte1 : std::initializer_list<uint8_t>{0x00, 0x5F, 0xA0, 0xFF}) {
         for (const byte1_setting& setting : override_enabled_settings())
-            EXPECT_EQ(enabled_of(apply_setting(setting, static_cast<uint8_t>(byte1))),
-                      setting.name);
+            EXPECT_EQ(enabled_of(apply_setting(setting, byte1)), setting.name);
     }
 }
 

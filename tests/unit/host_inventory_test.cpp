@@ -52,7 +52,7 @@ TEST(ProcessorIdentity, OnlyKnownFamiliesHaveAnArchitecture) {
     ASSERT_NE(architecture_of_family(0xB3), nullptr);
     EXPECT_STREQ(architecture_of_family(0xB3)->architecture, "x86");
     EXPECT_STREQ(architecture_of_family(0x101)->instruction_set, "ARM-A64");
-    for (uint16_t unknown : {0x00, 0x02, 0xFE, 0xFF, 0x102, 0xFFFF})
+    for (uint16_t unknown : std::initializer_list<uint16_t>{0x00, 0x02, 0xFE, 0xFF, 0x102, 0xFFFF})
         EXPECT_EQ(architecture_of_family(unknown), nullptr) << unknown;
 }
 

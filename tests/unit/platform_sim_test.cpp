@@ -163,12 +163,12 @@ TEST_F(SharedState, ASecondMappingOfTheFileSeesBothRecords) {
         reinterpret_cast<char*>(InterfaceInfo) - reinterpret_cast<char*>(at_p_St_GlobalVar);
     struct stat status;
     ASSERT_EQ(stat(platform::shared_state_file().c_str(), &status), 0);
-    ASSERT_GE(static_cast<std::size_t>(status.st_size),
-              interface_offset + sizeof(St_InterfaceInfo));
+    const auto mapped = static_cast<std::size_t>(status.st_size);
+    ASSERT_GE(mapped, interface_offset + sizeof(St_InterfaceInfo));
 
     int fd = open(platform::shared_state_file().c_str(), O_RDWR);
     ASSERT_GE(fd, 0);
-    void* other = mmap(nullptr, status.st_size, PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0);
+    void* other = mmap(nullptr, mapped, PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0);
     close(fd);
     ASSERT_NE(other, MAP_FAILED);
     auto* other_global = static_cast<St_GlobalVar*>(other);
@@ -183,7 +183,7 @@ TEST_F(SharedState, ASecondMappingOfTheFileSeesBothRecords) {
     std::strcpy(other_interface->user_name, "admin");
     EXPECT_EQ(at_p_St_GlobalVar->identify_lit, 1);
     EXPECT_STREQ(InterfaceInfo->user_name, "admin");
-    munmap(other, status.st_size);
+    munmap(other, mapped);
 }
 
 TEST_F(SharedState, AForkedChildThatAttachesAnewWritesToTheParentsView) {
@@ -373,11 +373,11 @@ using EventLog = SimTest;
 
 TEST_F(EventLog, RecordsReadBackAsWrittenOneLineEach) {
     EXPECT_TRUE(platform::read_event_log().empty());
-    long before = lx_time_get();
+    long long before = lx_time_get();
     ASSERT_EQ(LibSaveSysEvtLog(137, 0, "/redfish/v1/SessionService/Sessions/"), 0);
     ASSERT_EQ(LibSaveSysEvtLog(146, -3, "quote \" backslash \\ line\nbreak \xff end"), 0);
     ASSERT_EQ(LibSaveSysEvtLog(147, 7, nullptr), 0);
-    long after = lx_time_get();
+    long long after = lx_time_get();
 
     auto records = platform::read_event_log();
     ASSERT_EQ(records.size(), 3u);

@@ -88,7 +88,8 @@ TEST_F(SystemExtras, APortHoldsAtMostEightVlansAndSkipsDamagedLines) {
     sim_testing::write_text(platform::host_vlans_file(),
                             "[Port1]\nVLAN1=5000,1\nVLAN2=7,2\nVLAN3=8\nVLAN4=9,1\n");
     EXPECT_EQ((vlans_of(0)), (std::vector<std::pair<int, int>>{{4, 9}}));
-    for (int id = 100; id < 100 + NIC_MAX_VLANS - 1; ++id) EXPECT_GT(NicAddVlan(0, id, 1), 0);
+    for (int id = 100; id < 100 + NIC_MAX_VLANS - 1; ++id)
+        EXPECT_GT(NicAddVlan(0, static_cast<uint16_t>(id), 1), 0);
     EXPECT_EQ(NicAddVlan(0, 200, 1), PLT_ERR_STATE);
     EXPECT_EQ(vlans_of(0).size(), static_cast<size_t>(NIC_MAX_VLANS));
 }

@@ -36,8 +36,9 @@ void init_library() {
 bool set_key(const oid* protocol, size_t protocol_length, const std::string& pass, u_char* key,
              size_t& key_length) {
     key_length = USM_AUTH_KU_LEN;
-    return generate_Ku(protocol, protocol_length, reinterpret_cast<const u_char*>(pass.data()),
-                       pass.size(), key, &key_length) == SNMPERR_SUCCESS;
+    return generate_Ku(protocol, static_cast<u_int>(protocol_length),
+                       reinterpret_cast<const u_char*>(pass.data()), pass.size(), key,
+                       &key_length) == SNMPERR_SUCCESS;
 }
 
 bool set_v3_security(netsnmp_session& session, const trap_delivery& entry) {
