@@ -5,11 +5,12 @@
 namespace platform {
 
 std::string utc_timestamp(long long seconds) {
-    char text[32];
     const std::time_t time = static_cast<std::time_t>(seconds);
     std::tm utc{};
-    gmtime_r(&time, &utc);
-    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S+00:00", &utc);
+    char text[32] = {};
+    if (!gmtime_r(&time, &utc) ||
+        std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S+00:00", &utc) == 0)
+        return "1970-01-01T00:00:00+00:00";
     return text;
 }
 

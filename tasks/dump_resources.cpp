@@ -1,5 +1,6 @@
 #include "tasks/dump_resources.h"
 
+#include "base/utc_time.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "platform/libweb.h"
@@ -8,7 +9,6 @@
 #include "tasks/dump_file.h"
 #include "tasks/dump_job.h"
 #include "tasks/dump_kinds.h"
-#include "tasks/redfish_time.h"
 
 namespace odata::redfish {
 namespace {
@@ -37,8 +37,7 @@ int dump_resource::get(request_context&) {
     set("Generating", DumpIsGenerating(kind_) != 0);
     set("FileName", present ? boost::json::value(info.file_name) : nullptr);
     set("SizeBytes", present ? boost::json::value(info.size) : nullptr);
-    set("Created",
-        present ? boost::json::value(redfish_date_time(static_cast<long>(info.created))) : nullptr);
+    set("Created", present ? boost::json::value(platform::utc_timestamp(info.created)) : nullptr);
     set("Actions", actions(dump));
     return 0;
 }

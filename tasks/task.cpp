@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/bmc_root.h"
+#include "base/utc_time.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
@@ -11,7 +12,6 @@
 #include "platform/libfwupdate.h"
 #include "platform/libtask.h"
 #include "platform/libweb.h"
-#include "tasks/redfish_time.h"
 #include "tasks/task_messages.h"
 #include "tasks/task_states.h"
 #include "tasks/task_uris.h"
@@ -55,8 +55,8 @@ int task::get(request_context& context) {
     name_ = info.name;
     set_common_properties();
     set("TaskState", task_state_text(info.state));
-    set("StartTime", redfish_date_time(info.start_time));
-    if (task_shows_end_time(info.state)) set("EndTime", redfish_date_time(info.end_time));
+    set("StartTime", platform::utc_timestamp(info.start_time));
+    if (task_shows_end_time(info.state)) set("EndTime", platform::utc_timestamp(info.end_time));
     set("PercentComplete", info.percent);
     set("HidePayload", info.hide_payload != 0);
     set("TaskMonitor", task_monitor_uri(info.monitor_id));

@@ -3,13 +3,13 @@
 #include <iostream>
 #include <optional>
 
+#include "base/utc_time.h"
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
 #include "platform/libipmi.h"
 #include "platform/libtask.h"
-#include "tasks/redfish_time.h"
 #include "tasks/task_uris.h"
 
 namespace odata::redfish {
@@ -29,7 +29,7 @@ int taskservice::get(request_context&) {
     if (TaskServiceGetConfig(&config) < 0) throw_http_error(500, "Base.1.10.InternalError");
     set_common_properties();
     set("ServiceEnabled", config.enabled != 0);
-    set("DateTime", redfish_date_time(lx_time_get()));
+    set("DateTime", platform::utc_timestamp(lx_time_get()));
     set("CompletedTaskOverWritePolicy", config.overwrite_policy);
     set("LifeCycleEventOnTaskStateChange", config.life_cycle_event != 0);
     set("Status", {{"State", config.enabled ? "Enabled" : "Disabled"}, {"Health", "OK"}});

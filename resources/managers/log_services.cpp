@@ -1,5 +1,6 @@
 #include "resources/managers/log_services.h"
 
+#include "base/utc_time.h"
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
@@ -9,7 +10,6 @@
 #include "platform/libsel.h"
 #include "platform/libweb.h"
 #include "resources/managers/action_parameters.h"
-#include "resources/managers/redfish_date_time.h"
 #include "resources/systems/crashdump_uris.h"
 
 namespace odata::redfish {
@@ -61,7 +61,7 @@ int sel_log_service::get(request_context&) {
     set("Description", place_.description);
     set("ServiceEnabled", true);
     set("OverWritePolicy", "NeverOverWrites");
-    set("DateTime", redfish_date_time(lx_time_get()));
+    set("DateTime", platform::utc_timestamp(lx_time_get()));
     set("DateTimeLocalOffset", "+00:00");
     set("LogEntryType", "SEL");
     set("Status", status_object(place_.shows_alerts ? alert_health() : SENSOR_HEALTH_OK));

@@ -1,5 +1,6 @@
 #include "resources/managers/manager.h"
 
+#include "base/utc_time.h"
 #include "framework/device_uuid.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
@@ -10,7 +11,6 @@
 #include "resources/managers/manager_reset.h"
 #include "resources/managers/manager_settings_uris.h"
 #include "resources/managers/manager_uris.h"
-#include "resources/managers/redfish_date_time.h"
 
 namespace odata::redfish {
 namespace {
@@ -87,7 +87,7 @@ int manager::get(request_context&) {
         set("FirmwareVersion", version);
     else
         console_log("[ERROR] Manager: no firmware version\n");
-    set("DateTime", redfish_date_time(lx_time_get()));
+    set("DateTime", platform::utc_timestamp(lx_time_get()));
     set("DateTimeLocalOffset", "+00:00");
     for (const auto& [name, uri] : service_links) set(name, link(uri));
     set("Links", links());

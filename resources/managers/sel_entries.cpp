@@ -1,11 +1,11 @@
 #include "resources/managers/sel_entries.h"
 
+#include "base/utc_time.h"
 #include "framework/redfish.h"
 #include "framework/schema_files.h"
 #include "platform/libsel.h"
 #include "platform/libweb.h"
 #include "resources/managers/manager_uris.h"
-#include "resources/managers/redfish_date_time.h"
 #include "resources/systems/system_uris.h"
 
 namespace odata::redfish {
@@ -75,7 +75,7 @@ boost::json::object sel_log_entry(const sel_log_place& place, const sel_entry& e
             {"Name", "Log Entry " + id},
             {"EntryType", "SEL"},
             {"Severity", entry.code == event_failed_login ? "Warning" : "OK"},
-            {"Created", redfish_date_time(entry.time)},
+            {"Created", platform::utc_timestamp(entry.time)},
             {"Message", entry.text},
             {"Links", {{"OriginOfCondition", link(place.owner_uri)}}}};
 }

@@ -11,7 +11,7 @@
 #include <memory>
 #include <vector>
 
-#include "resources/managers/redfish_date_time.h"
+#include "base/utc_time.h"
 
 namespace odata::redfish {
 namespace {
@@ -66,6 +66,16 @@ long long seconds_since_epoch(const ASN1_TIME* time) {
     std::tm parts{};
     if (ASN1_TIME_to_tm(time, &parts) != 1) return 0;
     return static_cast<long long>(timegm(&parts));
+}
+
+// In the service's own 64-bit seconds: OpenSSL's X509_cmp_time takes the
+// library's time_t, which a 32-bit BMC's system may keep in 32 bits.
+bool valid_at(const X509* certificate, long long now) {
+    std::tm from{};
+    std::tm to{};
+    return ASN1_TIME_to_tm(X509_get0_notBefore(certificate), &from) == 1 &&
+           ASN1_TIME_to_tm(X509_get0_notAfter(certificate), &to) == 1 && timegm(&from) <= now &&
+           now <= timegm(&to);
 }
 
 std::string hex(const unsigned char* bytes, std::size_t size, const char* separator) {
@@ -170,9 +180,9 @@ std::optional<boost::json::object> certificate_properties(std::string_view pem) 
         {"Issuer", identifier(X509_get_issuer_name(certificate.get()))},
         {"Subject", identifier(X509_get_subject_name(certificate.get()))},
         {"ValidNotBefore",
-         redfish_date_time(seconds_since_epoch(X509_get0_notBefore(certificate.get())))},
+         platform::utc_timestamp(seconds_since_epoch(X509_get0_notBefore(certificate.get())))},
         {"ValidNotAfter",
-         redfish_date_time(seconds_since_epoch(X509_get0_notAfter(certificate.get())))},
+         platform::utc_timestamp(seconds_since_epoch(X509_get0_notAfter(certificate.get())))},
         {"SerialNumber", serial_number(certificate.get())},
         {"Fingerprint", sha256_fingerprint(certificate.get())},
         {"FingerprintHashAlgorithm", "TPM_ALG_SHA256"},
@@ -191,10 +201,7 @@ pair_problem read_certificate_pair(std::string_view pem, long long now, certific
     const bool matches = X509_check_private_key(certificate, key.get()) == 1;
     ERR_clear_error();
     if (!matches) return pair_problem::key_mismatch;
-    time_t moment = static_cast<time_t>(now);
-    if (X509_cmp_time(X509_get0_notBefore(certificate), &moment) > 0 ||
-        X509_cmp_time(X509_get0_notAfter(certificate), &moment) < 0)
-        return pair_problem::expired;
+    if (!valid_at(certificate, now)) return pair_problem::expired;
     if (!strong_chain(certificates, key.get())) return pair_problem::weak;
     pair = {chain_text(certificates), key_text(key.get())};
     return pair.chain.empty() || pair.key.empty() ? pair_problem::unreadable : pair_problem::none;

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "base/utc_time.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
 #include "frontend/exception_http.h"
@@ -10,7 +11,6 @@
 #include "platform/libweb.h"
 #include "platform/plt_result.h"
 #include "resources/managers/action_parameters.h"
-#include "resources/managers/redfish_date_time.h"
 #include "resources/systems/crashdump_uris.h"
 #include "tasks/dump_file.h"
 #include "tasks/dump_job.h"
@@ -55,7 +55,7 @@ boost::json::object log_entry(const crashdump_entry& entry, const DumpInfo& info
             {"EntryType", "Oem"},
             {"OemRecordFormat", "Crashdump"},
             {"Severity", "OK"},
-            {"Created", redfish_date_time(info.created)},
+            {"Created", platform::utc_timestamp(info.created)},
             {"Message", info.file_name},
             {"DiagnosticDataType", "OEM"},
             {"OEMDiagnosticDataType", entry.id},
@@ -75,7 +75,7 @@ int crashdump_logservice::get(request_context&) {
     set("ServiceEnabled", true);
     set("MaxNumberOfRecords", std::size(entries));
     set("OverWritePolicy", "WrapsWhenFull");
-    set("DateTime", redfish_date_time(lx_time_get()));
+    set("DateTime", platform::utc_timestamp(lx_time_get()));
     set("DateTimeLocalOffset", "+00:00");
     set("LogEntryType", "OEM");
     set("Status", status_object(SENSOR_HEALTH_OK));

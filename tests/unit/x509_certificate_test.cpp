@@ -5,6 +5,7 @@
 #include <openssl/pem.h>
 #include <openssl/x509.h>
 
+#include <ctime>
 #include <memory>
 #include <string>
 
@@ -16,7 +17,7 @@ using namespace odata::redfish;
 namespace {
 
 constexpr long long now = 1800000000;  // 2027-01-15
-constexpr long day = 86400;
+constexpr long long day = 86400;
 
 using key_ptr = std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)>;
 
@@ -33,14 +34,24 @@ std::string pem_of(write_function write) {
 
 // A certificate for key, valid from now + from to now + to, signed with
 // digest by issuer_key (by key itself when none).
-std::string certificate_for(EVP_PKEY* key, const char* common_name, long from, long to,
+// Set from the text of the time: OpenSSL's setters take the library's
+// time_t, which may be 32 bits where this test's time is 64.
+void set_time(ASN1_TIME* field, long long seconds) {
+    const std::time_t time = static_cast<std::time_t>(seconds);
+    std::tm parts{};
+    char text[32] = {};
+    gmtime_r(&time, &parts);
+    std::strftime(text, sizeof text, "%Y%m%d%H%M%SZ", &parts);
+    ASN1_TIME_set_string_X509(field, text);
+}
+
+std::string certificate_for(EVP_PKEY* key, const char* common_name, long long from, long long to,
                             EVP_PKEY* issuer_key = nullptr, const EVP_MD* digest = EVP_sha256()) {
     std::unique_ptr<X509, decltype(&X509_free)> certificate(X509_new(), X509_free);
     X509_set_version(certificate.get(), 2);
     ASN1_INTEGER_set(X509_get_serialNumber(certificate.get()), 0x1234);
-    time_t base = static_cast<time_t>(now);
-    X509_time_adj(X509_getm_notBefore(certificate.get()), from, &base);
-    X509_time_adj(X509_getm_notAfter(certificate.get()), to, &base);
+    set_time(X509_getm_notBefore(certificate.get()), now + from);
+    set_time(X509_getm_notAfter(certificate.get()), now + to);
     X509_NAME* name = X509_get_subject_name(certificate.get());
     X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_UTF8,
                                reinterpret_cast<const unsigned char*>(common_name), -1, -1, 0);
@@ -105,6 +116,24 @@ TEST(X509Certificate, EveryWayAPairCanBeWrong) {
     EXPECT_EQ(problem_of(encrypted + current), pair_problem::no_key);
 }
 
+// Past 2038-01-19 seconds need more than 32 bits: a certificate for the
+// 2040s is neither wrapped into the past nor taken before its time.
+TEST(X509Certificate, ValidityAfter2038IsKeptWhole) {
+    const key_ptr key = new_key();
+    const long long in_2040 = 2208988800;  // 2040-01-01T00:00:00
+    const long long in_2050 = 2524608000;  // 2050-01-01T00:00:00
+    const std::string pem =
+        key_pem(key.get()) + certificate_for(key.get(), "bmc", in_2040 - now, in_2050 - now);
+    certificate_pair pair;
+    EXPECT_EQ(read_certificate_pair(pem, now, pair), pair_problem::expired);
+    EXPECT_EQ(read_certificate_pair(pem, in_2040 + day, pair), pair_problem::none);
+    EXPECT_EQ(read_certificate_pair(pem, in_2050 + day, pair), pair_problem::expired);
+    const auto properties = certificate_properties(pem);
+    ASSERT_TRUE(properties);
+    EXPECT_EQ(properties->at("ValidNotBefore"), "2040-01-01T00:00:00+00:00");
+    EXPECT_EQ(properties->at("ValidNotAfter"), "2050-01-01T00:00:00+00:00");
+}
+
 TEST(X509Certificate, PropertiesOfTheFirstCertificate) {
     const key_ptr key = new_key();
     const auto properties = certificate_properties(certificate_for(key.get(), "bmc.rack7", 0, day) +
@@ -150,14 +179,18 @@ namespace {
 
 using request_ptr = std::unique_ptr<X509_REQ, decltype(&X509_REQ_free)>;
 
+std::unique_ptr<BIO, decltype(&BIO_free)> memory_bio(const std::string& pem) {
+    return {BIO_new_mem_buf(pem.data(), static_cast<int>(pem.size())), BIO_free};
+}
+
 request_ptr read_request(const std::string& pem) {
-    std::unique_ptr<BIO, decltype(&BIO_free)> in(BIO_new_mem_buf(pem.data(), pem.size()), BIO_free);
-    return request_ptr(PEM_read_bio_X509_REQ(in.get(), nullptr, nullptr, nullptr), X509_REQ_free);
+    return request_ptr(PEM_read_bio_X509_REQ(memory_bio(pem).get(), nullptr, nullptr, nullptr),
+                       X509_REQ_free);
 }
 
 key_ptr read_key(const std::string& pem) {
-    std::unique_ptr<BIO, decltype(&BIO_free)> in(BIO_new_mem_buf(pem.data(), pem.size()), BIO_free);
-    return key_ptr(PEM_read_bio_PrivateKey(in.get(), nullptr, nullptr, nullptr), EVP_PKEY_free);
+    return key_ptr(PEM_read_bio_PrivateKey(memory_bio(pem).get(), nullptr, nullptr, nullptr),
+                   EVP_PKEY_free);
 }
 
 }  // namespace
