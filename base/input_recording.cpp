@@ -80,10 +80,10 @@ void note_input(const std::string& path, const file_version& version) {
 
 void note_unversioned_input() { current().reusable = false; }
 
-void note_input_expiry(long when) {
+void note_input_expiry(long long when) {
     recording_state& state = current();
     if (!state.active) return;
-    long& until = state.inputs.valid_until;
+    long long& until = state.inputs.valid_until;
     if (until == 0 || when < until) until = when;
 }
 

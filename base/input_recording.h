@@ -21,7 +21,7 @@ struct file_input {
 struct recorded_inputs {
     std::vector<file_input> files;
     St_GlobalVar global{};
-    long valid_until = 0;  // lx_time_get() seconds; 0: no step is scheduled
+    long long valid_until = 0;  // lx_time_get() seconds; 0: no step is scheduled
 
     // Has the files watched from now on, so that unchanged() need not look
     // at each; false when they already changed since they were read.
@@ -62,7 +62,7 @@ void note_input(const std::string& path, const file_version& version);
 void note_unversioned_input();
 // For state that changes by itself at a known time (a scheduled power
 // step): what was read holds until then (lx_time_get() seconds).
-void note_input_expiry(long when);
+void note_input_expiry(long long when);
 // For readers that do not keep a cache of their own: notes path at its
 // present version while a recording is on.
 void note_input_file(const std::string& path);

@@ -51,7 +51,7 @@ int GetClientIP(char* buffer, int length);
 int LibSaveSysEvtLog(int event_code, int argument, const char* text);
 
 // Seconds since the epoch, as the BMC keeps time.
-long lx_time_get(void);
+long long lx_time_get(void);
 
 }  // extern "C"
 

@@ -41,8 +41,8 @@ struct TaskInfo {
     int id;
     char name[TASK_NAME_MAX + 1];
     int state;
-    long start_time;
-    long end_time;  // 0 while the task has not ended
+    long long start_time;
+    long long end_time;  // 0 while the task has not ended
     int percent;
     int hide_payload;
     char monitor_id[TASK_MONITOR_ID_MAX + 1];

@@ -19,7 +19,7 @@ void log_failed_authentication(const std::string& text) {
     address[sizeof address - 1] = '\0';
     const std::string source = address;
     const std::string subject = ("log:" + source).substr(0, MAX_BAD_PWD_SUBJECT_LEN);
-    const long now = lx_time_get();
+    const long long now = lx_time_get();
     const int counted = AddBadPwdRecords(subject.c_str(), now, now - failure_log_period + 1);
     if (counted < 0 || counted <= max_logged_failures) {
         LibSaveSysEvtLog(event_failed_login, 0, text.c_str());

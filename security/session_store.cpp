@@ -112,13 +112,15 @@ bool write_record(const St_RedfishSession& record) {
         std::string_view(reinterpret_cast<const char*>(&record), sizeof record), 0600);
 }
 
-long last_use(const St_RedfishSession& record) { return std::strtol(record.last_use, nullptr, 10); }
-
-void set_last_use(St_RedfishSession& record, long now) {
-    std::snprintf(record.last_use, sizeof record.last_use, "%ld", now);
+long long last_use(const St_RedfishSession& record) {
+    return std::strtoll(record.last_use, nullptr, 10);
 }
 
-bool expired(const St_RedfishSession& record, long now, long timeout) {
+void set_last_use(St_RedfishSession& record, long long now) {
+    std::snprintf(record.last_use, sizeof record.last_use, "%lld", now);
+}
+
+bool expired(const St_RedfishSession& record, long long now, long timeout) {
     return now - last_use(record) > timeout;
 }
 
@@ -203,7 +205,7 @@ enum class record_check { unknown, ended, usable };
 
 // Whether a whole record lets its token in; follows the account's privilege.
 record_check check_record(std::optional<St_RedfishSession>& record, const std::string& token,
-                          long now, long timeout) {
+                          long long now, long timeout) {
     if (!record || CRYPTO_memcmp(record->token, token.data(), SESSION_TOKEN_LEN) != 0)
         return record_check::unknown;
     if (expired(*record, now, timeout) || !follow_account(*record)) return record_check::ended;
@@ -241,7 +243,7 @@ void remove_unrecorded_directories(const std::vector<St_RedfishSession>& records
 }
 
 void sweep_locked(long timeout) {
-    const long now = lx_time_get();
+    const long long now = lx_time_get();
     remove_litter();
     std::vector<St_RedfishSession> kept;
     for (St_RedfishSession& record : all_records()) {
@@ -348,7 +350,7 @@ std::optional<opened_session> open_session(const session_owner& owner, session_r
 std::optional<St_RedfishSession> validate_token(const std::string& token) {
     if (!well_formed_token(token)) return std::nullopt;
     const long timeout = sessionserviceconfig::session_timeout();
-    const long now = lx_time_get();
+    const long long now = lx_time_get();
     const std::string path = record_path(token);
     // Records are replaced by a rename, so a reader sees a whole one without
     // the lock; only a change (the last use, once a second, or the end of

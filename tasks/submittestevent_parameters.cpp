@@ -60,7 +60,7 @@ const std::vector<std::string_view>& test_event_severities() {
 
 test_event read_test_event(const boost::json::object& parameters, result_record& result) {
     test_event event;
-    const long now = lx_time_get();
+    const long long now = lx_time_get();
     event.event_id = "TestEvent-" + std::to_string(now);
     event.event_timestamp = platform::utc_timestamp(now);
     for (const auto& [name, value] : parameters) {

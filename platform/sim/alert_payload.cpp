@@ -2,6 +2,8 @@
 
 #include <ctime>
 
+#include "platform/libipmi.h"
+
 namespace platform::sim {
 namespace {
 
@@ -9,7 +11,7 @@ std::string text(const char* value) { return value ? value : ""; }
 
 std::string rfc2822_now() {
     char buffer[64];
-    std::time_t now = std::time(nullptr);
+    const std::time_t now = static_cast<std::time_t>(lx_time_get());
     std::tm utc{};
     gmtime_r(&now, &utc);
     std::strftime(buffer, sizeof buffer, "%a, %d %b %Y %H:%M:%S +0000", &utc);

@@ -132,7 +132,7 @@ int look(const operation& read) {
     if (!(state == stored)) return run(read);
     // What is read now changes by itself when a scheduled step comes due.
     for (long long due : {state.soft_off_at, state.power_on_at})
-        if (due != 0) note_input_expiry(static_cast<long>(due));
+        if (due != 0) note_input_expiry(due);
     return read(state, now, events);
 }
 

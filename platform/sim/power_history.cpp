@@ -182,7 +182,7 @@ extern "C" int PltPSU_GetPowerHistory(St_PowerSample* samples, int capacity, int
     platform::extend_power_history(history, *last_minute, host_on,
                                    platform::sample_watts(platform::host_load_watts()));
     // The week moves on, and gains a sample while the host is on, each minute.
-    platform::note_input_expiry(static_cast<long>((*last_minute + 2) * 60LL));
+    platform::note_input_expiry((*last_minute + 2) * 60LL);
     *count = static_cast<int>(std::min<std::size_t>(history.samples.size(), capacity));
     std::copy_n(history.samples.end() - *count, *count, samples);
     return PLT_OK;

@@ -49,7 +49,7 @@ std::shared_ptr<const raw_readings> stored_sensor_readings() {
     return readings;
 }
 
-int drift_step(uint32_t seed, uint8_t sensor_number, long second) {
+int drift_step(uint32_t seed, uint8_t sensor_number, long long second) {
     // splitmix64's finaliser: neighbouring seconds and sensors look unrelated.
     uint64_t mixed =
         (uint64_t{seed} << 32) ^ (uint64_t{sensor_number} << 40) ^ static_cast<uint64_t>(second);

@@ -30,7 +30,7 @@ struct raw_readings {
 std::shared_ptr<const raw_readings> stored_sensor_readings();
 
 // The offset in raw counts, -2..2, of a drifting reading in that second.
-int drift_step(uint32_t seed, uint8_t sensor_number, long second);
+int drift_step(uint32_t seed, uint8_t sensor_number, long long second);
 
 // Starts the drift with seed, or with none freezes the readings that are
 // not stored at their nominal values; false when the file cannot be written.

@@ -79,7 +79,7 @@ uint8_t current_raw(const St_SensorData& record, const sensor_snapshot& snapshot
     if (found != snapshot.stored->stored.end()) return found->second;
     const auto& seed = snapshot.stored->drift_seed;
     if (!seed || !snapshot.host_on || !is_threshold_sensor(record)) return record.nominal_reading;
-    long second = lx_time_get();
+    long long second = lx_time_get();
     platform::note_input_expiry(second + 1);
     int drifted =
         record.nominal_reading + platform::drift_step(*seed, record.sensor_number, second);

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "base/bmc_root.h"
+#include "platform/libipmi.h"
 #include "platform/libtask.h"
 #include "platform/sim/process_identity.h"
 #include "platform/sim/published_events.h"
@@ -42,11 +43,11 @@ bool write_store(const json::object& store) {
     return platform::sim::replace_file(store_file(), json::serialize(store), 0600);
 }
 
-long now() { return static_cast<long>(std::time(nullptr)); }
+long long now() { return lx_time_get(); }
 
-long number(const json::object& task, const char* key) {
+long long number(const json::object& task, const char* key) {
     const json::value* value = task.if_contains(key);
-    return value && value->is_int64() ? static_cast<long>(value->as_int64()) : 0;
+    return value && value->is_int64() ? value->as_int64() : 0;
 }
 
 std::string text(const json::object& task, const char* key) {
@@ -162,7 +163,7 @@ std::string new_monitor_id() {
 }
 
 json::object new_task(const char* name, const std::string& monitor_id) {
-    const long started = now();
+    const long long started = now();
     return {{"Name", std::string(name).substr(0, TASK_NAME_MAX)},
             {"State", TASK_STATE_NEW},
             {"StartTime", started},
@@ -181,11 +182,11 @@ json::object new_task(const char* name, const std::string& monitor_id) {
 size_t free_place(const json::array& tasks) {
     if (tasks.size() < TASK_STORE_CAPACITY) return tasks.size() + 1;
     size_t oldest = 0;
-    long oldest_end = 0;
+    long long oldest_end = 0;
     for (size_t index = 0; index < tasks.size(); ++index) {
         const json::object& task = tasks[index].as_object();
         if (!ended(static_cast<int>(number(task, "State")))) continue;
-        long end = number(task, "EndTime");
+        long long end = number(task, "EndTime");
         if (oldest == 0 || end < oldest_end) oldest = index + 1, oldest_end = end;
     }
     return oldest;

@@ -158,7 +158,7 @@ TEST_F(Authentication, NobodyOnTheNetworkLocksTheReservedAdministratorForEveryon
 TEST_F(Authentication, TheLockoutPolicyIsTheServices) {
     sim_testing::add_user(3, "bob", "Bob-pass1", PRIV_OPERATOR, true);
     const std::string subject = lockout_subject(3, "bob", "127.0.0.9");
-    const long now = lx_time_get();
+    const long long now = lx_time_get();
     // Failures older than CounterResetAfter no longer count.
     for (int old = 0; old < 4; ++old) AddBadPwdRecords(subject.c_str(), now - 61, 0);
     EXPECT_EQ(basic_status("bob", "wrong-pass"), 401);

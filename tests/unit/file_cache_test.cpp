@@ -251,12 +251,12 @@ TEST_F(FileCache, WorkOnFreshOrShiftingInputsIsNotReusable) {
 }
 
 TEST_F(FileCache, AnAnswerLastsUntilTheFirstScheduledStep) {
-    auto recorded = [](std::initializer_list<long> steps) {
+    auto recorded = [](std::initializer_list<long long> steps) {
         platform::input_recording recording;
-        for (long step : steps) platform::note_input_expiry(step);
+        for (long long step : steps) platform::note_input_expiry(step);
         return *recording.finish();
     };
-    const long now = lx_time_get();
+    const long long now = lx_time_get();
     EXPECT_TRUE(recorded({now + 100, now + 50}).unchanged());
     EXPECT_FALSE(recorded({now + 100, now}).unchanged());
 }

@@ -217,7 +217,7 @@ TEST_F(SensorState, DriftStaysInTheNormalRangeAndExpiresEachSecond) {
     EXPECT_EQ(run({"sensors", "drift", "7"}), bmcsim::exit_ok);
     set_value("FAN2", 400);
     std::set<int> steps;
-    for (long second = 1000; second < 1060; ++second)
+    for (long long second = 1000; second < 1060; ++second)
         steps.insert(platform::drift_step(7, sensor("CPU1 Temp").sensor_number, second));
     EXPECT_EQ(steps, (std::set<int>{-2, -1, 0, 1, 2}));
     EXPECT_NE(platform::drift_step(7, 1, 1000) * 5 + platform::drift_step(7, 1, 1001),
@@ -228,7 +228,7 @@ TEST_F(SensorState, DriftStaysInTheNormalRangeAndExpiresEachSecond) {
     ASSERT_TRUE(platform::clear_raw_reading(sensor("FAN2").sensor_number));
     const St_SensorData& cpu = sensor("CPU1 Temp");  // a signed reading, far from thresholds
     uint8_t raw = 0;
-    long second = 0;
+    long long second = 0;
     for (int attempt = 0; attempt < 3 && second != lx_time_get(); ++attempt) {
         second = lx_time_get();
         ASSERT_EQ(UtilGetSensorReading(cpu.sensor_number, &raw), PLT_OK);

@@ -12,14 +12,14 @@ namespace bmcsim {
 namespace {
 
 const area* const areas[] = {
-    &state_area,     &eventlog_area, &crashdump_area, &users_area,       &directory_area,
-    &lockdown_area,  &hostif_area,   &snmp_area,      &power_area,       &sensors_area,
-    &fru_area,       &smbios_area,   &bios_area,      &boot_area,        &storage_area,
-    &board_area,     &alerts_area,   &bmc_area,       &lan_area,         &vmedia_area,
-    &serial_area,    &nics_area,     &tasks_area,     &firmware_area,    &pcie_area,
-    &telemetry_area, &dumps_area,    &ntp_area,       &syslog_area,      &ipfilter_area,
-    &kcs_area,       &memory_area,   &vlans_area,     &nodemanager_area, &console_area,
-    &fans_area,      &postcodes_area};
+    &state_area,     &eventlog_area,  &crashdump_area, &users_area,       &directory_area,
+    &lockdown_area,  &hostif_area,    &snmp_area,      &power_area,       &sensors_area,
+    &fru_area,       &smbios_area,    &bios_area,      &boot_area,        &storage_area,
+    &board_area,     &alerts_area,    &bmc_area,       &lan_area,         &vmedia_area,
+    &serial_area,    &nics_area,      &tasks_area,     &firmware_area,    &pcie_area,
+    &telemetry_area, &dumps_area,     &ntp_area,       &syslog_area,      &ipfilter_area,
+    &kcs_area,       &memory_area,    &vlans_area,     &nodemanager_area, &console_area,
+    &fans_area,      &postcodes_area, &clock_area};
 
 const area* find_area(const std::string& name) {
     for (const area* candidate : areas)

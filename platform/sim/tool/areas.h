@@ -59,6 +59,7 @@ int run_raid(const area& self, const arguments& words, std::ostream& out, std::o
 extern const area console_area;
 extern const area fans_area;
 extern const area postcodes_area;
+extern const area clock_area;
 
 // Runs "<area> <command> [args]" (the words after the options).
 int run(const arguments& words, std::ostream& out, std::ostream& err);
