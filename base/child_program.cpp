@@ -101,6 +101,9 @@ pid_t spawn_tied(launch& program, int input, int output) {
 
 child_program::child_program(const std::vector<std::string>& argv, lifetime tie) {
     launch program(argv);
+    // Known before any fork: a forked child (and posix_spawn under qemu-user,
+    // which emulates its vfork as a fork) could tell only by its exit status.
+    if (::access(program.program(), X_OK) != 0) return;
     int input[2];
     int output[2];
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, input) != 0) return;

@@ -1,6 +1,7 @@
 #!/bin/sh
 # Installs the Debian packages that building, running and testing need;
-# does nothing when they are all present.
+# does nothing when they are all present. With "armhf", also those of the
+# cross build for the BMC's 32-bit ARM and its run under emulation.
 set -eu
 
 packages="build-essential cmake pkg-config libfcgi-dev libboost1.81-dev
@@ -9,6 +10,9 @@ libssl-dev zlib1g-dev libcurl4-openssl-dev libsnmp-dev
 libgtest-dev clang-format lighttpd lighttpd-mod-openssl openssl python3-pytest
 python3-requests python3-jsonschema python3-cryptography python3-sushy redfishtool
 snmptrapd snmp python3-aiosmtpd python3-pyftpdlib wrk valgrind ansible"
+if [ "${1:-}" = armhf ]; then
+    packages="$packages crossbuild-essential-armhf mmdebstrap qemu-user-static binfmt-support"
+fi
 
 missing=""
 for package in $packages; do

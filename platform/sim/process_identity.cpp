@@ -11,11 +11,14 @@
 namespace platform::sim {
 namespace {
 
-// Field 22 of /proc/<pid>/stat, counted after the command's closing ")";
-// 0 for a process that is gone or only waits to be reaped (state Z).
+// Field 22 of the stat record of the process's main thread, counted after
+// the command's closing ")"; 0 for a process that is gone or only waits to
+// be reaped (state Z). The thread's record, not /proc/<pid>/stat: a program
+// run under qemu-user reads its own process record as qemu makes it up.
 unsigned long long start_time_of(pid_t pid) {
+    const std::string id = std::to_string(pid);
     std::string stat;
-    if (!read_file("/proc/" + std::to_string(pid) + "/stat", stat)) return 0;
+    if (!read_file("/proc/" + id + "/task/" + id + "/stat", stat)) return 0;
     size_t after_command = stat.rfind(')');
     if (after_command == std::string::npos) return 0;
     std::istringstream fields(stat.substr(after_command + 1));

@@ -39,17 +39,26 @@ ADMIN_USER = "admin"
 ADMIN_PASSWORD = "Adm1n-pass"
 
 
+# The interpreter that binfmt_misc starts an armhf program with (make
+# test-armhf): it puts itself and the program's path before the program's
+# own command line.
+ARM_EMULATOR = b"/usr/libexec/qemu-binfmt/arm-binfmt-P\0"
+
+
 def process_commands():
     """(pid, parent pid, command line with NUL separators) of every process
-    that is still there to read."""
+    that is still there to read, as the process was started."""
     for entry in filter(str.isdigit, os.listdir("/proc")):
         try:
             with open(f"/proc/{entry}/stat") as stat:
                 parent = int(stat.read().rsplit(")", 1)[1].split()[1])
             with open(f"/proc/{entry}/cmdline", "rb") as cmdline:
-                yield int(entry), parent, cmdline.read()
+                command = cmdline.read()
         except OSError:
             continue
+        if command.startswith(ARM_EMULATOR):
+            command = command.split(b"\0", 2)[2]
+        yield int(entry), parent, command
 
 
 class BmcInstance:
@@ -177,6 +186,22 @@ class BmcInstance:
         except OSError:
             return ""
 
+    def _end_leftover_programs(self):
+        """Kills the instance's programs that outlive lighttpd (a task's
+        worker and its helpers), so that none writes into the root as it is
+        removed; waits for them boundedly."""
+        prefix = self.root.encode() + b"/"
+        for _ in range(50):
+            leftover = [pid for pid, _, command in process_commands() if command.startswith(prefix)]
+            if not leftover:
+                return
+            for pid in leftover:
+                try:
+                    os.kill(pid, signal.SIGKILL)
+                except OSError:
+                    pass
+            time.sleep(0.1)
+
     def stop(self):
         if self.server.poll() is None:
             self.server.send_signal(signal.SIGTERM)
@@ -186,6 +211,7 @@ class BmcInstance:
                 self.server.kill()
                 self.server.wait()
         stale = [line for line in self.error_log().splitlines() if STALE_ANSWER in line]
+        self._end_leftover_programs()
         if self.mounted:
             subprocess.run(["umount", "-l", self.root], check=False)
         self.directory.cleanup()
