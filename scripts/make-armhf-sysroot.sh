@@ -23,6 +23,7 @@ mirror=${mirror:-http://deb.debian.org/debian}
 rm -rf "$sysroot"
 partial="$sysroot.partial"
 rm -rf "$partial"
+mkdir -p "$(dirname "$sysroot")"
 mmdebstrap --quiet --variant=apt --arch=armhf --components=main \
     --include="$(echo $packages | tr ' ' ',')" bookworm "$partial" \
     "deb $mirror bookworm main" "deb $mirror bookworm-updates main"
