@@ -3,6 +3,8 @@ bmcsim or by another process must reach the very next request of every
 process. The service re-reads any file changed within the last second, so
 the cases wait for the files to settle first: only then is the cache used."""
 
+import os
+import subprocess
 import time
 
 import pytest
@@ -11,6 +13,8 @@ import requests
 from bmc_instance import BmcInstance
 
 SYSTEM = "/redfish/v1/Systems/1"
+CERTIFICATE_VIEWS = ("/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates/1",
+                     "/redfish/v1/UpdateService/Oem/Tarnwright/SSLCert")
 # Enough requests that lighttpd gives each of the two processes some.
 ROUNDS = 8
 
@@ -100,4 +104,31 @@ def test_a_setting_rewritten_in_place_at_the_same_size_is_seen(bmc):
         bmc.write_setting("redfish.ini", "[Service]\nUnauthenticatedServiceRoot=%s\n" % open_root)
         for _ in range(ROUNDS):
             assert anonymous.get(bmc.url("/redfish/v1"), timeout=10).status_code == status
+        settle()
+
+
+def install_certificate(bmc, directory, name):
+    """A new key and certificate in the web server's file, put in place by
+    another process as the BMC's tools do: written aside, then renamed."""
+    key, cert = os.path.join(directory, name + ".key"), os.path.join(directory, name + ".crt")
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt",
+                    "ec_paramgen_curve:prime256v1", "-nodes", "-days", "30", "-subj", "/CN=" + name,
+                    "-keyout", key, "-out", cert], check=True, capture_output=True, timeout=30)
+    served = os.path.join(bmc.root, "etc", "ssl", "server.pem")
+    with open(served + ".new", "w") as pem, open(key) as key_text, open(cert) as cert_text:
+        pem.write(key_text.read() + cert_text.read())
+    os.chmod(served + ".new", 0o600)
+    os.replace(served + ".new", served)
+
+
+def test_a_certificate_replaced_by_another_process_is_shown_by_the_next_request(bmc, tmp_path):
+    admin = bmc.admin()
+    common_name = lambda body: body["Subject"]["CommonName"]
+    settle()
+    for path in CERTIFICATE_VIEWS:
+        assert every_answer(admin, bmc, path, common_name) == ["bmc.localdomain"] * ROUNDS
+    for name in ("one.rack7", "two.rack7"):
+        install_certificate(bmc, str(tmp_path), name)
+        for path in CERTIFICATE_VIEWS:
+            assert every_answer(admin, bmc, path, common_name) == [name] * ROUNDS
         settle()
