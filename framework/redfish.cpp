@@ -10,15 +10,18 @@
 namespace odata::redfish {
 namespace {
 
-std::string md5_hex(const std::string& text) {
+// The quoted MD5 of text. The digest is looked up once per process: each
+// implicit lookup costs as much as hashing a kilobyte.
+std::string quoted_md5(const std::string& text) {
+    static EVP_MD* const md5 = EVP_MD_fetch(nullptr, "MD5", nullptr);
     unsigned char digest[EVP_MAX_MD_SIZE];
     unsigned int length = 0;
-    EVP_Digest(text.data(), text.size(), digest, &length, EVP_md5(), nullptr);
+    EVP_Digest(text.data(), text.size(), digest, &length, md5, nullptr);
     static const char hex[] = "0123456789abcdef";
-    std::string result;
-    for (unsigned int i = 0; i < length; ++i) {
-        result += hex[digest[i] >> 4];
-        result += hex[digest[i] & 0x0f];
+    std::string result(2 * std::size_t{length} + 2, '"');
+    for (std::size_t i = 0; i < length; ++i) {
+        result[2 * i + 1] = hex[digest[i] >> 4];
+        result[2 * i + 2] = hex[digest[i] & 0x0f];
     }
     return result;
 }
@@ -28,6 +31,8 @@ std::string last_segment(const std::string& uri) {
     return trimmed.substr(trimmed.find_last_of('/') + 1);
 }
 
+constexpr std::size_t typical_properties = 24;
+
 }  // namespace
 
 redfish::redfish(request_context& context, std::string entity_type, std::string schema_version,
@@ -36,10 +41,12 @@ redfish::redfish(request_context& context, std::string entity_type, std::string 
       entity_type_(std::move(entity_type)),
       schema_version_(std::move(schema_version)),
       name_(std::move(name)),
-      uri_(std::move(uri)) {}
+      uri_(std::move(uri)),
+      // Room for a typical resource's properties, so that it never rehashes.
+      value_(typical_properties) {}
 
 void redfish::set(std::string_view name, boost::json::value property) {
-    value_[name] = std::move(property);
+    value_.insert_or_assign(name, std::move(property));
 }
 
 void redfish::set(std::string_view name, const char* text) { set(name, boost::json::value(text)); }
@@ -71,7 +78,7 @@ void redfish::set_members(const std::vector<std::string>& member_uris) {
 }
 
 const std::string& redfish::etag() {
-    if (etag_.empty()) etag_ = "\"" + md5_hex(body()) + "\"";
+    if (etag_.empty()) etag_ = quoted_md5(body());
     return etag_;
 }
 
@@ -99,8 +106,8 @@ void redfish::answer_success() {
 }
 
 boost::json::object link(std::string_view uri) {
-    boost::json::object object;
-    object["@odata.id"] = uri;
+    boost::json::object object(1);
+    object.emplace("@odata.id", uri);
     return object;
 }
 
