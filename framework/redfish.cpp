@@ -41,11 +41,12 @@ redfish::redfish(request_context& context, std::string entity_type, std::string 
       entity_type_(std::move(entity_type)),
       schema_version_(std::move(schema_version)),
       name_(std::move(name)),
-      uri_(std::move(uri)),
-      // Room for a typical resource's properties, so that it never rehashes.
-      value_(typical_properties) {}
+      uri_(std::move(uri)) {}
 
 void redfish::set(std::string_view name, boost::json::value property) {
+    // Room for a typical resource's properties, so that it never rehashes;
+    // taken at the first, since a reused answer sets none.
+    if (value_.empty()) value_.reserve(typical_properties);
     value_.insert_or_assign(name, std::move(property));
 }
 
