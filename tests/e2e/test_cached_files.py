@@ -15,6 +15,7 @@ from bmc_instance import BmcInstance
 SYSTEM = "/redfish/v1/Systems/1"
 CERTIFICATE_VIEWS = ("/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates/1",
                      "/redfish/v1/UpdateService/Oem/Tarnwright/SSLCert")
+RAID_DRIVE = "/redfish/v1/Chassis/HA-RAID.0.StorageEnclosure.0/Drives/Disk.Bay.1"
 # Enough requests that lighttpd gives each of the two processes some.
 ROUNDS = 8
 
@@ -132,3 +133,20 @@ def test_a_certificate_replaced_by_another_process_is_shown_by_the_next_request(
         for path in CERTIFICATE_VIEWS:
             assert every_answer(admin, bmc, path, common_name) == [name] * ROUNDS
         settle()
+
+
+def test_raid_drives_and_controllers_changed_by_bmcsim_reach_the_next_request(bmc):
+    admin = bmc.admin()
+    health = lambda body: body["Status"]["Health"]
+    bmc.bmcsim("storage", "set", "broadcom", "1")
+    settle()
+    assert every_answer(admin, bmc, RAID_DRIVE, health) == ["OK"] * ROUNDS
+    bmc.bmcsim("storage", "raid", "fail", "HA-RAID.0", "1")
+    assert every_answer(admin, bmc, RAID_DRIVE, health) == ["Critical"] * ROUNDS
+    settle()
+    bmc.bmcsim("storage", "raid", "replace", "HA-RAID.0", "1")
+    assert every_answer(admin, bmc, RAID_DRIVE, health) == ["OK"] * ROUNDS
+    settle()
+    bmc.bmcsim("storage", "set", "broadcom", "0")
+    for _ in range(ROUNDS):
+        assert admin.get(bmc.url(RAID_DRIVE), timeout=10).status_code == 404
