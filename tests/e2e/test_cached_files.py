@@ -16,6 +16,8 @@ SYSTEM = "/redfish/v1/Systems/1"
 CERTIFICATE_VIEWS = ("/redfish/v1/Managers/1/NetworkProtocol/HTTPS/Certificates/1",
                      "/redfish/v1/UpdateService/Oem/Tarnwright/SSLCert")
 RAID_DRIVE = "/redfish/v1/Chassis/HA-RAID.0.StorageEnclosure.0/Drives/Disk.Bay.1"
+TASKS = "/redfish/v1/TaskService/Tasks"
+SLOTS = "/redfish/v1/Chassis/1/PCIeSlots"
 # Enough requests that lighttpd gives each of the two processes some.
 ROUNDS = 8
 
@@ -150,3 +152,37 @@ def test_raid_drives_and_controllers_changed_by_bmcsim_reach_the_next_request(bm
     bmc.bmcsim("storage", "set", "broadcom", "0")
     for _ in range(ROUNDS):
         assert admin.get(bmc.url(RAID_DRIVE), timeout=10).status_code == 404
+
+
+def test_a_pcie_card_added_and_removed_by_bmcsim_reaches_the_next_request(bmc):
+    admin = bmc.admin()
+    slot_links = lambda body: [each.get("Links") for each in body["Slots"]]
+    settle()
+    before = every_answer(admin, bmc, SLOTS, slot_links)
+    empty = next(number for number, links in enumerate(before[0], 1) if links is None)
+    name = bmc.bmcsim("pcie", "add", "GPU", str(empty), "GPU-CACHE-01").strip()
+    added = {"PCIeDevice": [{"@odata.id": "/redfish/v1/Chassis/1/PCIeDevices/" + name}]}
+    for links in every_answer(admin, bmc, SLOTS, slot_links):
+        assert links[empty - 1] == added
+    settle()
+    bmc.bmcsim("pcie", "remove", name)
+    assert every_answer(admin, bmc, SLOTS, slot_links) == [before[0]] * ROUNDS
+
+
+def test_a_task_that_a_worker_runs_is_followed_by_every_process(bmc):
+    admin = bmc.admin()
+    count = lambda body: body["Members@odata.count"]
+    state = lambda body: body["TaskState"]
+    bmc.bmcsim("storage", "set", "broadcom", "1")
+    bmc.bmcsim("storage", "raid", "seconds", "erase", "1")
+    settle()
+    before = every_answer(admin, bmc, TASKS, count)
+    accepted = admin.post(bmc.url(RAID_DRIVE[:-1] + "4/Actions/Drive.SecureErase"), timeout=10)
+    assert accepted.status_code == 202, accepted.text
+    task = accepted.json()["Accepted"]["@Message.ExtendedInfo"][0]["MessageArgs"][0]
+    assert every_answer(admin, bmc, TASKS, count) == [before[0] + 1] * ROUNDS
+    for _ in range(100):
+        if set(every_answer(admin, bmc, task, state)) == {"Completed"}:
+            break
+        time.sleep(0.1)
+    assert every_answer(admin, bmc, task, state) == ["Completed"] * ROUNDS
