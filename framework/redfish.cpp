@@ -26,9 +26,19 @@ std::string quoted_md5(const std::string& text) {
     return result;
 }
 
-std::string last_segment(const std::string& uri) {
-    std::string trimmed = uri.substr(0, uri.find_last_not_of('/') + 1);
+std::string_view last_segment(std::string_view uri) {
+    const std::string_view trimmed = uri.substr(0, uri.find_last_not_of('/') + 1);
     return trimmed.substr(trimmed.find_last_of('/') + 1);
+}
+
+// "#Type.Type" for a collection, "#Type.v1_0_0.Type" otherwise; built in
+// one allocation, as every resource names its type.
+boost::json::string odata_type(std::string_view type, std::string_view version) {
+    boost::json::string text;
+    text.reserve(2 * type.size() + version.size() + 3);
+    text.append("#").append(type).append(".");
+    if (!version.empty()) text.append(version).append(".");
+    return text.append(type);
 }
 
 constexpr std::size_t typical_properties = 24;
@@ -62,12 +72,8 @@ void redfish::set(std::string_view name, std::string_view text) {
 
 void redfish::set_common_properties(std::string_view id) {
     set("@odata.id", uri_);
-    if (schema_version_.empty()) {
-        set("@odata.type", "#" + entity_type_ + "." + entity_type_);
-    } else {
-        set("@odata.type", "#" + entity_type_ + "." + schema_version_ + "." + entity_type_);
-        set("Id", id.empty() ? last_segment(uri_) : std::string(id));
-    }
+    set("@odata.type", boost::json::value(odata_type(entity_type_, schema_version_)));
+    if (!schema_version_.empty()) set("Id", id.empty() ? last_segment(uri_) : id);
     set("Name", name_);
 }
 
