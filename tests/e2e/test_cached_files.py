@@ -3,6 +3,7 @@ bmcsim or by another process must reach the very next request of every
 process. The service re-reads any file changed within the last second, so
 the cases wait for the files to settle first: only then is the cache used."""
 
+import json
 import os
 import subprocess
 import time
@@ -186,3 +187,30 @@ def test_a_task_that_a_worker_runs_is_followed_by_every_process(bmc):
             break
         time.sleep(0.1)
     assert every_answer(admin, bmc, task, state) == ["Completed"] * ROUNDS
+
+
+def replace_file(path, text):
+    """Written aside, then renamed: as the BIOS's programs hand over a file."""
+    with open(path + ".new", "w") as new:
+        new.write(text)
+    os.replace(path + ".new", path)
+
+
+def test_boot_settings_that_the_bios_hands_over_reach_the_next_request(bmc):
+    admin = bmc.admin()
+    boot = lambda body: (body["Boot"].get("BootOrder"), body["Boot"].get("HttpBootUri"))
+    settings = os.path.join(bmc.root, "nv", "bios", "bios_setting")
+    attributes = os.path.join(bmc.root, "tmp", "attributes.json")
+    try:
+        with open(attributes) as current:
+            document = json.load(current)
+    except FileNotFoundError:
+        document = {"Attributes": {}}
+    for order, uri in ((["Boot0001", "Boot0002"], "http://10.0.0.7/a.efi"),
+                       (["Boot0002", "Boot0001"], "http://10.0.0.8/b.efi")):
+        settle()
+        every_answer(admin, bmc, SYSTEM, boot)
+        replace_file(settings, "BootOrder=%s\nBootNext=\n" % ",".join(order))
+        document["Attributes"]["BootURI"] = uri
+        replace_file(attributes, json.dumps(document))
+        assert every_answer(admin, bmc, SYSTEM, boot) == [(order, uri)] * ROUNDS
