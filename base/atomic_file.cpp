@@ -15,6 +15,7 @@
 #include <system_error>
 
 #include "base/bmc_root.h"
+#include "base/request_epoch.h"
 #include "platform/libweb.h"
 
 namespace platform {
@@ -199,6 +200,7 @@ void roll_forward(const std::string& journal) {
 }  // namespace
 
 bool write_file_atomically(const std::string& path, std::string_view content, mode_t mode) {
+    renew_request_epoch();
     std::string temporary = write_temporary(path, content, mode);
     if (temporary.empty()) return false;
     if (::rename(temporary.c_str(), path.c_str()) != 0) {
@@ -236,6 +238,7 @@ bool staged_files::commit() {
         return !failed_;
     }
     finish_interrupted_commits();
+    renew_request_epoch();
     const std::string journal = write_journal();
     std::size_t renamed = 0;
     for (; !journal.empty() && renamed < files_.size(); ++renamed) {

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace platform {
@@ -64,10 +65,10 @@ std::optional<std::string> file_watch::watch_key(const std::string& path) {
 }
 
 std::optional<std::uint64_t> file_watch::watch(const std::vector<std::string>& paths,
-                                               std::vector<std::string>& keys) {
+                                               std::vector<const std::uint64_t*>& changes) {
     if (fd_ < 0) return std::nullopt;
     read_events();
-    keys.clear();
+    changes.clear();
     if (last_change_.size() + paths.size() > max_keys) {
         last_change_.clear();
         everything_changed_ = ++sequence_;
@@ -75,20 +76,18 @@ std::optional<std::uint64_t> file_watch::watch(const std::vector<std::string>& p
     for (const std::string& path : paths) {
         std::optional<std::string> key = watch_key(path);
         if (!key) return std::nullopt;
-        last_change_.emplace(*key, 0);
-        keys.push_back(std::move(*key));
+        changes.push_back(&last_change_.emplace(std::move(*key), 0).first->second);
     }
     return sequence_;
 }
 
-bool file_watch::changed_since(const std::vector<std::string>& keys, std::uint64_t since) {
+bool file_watch::changed_since(const std::vector<const std::uint64_t*>& changes,
+                               std::uint64_t since) {
     read_events();
+    // Checked first: past a clear the values of changes are gone.
     if (everything_changed_ > since) return true;
-    for (const std::string& key : keys) {
-        auto found = last_change_.find(key);
-        if (found == last_change_.end() || found->second > since) return true;
-    }
-    return false;
+    return std::any_of(changes.begin(), changes.end(),
+                       [since](const std::uint64_t* change) { return *change > since; });
 }
 
 void file_watch::read_events() {
@@ -121,14 +120,14 @@ void file_watch::read_events() {
 }
 
 bool watched_files::watch(const std::vector<std::string>& paths) {
-    since_ = file_watch::instance().watch(paths, keys_);
+    since_ = file_watch::instance().watch(paths, changes_);
     return watching();
 }
 
 bool watched_files::watch_also(const std::vector<std::string>& paths) {
-    std::vector<std::string> more;
+    std::vector<const std::uint64_t*> more;
     if (watching() && file_watch::instance().watch(paths, more)) {
-        keys_.insert(keys_.end(), more.begin(), more.end());
+        changes_.insert(changes_.end(), more.begin(), more.end());
         return true;
     }
     forget();
@@ -136,7 +135,7 @@ bool watched_files::watch_also(const std::vector<std::string>& paths) {
 }
 
 bool watched_files::unchanged() const {
-    return watching() && !file_watch::instance().changed_since(keys_, *since_);
+    return watching() && !file_watch::instance().changed_since(changes_, *since_);
 }
 
 }  // namespace platform

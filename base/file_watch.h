@@ -28,7 +28,9 @@ public:
     bool unchanged() const;
 
 private:
-    std::vector<std::string> keys_;  // one per file, as its directory's events name it
+    // One per file: when its directory's events last named it. Read only
+    // while nothing has cleared the table since, which counts as a change.
+    std::vector<const std::uint64_t*> changes_;
     std::optional<std::uint64_t> since_;
 };
 
@@ -51,12 +53,12 @@ private:
 
     file_watch();
     // Watches the files from now on; returns the moment to ask about later
-    // and fills keys (one per file, for changed_since), or returns none when
-    // one of them cannot be watched.
+    // and fills changes (one per file, for changed_since), or returns none
+    // when one of them cannot be watched.
     std::optional<std::uint64_t> watch(const std::vector<std::string>& paths,
-                                       std::vector<std::string>& keys);
-    // Whether a file of keys was (or may have been) changed after since.
-    bool changed_since(const std::vector<std::string>& keys, std::uint64_t since);
+                                       std::vector<const std::uint64_t*>& changes);
+    // Whether a file of changes was (or may have been) changed after since.
+    bool changed_since(const std::vector<const std::uint64_t*>& changes, std::uint64_t since);
 
     ~file_watch();
     void start_again();
@@ -66,8 +68,10 @@ private:
     int fd_;
     std::uint64_t sequence_ = 0;  // counts the changes seen
     std::uint64_t everything_changed_ = 0;
-    std::unordered_map<int, std::string> directories_;            // by watch descriptor
-    std::unordered_map<std::string, std::uint64_t> last_change_;  // by key: 0 for none yet
+    std::unordered_map<int, std::string> directories_;  // by watch descriptor
+    // By key: 0 for none yet. Its values stay in place until it is cleared,
+    // which makes every watcher's moment count as changed.
+    std::unordered_map<std::string, std::uint64_t> last_change_;
 };
 
 }  // namespace platform

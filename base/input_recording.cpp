@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "base/file_watch.h"
+#include "base/request_epoch.h"
 
 namespace platform {
 namespace {
@@ -46,6 +47,8 @@ bool recorded_inputs::unchanged() const {
 }
 
 input_recording::input_recording() {
+    // What was kept before the recording would go unnoted.
+    renew_request_epoch();
     recording_state& state = current();
     state = recording_state();
     state.active = true;

@@ -1,6 +1,6 @@
 #include "framework/device_uuid.h"
 
-#include <cstdio>
+#include <cstddef>
 
 #include "platform/device_guid.h"
 
@@ -9,11 +9,15 @@ namespace odata::redfish {
 std::string device_uuid_text() {
     unsigned char guid[16];
     if (GetDeviceGUID(guid) != 0) return {};
-    char text[37];
-    std::snprintf(text, sizeof text,
-                  "%02x%02x%02x%02x-%02x%02x-%02x%02x-%02x%02x-%02x%02x%02x%02x%02x%02x", guid[0],
-                  guid[1], guid[2], guid[3], guid[4], guid[5], guid[6], guid[7], guid[8], guid[9],
-                  guid[10], guid[11], guid[12], guid[13], guid[14], guid[15]);
+    static const char hex[] = "0123456789abcdef";
+    std::string text;
+    text.reserve(36);
+    for (std::size_t i = 0; i < sizeof guid; ++i) {
+        // 8-4-4-4-12 digits
+        if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
+        text += hex[guid[i] >> 4];
+        text += hex[guid[i] & 0x0f];
+    }
     return text;
 }
 

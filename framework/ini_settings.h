@@ -51,6 +51,33 @@ private:
     mutable platform::file_cache<boost::property_tree::ptree> cache_;
 };
 
+// One value of a settings file, converted once per version of the file:
+// for the settings that every request reads.
+template <class T>
+class kept_setting {
+public:
+    kept_setting(const ini_settings& file, std::string key, T fallback)
+        : file_(file), key_(std::move(key)), fallback_(std::move(fallback)) {}
+
+    T get() const {
+        std::shared_ptr<const boost::property_tree::ptree> settings = file_.snapshot();
+        std::lock_guard<std::mutex> hold(mutex_);
+        if (settings != read_from_) {
+            value_ = settings->get<T>(key_, fallback_);
+            read_from_ = std::move(settings);
+        }
+        return value_;
+    }
+
+private:
+    const ini_settings& file_;
+    std::string key_;
+    T fallback_;
+    mutable std::mutex mutex_;
+    mutable std::shared_ptr<const boost::property_tree::ptree> read_from_;
+    mutable T value_{};
+};
+
 // Holds the locks of several settings files, taken in the order given
 // (callers list files in one fixed order, so that no two wait on each other).
 class settings_lock {

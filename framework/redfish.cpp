@@ -10,23 +10,38 @@
 namespace odata::redfish {
 namespace {
 
-std::string md5_hex(const std::string& text) {
+// The quoted MD5 of text. The digest is looked up once per process: each
+// implicit lookup costs as much as hashing a kilobyte.
+std::string quoted_md5(const std::string& text) {
+    static EVP_MD* const md5 = EVP_MD_fetch(nullptr, "MD5", nullptr);
     unsigned char digest[EVP_MAX_MD_SIZE];
     unsigned int length = 0;
-    EVP_Digest(text.data(), text.size(), digest, &length, EVP_md5(), nullptr);
+    EVP_Digest(text.data(), text.size(), digest, &length, md5, nullptr);
     static const char hex[] = "0123456789abcdef";
-    std::string result;
-    for (unsigned int i = 0; i < length; ++i) {
-        result += hex[digest[i] >> 4];
-        result += hex[digest[i] & 0x0f];
+    std::string result(2 * std::size_t{length} + 2, '"');
+    for (std::size_t i = 0; i < length; ++i) {
+        result[2 * i + 1] = hex[digest[i] >> 4];
+        result[2 * i + 2] = hex[digest[i] & 0x0f];
     }
     return result;
 }
 
-std::string last_segment(const std::string& uri) {
-    std::string trimmed = uri.substr(0, uri.find_last_not_of('/') + 1);
+std::string_view last_segment(std::string_view uri) {
+    const std::string_view trimmed = uri.substr(0, uri.find_last_not_of('/') + 1);
     return trimmed.substr(trimmed.find_last_of('/') + 1);
 }
+
+// "#Type.Type" for a collection, "#Type.v1_0_0.Type" otherwise; built in
+// one allocation, as every resource names its type.
+boost::json::string odata_type(std::string_view type, std::string_view version) {
+    boost::json::string text;
+    text.reserve(2 * type.size() + version.size() + 3);
+    text.append("#").append(type).append(".");
+    if (!version.empty()) text.append(version).append(".");
+    return text.append(type);
+}
+
+constexpr std::size_t typical_properties = 24;
 
 }  // namespace
 
@@ -39,7 +54,10 @@ redfish::redfish(request_context& context, std::string entity_type, std::string 
       uri_(std::move(uri)) {}
 
 void redfish::set(std::string_view name, boost::json::value property) {
-    value_[name] = std::move(property);
+    // Room for a typical resource's properties, so that it never rehashes;
+    // taken at the first, since a reused answer sets none.
+    if (value_.empty()) value_.reserve(typical_properties);
+    value_.insert_or_assign(name, std::move(property));
 }
 
 void redfish::set(std::string_view name, const char* text) { set(name, boost::json::value(text)); }
@@ -54,12 +72,8 @@ void redfish::set(std::string_view name, std::string_view text) {
 
 void redfish::set_common_properties(std::string_view id) {
     set("@odata.id", uri_);
-    if (schema_version_.empty()) {
-        set("@odata.type", "#" + entity_type_ + "." + entity_type_);
-    } else {
-        set("@odata.type", "#" + entity_type_ + "." + schema_version_ + "." + entity_type_);
-        set("Id", id.empty() ? last_segment(uri_) : std::string(id));
-    }
+    set("@odata.type", boost::json::value(odata_type(entity_type_, schema_version_)));
+    if (!schema_version_.empty()) set("Id", id.empty() ? last_segment(uri_) : id);
     set("Name", name_);
 }
 
@@ -71,7 +85,7 @@ void redfish::set_members(const std::vector<std::string>& member_uris) {
 }
 
 const std::string& redfish::etag() {
-    if (etag_.empty()) etag_ = "\"" + md5_hex(body()) + "\"";
+    if (etag_.empty()) etag_ = quoted_md5(body());
     return etag_;
 }
 
@@ -99,8 +113,8 @@ void redfish::answer_success() {
 }
 
 boost::json::object link(std::string_view uri) {
-    boost::json::object object;
-    object["@odata.id"] = uri;
+    boost::json::object object(1);
+    object.emplace("@odata.id", uri);
     return object;
 }
 

@@ -161,11 +161,19 @@ std::string schema_type(const schema_file& schema) {
     return "#" + name + "." + std::string(schema.version) + "." + name;
 }
 
+// Built in one allocation: every answer's headers name a schema.
 std::string schema_uri(const schema_file& schema) {
-    if (schema.json_published) return "/redfish/v1/JsonSchemas/" + std::string(schema.name);
-    std::string uri = "http://redfish.dmtf.org/schemas/v1/" + std::string(schema.name);
-    if (!schema.version.empty()) uri += "." + std::string(schema.version);
-    return uri + ".json";
+    constexpr std::string_view published = "/redfish/v1/JsonSchemas/";
+    constexpr std::string_view dmtf = "http://redfish.dmtf.org/schemas/v1/";
+    std::string uri;
+    if (schema.json_published) {
+        uri.reserve(published.size() + schema.name.size());
+        return uri.append(published).append(schema.name);
+    }
+    uri.reserve(dmtf.size() + schema.name.size() + schema.version.size() + 6);
+    uri.append(dmtf).append(schema.name);
+    if (!schema.version.empty()) uri.append(".").append(schema.version);
+    return uri.append(".json");
 }
 
 }  // namespace odata::redfish

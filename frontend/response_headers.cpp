@@ -2,6 +2,8 @@
 
 #include <array>
 #include <iostream>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "frontend/exception_http.h"
@@ -17,6 +19,9 @@ constexpr std::pair<response_header, std::string_view> header_names[] = {
     {response_header::retry_after, "Retry-After"},
     {response_header::content_disposition, "Content-Disposition"},
 };
+
+// Room for a typical block, so that it is built in one allocation.
+constexpr std::size_t header_block_bytes = 512;
 
 constexpr std::pair<int, std::string_view> method_names[] = {
     {GET, "GET"}, {PATCH, "PATCH"}, {POST, "POST"}, {PUT, "PUT"}, {DELETE, "DELETE"}};
@@ -37,40 +42,43 @@ std::string method_list(unsigned methods) {
     return list;
 }
 
-void write_resource_headers(const resource_headers& resource) {
-    if (resource.allowed_methods)
-        std::cout << "Allow: " << method_list(resource.allowed_methods) << "\r\n";
-    if (!resource.schema_uri.empty())
-        std::cout << "Link: <" << resource.schema_uri << ">; rel=describedby\r\n";
-    if (resource.allowed_methods) std::cout << "Cache-Control: no-cache\r\n";
-    if (!resource.etag.empty()) std::cout << "ETag: " << resource.etag << "\r\n";
+void add_header(std::string& block, std::string_view name, std::string_view value) {
+    block.append(name).append(": ").append(value).append("\r\n");
 }
 
-void write_origin() {
+void add_resource_headers(std::string& block, const resource_headers& resource) {
+    if (resource.allowed_methods) add_header(block, "Allow", method_list(resource.allowed_methods));
+    if (!resource.schema_uri.empty())
+        block.append("Link: <").append(resource.schema_uri).append(">; rel=describedby\r\n");
+    if (resource.allowed_methods) block.append("Cache-Control: no-cache\r\n");
+    if (!resource.etag.empty()) add_header(block, "ETag", resource.etag);
+}
+
+void add_origin(std::string& block) {
     char origin[1025] = {};
     if (get_cgi_env("HTTP_ORIGIN", origin, 1024) >= 0)
-        std::cout << "Access-Control-Allow-Origin: " << origin << "\r\n";
+        add_header(block, "Access-Control-Allow-Origin", origin);
 }
 
-void write_content_headers(std::size_t length, body_kind kind) {
-    if (kind != body_kind::none) std::cout << "Content-Length: " << length << "\r\n";
+void add_content_headers(std::string& block, std::size_t length, body_kind kind) {
+    if (kind != body_kind::none) add_header(block, "Content-Length", std::to_string(length));
     switch (kind) {
         case body_kind::none:
-            std::cout << "OData-Version: 4.0\r\n";
+            block.append("OData-Version: 4.0\r\n");
             break;
         case body_kind::empty:
             break;
         case body_kind::json:
-            std::cout << "OData-Version: 4.0\r\nContent-Type: application/json; charset=UTF-8\r\n";
+            block.append("OData-Version: 4.0\r\nContent-Type: application/json; charset=UTF-8\r\n");
             break;
         case body_kind::xml:
-            std::cout << "Content-Type: application/xml\r\n";
+            block.append("Content-Type: application/xml\r\n");
             break;
         case body_kind::attachment:
-            std::cout << "Content-Type: application/octet-stream\r\nCache-Control: no-store\r\n";
+            block.append("Content-Type: application/octet-stream\r\nCache-Control: no-store\r\n");
             break;
     }
-    std::cout << "\r\n";
+    block.append("\r\n");
 }
 
 }  // namespace
@@ -85,15 +93,19 @@ void set_response_header(response_header header, std::string value) {
     kept_headers()[static_cast<size_t>(header)] = std::move(value);
 }
 
+// Written in one piece: the stream passes each write on to the server.
 void write_header_block(std::size_t length, body_kind kind, const resource_headers& resource) {
+    std::string block;
+    block.reserve(header_block_bytes);
     for (const auto& [header, name] : header_names) {
         std::string& value = kept_headers()[static_cast<size_t>(header)];
-        if (!value.empty()) std::cout << name << ": " << value << "\r\n";
+        if (!value.empty()) add_header(block, name, value);
         value.clear();
     }
-    write_resource_headers(resource);
-    write_origin();
-    write_content_headers(length, kind);
+    add_resource_headers(block, resource);
+    add_origin(block);
+    add_content_headers(block, length, kind);
+    std::cout << block;
 }
 
 void throw_method_not_allowed(unsigned allowed_methods) {

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <iostream>
 
+#include "base/request_epoch.h"
 #include "frontend/process_memory.h"
 #include "frontend/request_context.h"
 #include "frontend/response_stream.h"
@@ -68,6 +69,7 @@ int run_service(request_server serve_request) {
         }
         // The flag is this process's own: a re-initialised block lost it.
         if (GlobalParaCheck() != 0) at_p_St_GlobalVar->fcgi_mode = 1;
+        platform::start_request_epoch();
         return_free_memory(serve(request, serve_request));
         if (stop_requested()) {
             GlobalParaFin();

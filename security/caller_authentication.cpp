@@ -55,7 +55,9 @@ void authenticate_caller(request_context& context) {
 
 bool open_reads_allowed() {
     static const ini_settings service_settings("/nv/redfish/redfish.ini");
-    return service_settings.get<int>("Service.UnauthenticatedServiceRoot", 0) == 1;
+    static const kept_setting<int> open_root(service_settings, "Service.UnauthenticatedServiceRoot",
+                                             0);
+    return open_root.get() == 1;
 }
 
 }  // namespace odata::redfish

@@ -13,7 +13,9 @@ const ini_settings& settings_file() {
 }  // namespace
 
 long sessionserviceconfig::session_timeout() {
-    return settings_file().get<long>("SessionService.SessionTimeout", default_session_timeout);
+    static const kept_setting<long> timeout(settings_file(), "SessionService.SessionTimeout",
+                                            default_session_timeout);
+    return timeout.get();
 }
 
 bool sessionserviceconfig::service_enabled() {

@@ -51,12 +51,10 @@ sslcert::sslcert(request_context& context)
               "SSL Certificate", ssl_cert_uri) {}
 
 int sslcert::get(request_context&) {
-    const std::optional<boost::json::object> properties =
-        certificate_properties(served_certificate());
-    if (!properties) throw_http_error(500, "Base.1.10.InternalError");
+    const shown_certificate& shown = served_certificate_shown();
     set_common_properties();
     set("Description", "The HTTPS certificate of the BMC's web server");
-    for (const auto& [name, value] : *properties) set(name, value);
+    for (const auto& [name, value] : shown.properties) set(name, value);
     set("Actions", boost::json::object{{"#TwrSSLCert.Upload", {{"target", ssl_cert_upload_uri}}}});
     return 0;
 }

@@ -51,7 +51,7 @@ bool set_hii_supported(bool supported) {
 }
 
 std::vector<std::string> pending_boot_order() {
-    std::string joined = sim::read_state_ini(bios_config_file()).get("HII.BootOrder", "");
+    std::string joined = sim::stored_state_ini(bios_config_file())->get("HII.BootOrder", "");
     std::vector<std::string> order;
     if (!joined.empty()) boost::algorithm::split(order, joined, [](char c) { return c == ','; });
     return order;
@@ -60,7 +60,8 @@ std::vector<std::string> pending_boot_order() {
 }  // namespace platform
 
 extern "C" int isNewHIISupport(void) {
-    return platform::sim::read_state_ini(platform::bios_config_file()).get("HII.Supported", 1) != 0
+    return platform::sim::stored_state_ini(platform::bios_config_file())->get("HII.Supported", 1) !=
+                   0
                ? 1
                : 0;
 }

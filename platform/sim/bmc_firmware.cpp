@@ -58,15 +58,15 @@ bool set_bmc_firmware_version(const std::string& version) {
 }
 
 long long bmc_reset_count() {
-    return sim::read_state_ini(bmc_settings_file()).get("Reset.Count", 0LL);
+    return sim::stored_state_ini(bmc_settings_file())->get("Reset.Count", 0LL);
 }
 
 }  // namespace platform
 
 extern "C" int UtilGetBmcFwVersion(char* version, int size) {
     if (!version || size <= 0) return PLT_ERR_ARGUMENT;
-    const std::string stored = platform::sim::read_state_ini(platform::bmc_settings_file())
-                                   .get("Firmware.Version", std::string(default_version));
+    const std::string stored = platform::sim::stored_state_ini(platform::bmc_settings_file())
+                                   ->get("Firmware.Version", std::string(default_version));
     const std::size_t length = std::min(stored.size(), static_cast<std::size_t>(size - 1));
     std::memcpy(version, stored.data(), length);
     version[length] = '\0';

@@ -18,5 +18,5 @@ bool set_board_node_type(int node_type) {
 }  // namespace platform
 
 extern "C" int GetQuillonType(void) {
-    return platform::sim::read_state_ini(platform::board_type_file()).get("Board.NodeType", 0);
+    return platform::sim::stored_state_ini(platform::board_type_file())->get("Board.NodeType", 0);
 }

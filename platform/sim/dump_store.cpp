@@ -113,7 +113,7 @@ const char* dump_file_name(int kind) { return known_kind(kind) ? file_names[kind
 
 long long dump_store_limit() {
     const long long limit =
-        read_state_ini(dump_settings_file()).get<long long>("Store.LimitBytes", 0);
+        stored_state_ini(dump_settings_file())->get<long long>("Store.LimitBytes", 0);
     return limit >= min_dump_store_limit && limit <= max_dump_store_limit
                ? limit
                : default_dump_store_limit;
@@ -128,7 +128,7 @@ bool set_dump_store_limit(long long bytes) {
 }
 
 bool dump_generation_held() {
-    return read_state_ini(dump_settings_file()).get<int>("Generation.Hold", 0) == 1;
+    return stored_state_ini(dump_settings_file())->get<int>("Generation.Hold", 0) == 1;
 }
 
 bool set_dump_generation_held(bool held) {
@@ -188,7 +188,7 @@ int DumpGetInfo(int kind, DumpInfo* info) {
 int DumpIsGenerating(int kind) {
     if (!known_kind(kind)) return 0;
     const auto holder =
-        read_state_ini(dump_settings_file()).get_optional<std::string>(claim_key(kind));
+        stored_state_ini(dump_settings_file())->get_optional<std::string>(claim_key(kind));
     return holder && claim_in_progress(*holder) ? 1 : 0;
 }
 

@@ -103,8 +103,8 @@ std::string firmware_version(int device) {
     char bmc_version[64] = {};
     if (device == FW_DEVICE_BMC && UtilGetBmcFwVersion(bmc_version, sizeof bmc_version) == PLT_OK)
         return bmc_version;
-    return read_state_ini(versions_file())
-        .get<std::string>(std::string(found->name) + ".Version", found->first_version);
+    return stored_state_ini(versions_file())
+        ->get<std::string>(std::string(found->name) + ".Version", found->first_version);
 }
 
 bool store_firmware_version(int device, const std::string& version) {

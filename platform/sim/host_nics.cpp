@@ -37,8 +37,8 @@ constexpr int adapter_count = static_cast<int>(std::size(adapters));
 std::string link_key(int port_number) { return "Port" + std::to_string(port_number) + ".Link"; }
 
 bool link_up(int index) {
-    const std::string stored = platform::sim::read_state_ini(platform::host_nics_file())
-                                   .get(link_key(index + 1), std::string());
+    const std::string stored = platform::sim::stored_state_ini(platform::host_nics_file())
+                                   ->get(link_key(index + 1), std::string());
     if (stored == "up") return true;
     if (stored == "down") return false;
     return ports[index].link_up_by_default;

@@ -21,8 +21,8 @@ std::string kcs_settings_file() { return bmc_path("/nv/bmc/kcs.ini"); }
 extern "C" int UtilGetKCSPrivilege(int channel) {
     if (channel != KCS_CHANNEL) return PLT_ERR_NOT_FOUND;
     const long long level =
-        platform::sim::read_state_ini(platform::kcs_settings_file())
-            .get("KCS.Privilege", static_cast<long long>(KCS_PRIV_ADMINISTRATOR));
+        platform::sim::stored_state_ini(platform::kcs_settings_file())
+            ->get("KCS.Privilege", static_cast<long long>(KCS_PRIV_ADMINISTRATOR));
     return valid_level(level) ? static_cast<int>(level) : PLT_ERR_FORMAT;
 }
 

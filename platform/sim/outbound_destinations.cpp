@@ -60,7 +60,7 @@ bool localhost_name(std::string_view host) {
 std::string outbound_settings_file() { return bmc_path("/nv/redfish/outbound.ini"); }
 
 bool local_destinations_allowed() {
-    return sim::read_state_ini(outbound_settings_file()).get("Destinations.AllowLocal", 0) == 1;
+    return sim::stored_state_ini(outbound_settings_file())->get("Destinations.AllowLocal", 0) == 1;
 }
 
 bool is_local_address(const sockaddr* address) {

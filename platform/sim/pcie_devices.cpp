@@ -4,6 +4,7 @@
 #include <cctype>
 #include <functional>
 #include <iterator>
+#include <memory>
 #include <sstream>
 #include <vector>
 
@@ -169,15 +170,22 @@ St_PcieDevice nic_device(const St_HostNicAdapter& adapter) {
     return pcie_device(model, placed);
 }
 
-std::vector<St_PcieDevice> all_devices() {
-    std::vector<St_PcieDevice> devices;
+// Every device, listed once per version of the devices file (the adapters
+// and slots are fixed): each device read looks them all up.
+const std::vector<St_PcieDevice>& all_devices() {
+    static std::shared_ptr<const pt::ptree> listed_from;
+    static std::vector<St_PcieDevice> devices;
+    std::shared_ptr<const pt::ptree> state =
+        platform::sim::stored_state_ini(platform::pcie_devices_file());
+    if (state == listed_from) return devices;
+    devices.clear();
     for (int i = 0; i < NicGetAdapterCount(); ++i) {
         St_HostNicAdapter adapter{};
         if (NicGetAdapter(i, &adapter) == PLT_OK) devices.push_back(nic_device(adapter));
     }
-    for (const stored_device& each :
-         load(platform::sim::read_state_ini(platform::pcie_devices_file())))
+    for (const stored_device& each : load(*state))
         devices.push_back(pcie_device(*model_of(each.kind), each));
+    listed_from = std::move(state);
     return devices;
 }
 
@@ -299,7 +307,7 @@ extern "C" int PcieGetDeviceCount(void) { return static_cast<int>(all_devices().
 
 extern "C" int PcieGetDevice(int index, St_PcieDevice* device) {
     if (!device) return PLT_ERR_ARGUMENT;
-    const std::vector<St_PcieDevice> devices = all_devices();
+    const std::vector<St_PcieDevice>& devices = all_devices();
     if (index < 0 || index >= static_cast<int>(devices.size())) return PLT_ERR_NOT_FOUND;
     *device = devices[index];
     return PLT_OK;

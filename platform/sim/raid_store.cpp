@@ -3,6 +3,7 @@
 #include <time.h>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 
 #include <boost/algorithm/string.hpp>
@@ -119,6 +120,25 @@ std::shared_ptr<const pt::ptree> stored_raid_state() {
     return state;
 }
 
+// The records of the stored controllers, each decoded once per version of
+// the file: a storage answer reads a controller many times. At most one per
+// controller of each family.
+constexpr std::size_t decoded_records_max = 2 * 64;
+
+const platform::sim::raid_controller_record& decoded_record(const std::string& name) {
+    static std::shared_ptr<const pt::ptree> decoded_from;
+    static std::map<std::string, platform::sim::raid_controller_record> decoded;
+    std::shared_ptr<const pt::ptree> state = stored_raid_state();
+    if (state != decoded_from || decoded.size() >= decoded_records_max) {
+        decoded.clear();
+        decoded_from = std::move(state);
+    }
+    auto found = decoded.find(name);
+    if (found == decoded.end())
+        found = decoded.emplace(name, read_record(*decoded_from, name)).first;
+    return found->second;
+}
+
 const char* duration_key(platform::sim::raid_duration which) {
     return which == platform::sim::raid_duration::erase ? "Settings.EraseSeconds"
                                                         : "Settings.InitSeconds";
@@ -138,7 +158,7 @@ bool raid_controller_exists(int family, int controller) {
 }
 
 raid_controller_record read_raid_controller(int family, int controller) {
-    return read_record(*stored_raid_state(), section_of(family, controller));
+    return decoded_record(section_of(family, controller));
 }
 
 int change_raid_controller(int family, int controller,

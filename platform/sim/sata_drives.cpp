@@ -34,8 +34,8 @@ constexpr int bay_count = static_cast<int>(std::size(bays));
 std::string present_key(int bay) { return "SataBay" + std::to_string(bay) + ".Present"; }
 
 bool drive_present(int bay) {
-    return bays[bay].fitted && platform::sim::read_state_ini(platform::storage_inventory_file())
-                                       .get(present_key(bay), 1) != 0;
+    return bays[bay].fitted && platform::sim::stored_state_ini(platform::storage_inventory_file())
+                                       ->get(present_key(bay), 1) != 0;
 }
 
 template <size_t size>

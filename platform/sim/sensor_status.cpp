@@ -1,9 +1,12 @@
 // Readings, threshold states and health of the SDR's sensors. Sensors that
 // the host powers have no reading while host power is off.
 #include <cstddef>
+#include <cstdint>
 #include <map>
+#include <optional>
 
 #include "base/input_recording.h"
+#include "base/request_epoch.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/libipmi_sensors.h"
@@ -47,11 +50,24 @@ constexpr uint8_t critical_thresholds = THRESHOLD_LOWER_CRITICAL | THRESHOLD_LOW
                                         THRESHOLD_UPPER_CRITICAL | THRESHOLD_UPPER_NON_RECOVERABLE;
 constexpr uint8_t warning_thresholds = THRESHOLD_LOWER_NON_CRITICAL | THRESHOLD_UPPER_NON_CRITICAL;
 
-// The stored readings and host power, read once per call.
 struct sensor_snapshot {
     std::shared_ptr<const platform::raw_readings> stored = platform::stored_sensor_readings();
     bool host_on = PltCHASSIS_PowerStatus() == 1;
 };
+
+// The stored readings and host power, read once per request epoch: a
+// sensor resource asks for dozens of sensors. Read on every call outside
+// the service loop.
+const sensor_snapshot& current_snapshot() {
+    static std::optional<sensor_snapshot> kept;
+    static std::uint64_t kept_epoch = 0;
+    const std::uint64_t epoch = platform::request_epoch();
+    if (!kept || epoch == 0 || epoch != kept_epoch) {
+        kept.emplace();
+        kept_epoch = epoch;
+    }
+    return *kept;
+}
 
 bool is_threshold_sensor(const St_SensorData& record) {
     return record.reading_type == READING_TYPE_THRESHOLD;
@@ -121,7 +137,7 @@ int sensor_health(const St_SensorData& record, const sensor_snapshot& snapshot) 
 
 // The worst health of the chosen sensors; no reading counts as OK.
 int worst_health(bool (*chosen)(const St_SensorData&)) {
-    sensor_snapshot snapshot;
+    const sensor_snapshot& snapshot = current_snapshot();
     int worst = SENSOR_HEALTH_OK;
     for (std::size_t i = 0; i < platform::sdr_record_count(); ++i) {
         const St_SensorData& record = at_St_SensorData[i];
@@ -151,7 +167,7 @@ extern "C" int UtilGetSensorReading(uint8_t sensor_number, uint8_t* raw) {
     if (!raw) return PLT_ERR_ARGUMENT;
     const St_SensorData* record = SensorFindRecord(sensor_number);
     if (!record) return PLT_ERR_NOT_FOUND;
-    sensor_snapshot snapshot;
+    const sensor_snapshot& snapshot = current_snapshot();
     if (!has_reading(*record, snapshot)) return PLT_ERR_UNAVAILABLE;
     *raw = current_raw(*record, snapshot);
     return PLT_OK;
@@ -168,7 +184,7 @@ extern "C" int UtilGetSensorThreshold(uint8_t sensor_number, St_SensorThresholds
 extern "C" int UtilGetSensorCurrStatus(uint8_t sensor_number, int form) {
     const St_SensorData* record = SensorFindRecord(sensor_number);
     if (!record) return PLT_ERR_NOT_FOUND;
-    sensor_snapshot snapshot;
+    const sensor_snapshot& snapshot = current_snapshot();
     if (form == SENSOR_STATUS_HEALTH) return sensor_health(*record, snapshot);
     if (form != SENSOR_STATUS_STATE_BITS) return PLT_ERR_ARGUMENT;
     if (!has_reading(*record, snapshot)) return PLT_ERR_UNAVAILABLE;

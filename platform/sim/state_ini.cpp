@@ -1,9 +1,12 @@
 #include "platform/sim/state_ini.h"
 
-#include "base/input_recording.h"
-
 #include <fcntl.h>
 #include <sys/file.h>
+
+#include <map>
+
+#include "base/file_cache.h"
+#include "base/input_recording.h"
 
 #include "platform/sim/sim_file.h"
 #include "platform/sim/sim_settings.h"
@@ -11,6 +14,19 @@
 namespace pt = boost::property_tree;
 
 namespace platform::sim {
+namespace {
+
+// One cache per state file; the simulator has a fixed set of them, and
+// paths past this bound are parsed on every read.
+constexpr std::size_t cached_files_max = 64;
+
+pt::ptree parsed_state_ini(const std::string& path) {
+    pt::ptree tree;
+    read_ini(path, tree);
+    return tree;
+}
+
+}  // namespace
 
 bool with_file_lock(const std::string& path, const std::function<bool()>& body) {
     std::string lock_path = path + ".lock";
@@ -21,11 +37,27 @@ bool with_file_lock(const std::string& path, const std::function<bool()>& body) 
     return lock.locked() && body();
 }
 
-pt::ptree read_state_ini(const std::string& path) {
-    pt::ptree tree;
-    platform::note_input_file(path);
-    read_ini(path, tree);
-    return tree;
+pt::ptree read_state_ini(const std::string& path) { return *stored_state_ini(path); }
+
+std::shared_ptr<const pt::ptree> stored_state_ini(const std::string& path) {
+    static std::map<std::string, file_cache<pt::ptree>> caches;
+    auto cache = caches.find(path);
+    if (cache == caches.end()) {
+        if (caches.size() >= cached_files_max) {
+            platform::note_input_file(path);
+            return std::make_shared<const pt::ptree>(parsed_state_ini(path));
+        }
+        cache = caches.try_emplace(path).first;
+    }
+    std::shared_ptr<const pt::ptree> state;
+    cache->second.get(
+        path,
+        [&path](pt::ptree& parsed) {
+            parsed = parsed_state_ini(path);
+            return PLT_OK;
+        },
+        state);
+    return state;
 }
 
 bool update_state_ini(const std::string& path, const std::function<bool(pt::ptree&)>& change,

@@ -22,7 +22,7 @@ const char* key_of(platform::storage_count which) {
 }
 
 int stored_number(const char* key) {
-    int value = platform::sim::read_state_ini(platform::storage_inventory_file()).get(key, 0);
+    int value = platform::sim::stored_state_ini(platform::storage_inventory_file())->get(key, 0);
     return value < 0 || value > max_count ? 0 : value;
 }
 

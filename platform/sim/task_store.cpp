@@ -8,9 +8,11 @@
 #include <cstring>
 #include <ctime>
 #include <functional>
+#include <memory>
 #include <string_view>
 
 #include "base/bmc_root.h"
+#include "base/file_cache.h"
 #include "platform/libipmi.h"
 #include "platform/libtask.h"
 #include "platform/sim/process_identity.h"
@@ -38,6 +40,22 @@ json::object read_store() {
         return empty_store();
     return parsed.as_object();
 }
+
+// The store as its file holds it, parsed once per version of the file.
+std::shared_ptr<const json::object> stored_store() {
+    static platform::file_cache<json::object> cache;
+    std::shared_ptr<const json::object> store;
+    cache.get(
+        store_file(),
+        [](json::object& parsed) {
+            parsed = read_store();
+            return PLT_OK;
+        },
+        store);
+    return store;
+}
+
+const json::array& stored_tasks(const json::object& store) { return store.at("Tasks").as_array(); }
 
 bool write_store(const json::object& store) {
     return platform::sim::replace_file(store_file(), json::serialize(store), 0600);
@@ -119,10 +137,12 @@ void settle(json::object& task) {
     if (event_task_message("TaskWorkerEnded", "", "", ended)) add_message(task, ended);
 }
 
-json::object* task_at(json::object& store, int task_id) {
-    json::array& tasks = store["Tasks"].as_array();
+// Task task_id (from 1) of a store, changeable or not; none when absent.
+template <typename Store>
+auto task_at(Store& store, int task_id) -> decltype(&store.at("Tasks").as_array()[0].as_object()) {
+    auto& tasks = store.at("Tasks").as_array();
     if (task_id < 1 || static_cast<size_t>(task_id) > tasks.size()) return nullptr;
-    json::value& task = tasks[static_cast<size_t>(task_id) - 1];
+    auto& task = tasks[static_cast<size_t>(task_id) - 1];
     return task.is_object() ? &task.as_object() : nullptr;
 }
 
@@ -221,13 +241,14 @@ void fill_info(const json::object& task, int task_id, TaskInfo& info) {
 // Reads the task as the store shows it now, without writing.
 int read_task(const std::function<bool(const json::object&)>& wanted, TaskInfo* info) {
     if (!info) return -1;
-    json::object store = read_store();
+    const std::shared_ptr<const json::object> store = stored_store();
     int task_id = 0;
-    for (json::value& task : store["Tasks"].as_array()) {
+    for (const json::value& stored : stored_tasks(*store)) {
         ++task_id;
-        if (!task.is_object() || !wanted(task.as_object())) continue;
-        settle(task.as_object());
-        fill_info(task.as_object(), task_id, *info);
+        if (!stored.is_object() || !wanted(stored.as_object())) continue;
+        json::object task = stored.as_object();
+        settle(task);
+        fill_info(task, task_id, *info);
         return 0;
     }
     return -1;
@@ -238,12 +259,13 @@ int read_task(const std::function<bool(const json::object&)>& wanted, TaskInfo* 
 namespace platform::sim {
 
 bool task_in_progress(int task_id, const std::string& monitor_id) {
-    json::object store = read_store();
-    json::object* task = task_at(store, task_id);
-    if (!task || text(*task, "MonitorId") != monitor_id) return false;
-    settle(*task);
-    return !ended(static_cast<int>(number(*task, "State"))) ||
-           process_alive(parse_process(text(*task, "Worker")));
+    const std::shared_ptr<const json::object> store = stored_store();
+    const json::object* stored = task_at(*store, task_id);
+    if (!stored || text(*stored, "MonitorId") != monitor_id) return false;
+    json::object task = *stored;
+    settle(task);
+    return !ended(static_cast<int>(number(task, "State"))) ||
+           process_alive(parse_process(text(task, "Worker")));
 }
 
 }  // namespace platform::sim
@@ -274,7 +296,7 @@ int TaskServiceSetTaskWorker(int task_id, pid_t worker) {
 
 int TaskServiceGetTaskCount(int* count) {
     if (!count) return -1;
-    *count = static_cast<int>(read_store()["Tasks"].as_array().size());
+    *count = static_cast<int>(stored_tasks(*stored_store()).size());
     return 0;
 }
 
@@ -292,8 +314,8 @@ int TaskServiceGetTaskInfoByMonitorId(const char* monitor_id, TaskInfo* info) {
 int TaskServiceGetConfig(TaskServiceConfig* config) {
     if (!config) return -1;
     *config = TaskServiceConfig{};
-    const json::object store = read_store();
-    const json::value* enabled = store.if_contains("ServiceEnabled");
+    const std::shared_ptr<const json::object> store = stored_store();
+    const json::value* enabled = store->if_contains("ServiceEnabled");
     config->enabled = !(enabled && enabled->is_bool() && !enabled->as_bool());
     copy_text(config->overwrite_policy, "Oldest");
     config->life_cycle_event = 0;

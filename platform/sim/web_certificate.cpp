@@ -5,9 +5,11 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string_view>
 
 #include "base/bmc_root.h"
+#include "base/file_cache.h"
 #include "platform/libweb.h"
 #include "platform/libwebcert.h"
 #include "platform/sim/sim_file.h"
@@ -45,13 +47,35 @@ std::string key_block(std::string_view pem) {
 
 std::string pending_key_file() { return platform::bmc_path("/etc/ssl/pending-key.pem"); }
 
+struct served_pair {
+    std::string chain;
+    std::string key;
+};
+
+// The served pair, read once per version of the file; none when unreadable.
+std::shared_ptr<const served_pair> stored_pair() {
+    static platform::file_cache<served_pair> cache;
+    const std::string path = platform::web_certificate_file();
+    std::shared_ptr<const served_pair> pair;
+    const int result = cache.get(
+        path,
+        [&path](served_pair& parsed) {
+            std::string text;
+            if (!platform::sim::read_file(path, text)) return PLT_ERR_IO;
+            parsed = {certificate_blocks(text), key_block(text)};
+            return PLT_OK;
+        },
+        pair);
+    return result == PLT_OK ? pair : nullptr;
+}
+
 std::string stored_key(int which) {
     std::string text;
     if (which == WEB_KEY_PENDING)
         return platform::sim::read_file(pending_key_file(), text) ? key_block(text) : "";
-    if (which == WEB_KEY_SERVED && platform::sim::read_file(platform::web_certificate_file(), text))
-        return key_block(text);
-    return {};
+    if (which != WEB_KEY_SERVED) return {};
+    const std::shared_ptr<const served_pair> pair = stored_pair();
+    return pair ? pair->key : "";
 }
 
 int copy_out(const std::string& text, char* pem, int size) {
@@ -86,10 +110,9 @@ std::string web_certificate_file() { return bmc_path("/etc/ssl/server.pem"); }
 }  // namespace platform
 
 extern "C" int PltWEB_GetCertificate(char* pem, int size) {
-    std::string stored;
-    if (pem && !platform::sim::read_file(platform::web_certificate_file(), stored))
-        return PLT_ERR_IO;
-    return copy_out(certificate_blocks(stored), pem, size);
+    if (!pem) return PLT_ERR_ARGUMENT;
+    const std::shared_ptr<const served_pair> pair = stored_pair();
+    return pair ? copy_out(pair->chain, pem, size) : PLT_ERR_IO;
 }
 
 extern "C" int PltWEB_GetKey(int which, char* pem, int size) {

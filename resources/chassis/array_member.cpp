@@ -3,17 +3,33 @@
 #include "framework/schema_files.h"
 
 namespace odata::redfish {
+namespace {
+
+// Room for the properties a member gets after its first ones, so that it
+// never rehashes while its builder adds them.
+constexpr std::size_t member_properties = 24;
+
+}  // namespace
 
 std::string array_member_uri(std::string_view resource_uri, std::string_view array, size_t index) {
-    return std::string(resource_uri) + "#/" + std::string(array) + "/" + std::to_string(index);
+    const std::string number = std::to_string(index);
+    std::string uri;
+    uri.reserve(resource_uri.size() + array.size() + number.size() + 3);
+    uri.append(resource_uri).append("#/").append(array).append("/").append(number);
+    return uri;
 }
 
 boost::json::object array_member(std::string_view resource_uri, std::string_view array,
                                  size_t index, std::string_view schema, std::string_view type) {
-    const std::string version(schema_file_of(schema).version);
-    return {{"@odata.id", array_member_uri(resource_uri, array, index)},
-            {"@odata.type", "#" + std::string(schema) + "." + version + "." + std::string(type)},
-            {"MemberId", std::to_string(index)}};
+    const std::string_view version = schema_file_of(schema).version;
+    std::string odata_type;
+    odata_type.reserve(schema.size() + version.size() + type.size() + 3);
+    odata_type.append("#").append(schema).append(".").append(version).append(".").append(type);
+    boost::json::object member(member_properties);
+    member.emplace("@odata.id", array_member_uri(resource_uri, array, index));
+    member.emplace("@odata.type", odata_type);
+    member.emplace("MemberId", std::to_string(index));
+    return member;
 }
 
 }  // namespace odata::redfish

@@ -18,6 +18,17 @@ std::string served_certificate() {
     throw_http_error(500, "Base.1.10.InternalError");
 }
 
+const shown_certificate& served_certificate_shown() {
+    static shown_certificate shown;
+    std::string pem = served_certificate();
+    if (shown.properties.empty() || pem != shown.pem) {
+        std::optional<boost::json::object> properties = certificate_properties(pem);
+        if (!properties) throw_http_error(500, "Base.1.10.InternalError");
+        shown = {std::move(pem), std::move(*properties)};
+    }
+    return shown;
+}
+
 certificateservice::certificateservice(request_context& context)
     : redfish(context, "CertificateService",
               std::string(schema_file_of("CertificateService").version), "Certificate Service",
@@ -64,13 +75,11 @@ certificate::certificate(request_context& context)
               "HTTPS Certificate", https_certificate_uri) {}
 
 int certificate::get(request_context&) {
-    const std::string pem = served_certificate();
-    const std::optional<boost::json::object> properties = certificate_properties(pem);
-    if (!properties) throw_http_error(500, "Base.1.10.InternalError");
+    const shown_certificate& shown = served_certificate_shown();
     set_common_properties();
-    set("CertificateString", pem);
+    set("CertificateString", shown.pem);
     set("CertificateType", "PEM");
-    for (const auto& [name, value] : *properties) set(name, value);
+    for (const auto& [name, value] : shown.properties) set(name, value);
     set("Actions", boost::json::object{{"#Certificate.Rekey",
                                         {{"target", rekey_target_uri},
                                          {"@Redfish.ActionInfo", rekey_actioninfo_uri}}},

@@ -10,6 +10,15 @@ namespace odata::redfish {
 // when it cannot be read.
 std::string served_certificate();
 
+// The served chain and the properties of its first certificate; parsed
+// again only when the served text changes. Answers 500 when it cannot be
+// read or holds no certificate.
+struct shown_certificate {
+    std::string pem;
+    boost::json::object properties;
+};
+const shown_certificate& served_certificate_shown();
+
 class certificateservice : public redfish {
 public:
     explicit certificateservice(request_context& context);

@@ -7,9 +7,12 @@
 #include <boost/json.hpp>
 #include <cstdio>
 #include <fstream>
+#include <map>
+#include <memory>
 #include <sstream>
 
 #include "base/bmc_root.h"
+#include "base/file_cache.h"
 #include "base/input_recording.h"
 #include "framework/ini_settings.h"
 #include "platform/libbios.h"
@@ -39,8 +42,43 @@ bool file_exists(const char* bmc_file) {
     return std::ifstream(path).good();
 }
 
-bool names_pending_boot_next(const char* bmc_file) {
-    return !ini_settings(bmc_file).get<std::string>("BootNext", "").empty();
+// The INI file of a BIOS file number, kept for the process so that it is
+// parsed once per version; one per BIOS file, a fixed set.
+const ini_settings& bios_settings(int file) {
+    static std::map<int, ini_settings> kept;
+    return kept.try_emplace(file, shared(file)).first->second;
+}
+
+bool names_pending_boot_next(int file) {
+    return !bios_settings(file).get<std::string>("BootNext", "").empty();
+}
+
+boost::json::object parsed_json_object(const std::string& path) {
+    std::ifstream file(path);
+    std::stringstream text;
+    text << file.rdbuf();
+    boost::system::error_code error;
+    boost::json::value value = boost::json::parse(text.str(), error);
+    if (error || !value.is_object()) return {};
+    return std::move(value.get_object());
+}
+
+// The JSON object of a BIOS file, parsed once per version of the file; one
+// cache per BIOS file, a fixed set.
+std::shared_ptr<const boost::json::object> stored_json_object(const char* bmc_file) {
+    static std::map<std::string, platform::file_cache<boost::json::object>, std::less<>> caches;
+    auto cache = caches.find(std::string_view(bmc_file));
+    if (cache == caches.end()) cache = caches.try_emplace(bmc_file).first;
+    const std::string path = platform::bmc_path(bmc_file);
+    std::shared_ptr<const boost::json::object> document;
+    cache->second.get(
+        path,
+        [&path](boost::json::object& parsed) {
+            parsed = parsed_json_object(path);
+            return PLT_OK;
+        },
+        document);
+    return document;
 }
 
 bool names_ipv6_host(std::string_view uri) {
@@ -57,41 +95,31 @@ bool names_ipv6_host(std::string_view uri) {
 
 }  // namespace
 
-boost::json::object read_json_object(const char* bmc_file) {
-    const std::string path = platform::bmc_path(bmc_file);
-    platform::note_input_file(path);
-    std::ifstream file(path);
-    std::stringstream text;
-    text << file.rdbuf();
-    boost::system::error_code error;
-    boost::json::value value = boost::json::parse(text.str(), error);
-    if (error || !value.is_object()) return {};
-    return std::move(value.get_object());
-}
+boost::json::object read_json_object(const char* bmc_file) { return *stored_json_object(bmc_file); }
 
 std::optional<std::string> http_boot_uri() {
     const char* result = shared(BIOS_FILE_SAVING_RESULT);
     const std::string uri =
         file_exists(result)
-            ? boot_uri_in(read_json_object(result), "Pendding")
-            : boot_uri_in(read_json_object(shared(BIOS_FILE_ATTRIBUTES)), "Attributes");
+            ? boot_uri_in(*stored_json_object(result), "Pendding")
+            : boot_uri_in(*stored_json_object(shared(BIOS_FILE_ATTRIBUTES)), "Attributes");
     if (uri == not_supported) return std::nullopt;
     return uri;
 }
 
 bool boot_next_pending() {
-    if (isNewHIISupport()) return names_pending_boot_next(shared(BIOS_FILE_HII_RESTORE_SETTINGS));
-    return names_pending_boot_next(shared(BIOS_FILE_BOOT_RESTORE_SETTINGS)) ||
-           names_pending_boot_next(shared(BIOS_FILE_RESTORE_SETTINGS));
+    if (isNewHIISupport()) return names_pending_boot_next(BIOS_FILE_HII_RESTORE_SETTINGS);
+    return names_pending_boot_next(BIOS_FILE_BOOT_RESTORE_SETTINGS) ||
+           names_pending_boot_next(BIOS_FILE_RESTORE_SETTINGS);
 }
 
 bool uefi_boot_next_allowed() {
-    return ini_settings(shared(BIOS_FILE_FEATURE_FLAGS)).get<int>("UefiBootNext", 0) != 0 &&
+    return bios_settings(BIOS_FILE_FEATURE_FLAGS).get<int>("UefiBootNext", 0) != 0 &&
            isNewHIISupport();
 }
 
 bios_boot_options read_bios_boot_options() {
-    const ini_settings settings(shared(BIOS_FILE_BOOT_SETTINGS));
+    const ini_settings& settings = bios_settings(BIOS_FILE_BOOT_SETTINGS);
     bios_boot_options options;
     const std::string order = settings.get<std::string>("BootOrder", "");
     if (!order.empty())

@@ -8,6 +8,7 @@
 
 #include "base/file_cache.h"
 #include "base/input_recording.h"
+#include "framework/ini_settings.h"
 #include "framework/redfish.h"
 #include "framework/response_cache.h"
 #include "platform/libipmi.h"
@@ -131,6 +132,20 @@ TEST_F(FileCache, EveryChangeOfASettledFileIsSeenAtOnce) {
     EXPECT_EQ(read(file), "error");
     sim_testing::write_text(file, "four");
     EXPECT_EQ(read(file), "four");
+}
+
+TEST_F(FileCache, AKeptSettingFollowsItsFile) {
+    const odata::redfish::ini_settings file("/kept.ini");
+    const odata::redfish::kept_setting<long> timeout(file, "Session.Timeout", 30);
+    EXPECT_EQ(timeout.get(), 30);
+    sim_testing::write_text(path("/kept.ini"), "[Session]\nTimeout=600\n");
+    EXPECT_EQ(timeout.get(), 600);
+    settle();
+    EXPECT_EQ(timeout.get(), 600);
+    ASSERT_TRUE(platform::sim::replace_file(path("/kept.ini"), "[Session]\nTimeout=60\n", 0600));
+    EXPECT_EQ(timeout.get(), 60);
+    sim_testing::write_text(path("/kept.ini"), "[Session]\nTimeout=no\n");
+    EXPECT_EQ(timeout.get(), 30);
 }
 
 TEST_F(FileCache, TheSmbiosTableFollowsItsFile) {

@@ -1,6 +1,8 @@
 // The simulated SDR repository: linear conversion, threshold states, health
 // and the readings the tool changes.
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <cstdlib>
@@ -9,6 +11,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "base/request_epoch.h"
 #include "hardware_root_fixture.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_chassis.h"
@@ -153,6 +156,32 @@ TEST_F(SensorState, UpperThresholdsRaiseWarningThenCritical) {
     EXPECT_EQ(crossed("CPU1 Temp"), THRESHOLD_UPPER_NON_CRITICAL | THRESHOLD_UPPER_CRITICAL |
                                         THRESHOLD_UPPER_NON_RECOVERABLE);
     EXPECT_EQ(UtilGetSensorTotalStatus(), SENSOR_HEALTH_CRITICAL);
+}
+
+// Run in a child of its own: it plays the service loop.
+int readings_kept_for_one_request() {
+    if (platform::request_epoch() != 0) return 1;
+    platform::start_request_epoch();
+    set_value("CPU1 Temp", 90);
+    // This process's own change is seen at once.
+    if (health("CPU1 Temp") != SENSOR_HEALTH_CRITICAL) return 2;
+    const pid_t other = ::fork();
+    if (other == 0) {
+        set_value("CPU1 Temp", 40);
+        ::_exit(platform::request_epoch() == 0 ? 0 : 1);
+    }
+    int status = 0;
+    if (::waitpid(other, &status, 0) != other || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
+        return 3;
+    // Another process's change waits for the next request.
+    if (health("CPU1 Temp") != SENSOR_HEALTH_CRITICAL) return 4;
+    platform::start_request_epoch();
+    return health("CPU1 Temp") == SENSOR_HEALTH_OK ? 0 : 5;
+}
+
+TEST_F(SensorState, ReadingsAreKeptForOneRequestAtMost) {
+    EXPECT_EQ(platform::request_epoch(), 0u);
+    EXPECT_EXIT(std::exit(readings_kept_for_one_request()), ::testing::ExitedWithCode(0), "");
 }
 
 TEST_F(SensorState, LowerThresholdsBelowZeroAndFractionalVolts) {
