@@ -19,6 +19,9 @@ std::string normalise_root(std::string_view text) {
     return root;
 }
 
+// Counts the roots a process has had; only tests change it.
+unsigned root_generation = 0;
+
 std::string& root_storage() {
     static std::string root = [] {
         const char* from_environment = std::getenv("BMC_ROOT");
@@ -44,6 +47,22 @@ std::string bmc_path(std::string_view absolute_path) {
     return path;
 }
 
-void set_bmc_root_for_tests(std::string_view root) { root_storage() = normalise_root(root); }
+fixed_bmc_path::fixed_bmc_path(std::string_view absolute_path)
+    : absolute_path_(absolute_path),
+      path_(bmc_path(absolute_path)),
+      root_generation_(root_generation) {}
+
+const std::string& fixed_bmc_path::get() {
+    if (root_generation_ != root_generation) {
+        path_ = bmc_path(absolute_path_);
+        root_generation_ = root_generation;
+    }
+    return path_;
+}
+
+void set_bmc_root_for_tests(std::string_view root) {
+    root_storage() = normalise_root(root);
+    ++root_generation;
+}
 
 }  // namespace platform

@@ -164,7 +164,10 @@ void keep_bound(records_table& table) {
 
 namespace platform {
 
-std::string lockout_file() { return bmc_path("/var/bmc/lockout"); }
+const std::string& lockout_file() {
+    static fixed_bmc_path path("/var/bmc/lockout");
+    return path.get();
+}
 
 }  // namespace platform
 

@@ -12,6 +12,6 @@
 
 namespace platform {
 
-std::string lockout_file();
+const std::string& lockout_file();
 
 }  // namespace platform

@@ -41,7 +41,10 @@ bool valid_bmc_path(std::string_view path) {
 
 namespace platform {
 
-std::string bios_config_file() { return bmc_path("/var/bmc/bios.ini"); }
+const std::string& bios_config_file() {
+    static fixed_bmc_path path("/var/bmc/bios.ini");
+    return path.get();
+}
 
 bool set_hii_supported(bool supported) {
     return sim::update_state_ini(bios_config_file(), [&](pt::ptree& state) {

@@ -10,7 +10,7 @@
 
 namespace platform {
 
-std::string bios_config_file();
+const std::string& bios_config_file();
 
 bool set_hii_supported(bool supported);
 

@@ -45,7 +45,10 @@ bool clear_volatile_state() {
 
 namespace platform {
 
-std::string bmc_settings_file() { return bmc_path("/var/bmc/bmc.ini"); }
+const std::string& bmc_settings_file() {
+    static fixed_bmc_path path("/var/bmc/bmc.ini");
+    return path.get();
+}
 
 bool set_bmc_firmware_version(const std::string& version) {
     if (version.empty() || version.size() > max_version_length) return false;

@@ -8,7 +8,7 @@
 
 namespace platform {
 
-std::string bmc_settings_file();
+const std::string& bmc_settings_file();
 
 // A non-empty version without control characters, at most 63 bytes.
 bool set_bmc_firmware_version(const std::string& version);

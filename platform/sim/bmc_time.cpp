@@ -36,7 +36,10 @@ bool store_offset(long long offset) {
 
 }  // namespace
 
-std::string clock_settings_file() { return bmc_path("/nv/bmc/clock.ini"); }
+const std::string& clock_settings_file() {
+    static fixed_bmc_path path("/nv/bmc/clock.ini");
+    return path.get();
+}
 
 bool set_bmc_clock(long long seconds) { return store_offset(seconds - host_clock()); }
 

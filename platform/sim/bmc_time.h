@@ -10,7 +10,7 @@
 
 namespace platform::sim {
 
-std::string clock_settings_file();
+const std::string& clock_settings_file();
 
 // Sets the clock to seconds since the epoch (or back to the host's clock);
 // false when the file cannot be written.

@@ -6,7 +6,10 @@
 
 namespace platform {
 
-std::string board_type_file() { return bmc_path("/var/bmc/board.ini"); }
+const std::string& board_type_file() {
+    static fixed_bmc_path path("/var/bmc/board.ini");
+    return path.get();
+}
 
 bool set_board_node_type(int node_type) {
     return sim::update_state_ini(board_type_file(), [&](boost::property_tree::ptree& state) {

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-std::string board_type_file();
+const std::string& board_type_file();
 
 bool set_board_node_type(int node_type);
 

@@ -201,7 +201,10 @@ bool chassis_state::operator==(const chassis_state& other) const {
            diagnostic_interrupts == other.diagnostic_interrupts;
 }
 
-std::string chassis_state_file() { return bmc_path("/var/bmc/chassis.ini"); }
+const std::string& chassis_state_file() {
+    static fixed_bmc_path path("/var/bmc/chassis.ini");
+    return path.get();
+}
 
 bool current_chassis_state(chassis_state& state) {
     return look([&](chassis_state& current, long long, event_list&) {

@@ -12,7 +12,7 @@
 
 namespace platform {
 
-std::string chassis_state_file();
+const std::string& chassis_state_file();
 
 struct chassis_state {
     bool power_on = true;

@@ -20,7 +20,10 @@ namespace {
 
 using guid_bytes = std::array<unsigned char, 16>;
 
-std::string guid_file() { return platform::bmc_path("/var/bmc/device_guid"); }
+const std::string& guid_file() {
+    static platform::fixed_bmc_path path("/var/bmc/device_guid");
+    return path.get();
+}
 
 bool read_guid(const std::string& path, unsigned char* guid) {
     platform::sim::unique_fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
@@ -61,7 +64,7 @@ bool create_guid(const std::string& path) {
 
 extern "C" int GetDeviceGUID(unsigned char guid[16]) {
     static platform::file_cache<guid_bytes> cache;
-    const std::string path = guid_file();
+    const std::string& path = guid_file();
     auto load = [&path](guid_bytes& bytes) {
         return read_guid(path, bytes.data()) ? PLT_OK : PLT_ERR_IO;
     };

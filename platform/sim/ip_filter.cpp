@@ -46,7 +46,10 @@ void put_rule(pt::ptree& state, int index, const St_IpFilterRule& rule) {
 
 namespace platform {
 
-std::string ip_filter_file() { return bmc_path("/nv/bmc/ipfilter.ini"); }
+const std::string& ip_filter_file() {
+    static fixed_bmc_path path("/nv/bmc/ipfilter.ini");
+    return path.get();
+}
 
 std::string dotted_ipv4(uint32_t address) {
     in_addr network{htonl(address)};

@@ -9,7 +9,7 @@
 
 namespace platform {
 
-std::string ip_filter_file();
+const std::string& ip_filter_file();
 
 // "a.b.c.d" of an address in host order.
 std::string dotted_ipv4(uint32_t address);

@@ -114,7 +114,10 @@ void fill_supply_details(St_PowerSupplyInfo& info, int bay) {
 
 namespace platform {
 
-std::string power_state_file() { return bmc_path("/var/bmc/power.ini"); }
+const std::string& power_state_file() {
+    static fixed_bmc_path path("/var/bmc/power.ini");
+    return path.get();
+}
 
 bool set_consumed_watts(uint32_t watts) {
     const bool host_on = PltCHASSIS_PowerStatus() == 1;

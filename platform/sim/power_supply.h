@@ -14,7 +14,7 @@
 
 namespace platform {
 
-std::string power_state_file();
+const std::string& power_state_file();
 
 // A new consumption reading, folded into the metrics (and the history
 // settled first, power_history.h); false when a file cannot be written.

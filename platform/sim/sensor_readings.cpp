@@ -40,7 +40,10 @@ int parse_readings(raw_readings& readings) {
 
 }  // namespace
 
-std::string sensor_readings_file() { return bmc_path("/var/bmc/sensors.ini"); }
+const std::string& sensor_readings_file() {
+    static fixed_bmc_path path("/var/bmc/sensors.ini");
+    return path.get();
+}
 
 std::shared_ptr<const raw_readings> stored_sensor_readings() {
     static file_cache<raw_readings> cache;

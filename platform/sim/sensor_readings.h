@@ -19,7 +19,7 @@
 
 namespace platform {
 
-std::string sensor_readings_file();
+const std::string& sensor_readings_file();
 
 struct raw_readings {
     std::map<uint8_t, uint8_t> stored;  // by sensor number

@@ -102,7 +102,10 @@ bool file_intact(const std::string& path) {
 
 namespace platform {
 
-std::string shared_state_file() { return bmc_path("/var/bmc/global.bin"); }
+const std::string& shared_state_file() {
+    static fixed_bmc_path path("/var/bmc/global.bin");
+    return path.get();
+}
 
 bool reset_shared_state() {
     if (!attached) return false;

@@ -8,7 +8,7 @@
 namespace platform {
 
 // The file that backs the shared block.
-std::string shared_state_file();
+const std::string& shared_state_file();
 
 // Puts the attached St_GlobalVar back to its defaults, keeping fcgi_mode
 // (that flag belongs to the running service processes); false when this

@@ -65,7 +65,10 @@ std::string settings_lock_file() { return bmc_path("/var/bmc/settings.lock"); }
 
 }  // namespace
 
-std::string sim_settings_file() { return bmc_path("/var/bmc/settings.ini"); }
+const std::string& sim_settings_file() {
+    static fixed_bmc_path path("/var/bmc/settings.ini");
+    return path.get();
+}
 
 long long sim_setting_number(const std::string& key, long long fallback) {
     return sim::ini_number(sim_settings_file(), key, fallback);

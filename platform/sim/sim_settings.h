@@ -18,7 +18,7 @@
 
 namespace platform {
 
-std::string sim_settings_file();
+const std::string& sim_settings_file();
 
 // The value of "Section.Key", fallback when the file, the key or a number
 // is missing or malformed.

@@ -8,7 +8,10 @@
 
 namespace platform {
 
-std::string smbios_table_file() { return bmc_path("/nv/bios/bios_fullsmbios"); }
+const std::string& smbios_table_file() {
+    static fixed_bmc_path path("/nv/bios/bios_fullsmbios");
+    return path.get();
+}
 
 int load_smbios_table(std::string& table) {
     return sim::read_or_generate(smbios_table_file(), generated_smbios_table, table);

@@ -10,7 +10,7 @@
 
 namespace platform {
 
-std::string smbios_table_file();
+const std::string& smbios_table_file();
 
 // The table of a fresh BMC: a two-socket server with 16 memory slots, 8 of
 // them holding 32 GiB modules; always the same.

@@ -281,7 +281,10 @@ int change_slot(int slot, Change change) {
 
 namespace platform {
 
-std::string user_table_file() { return bmc_path("/nv/bmc/users"); }
+const std::string& user_table_file() {
+    static fixed_bmc_path path("/nv/bmc/users");
+    return path.get();
+}
 
 std::string user_table_lock_file() { return bmc_path("/var/bmc/user_table.lock"); }
 

@@ -26,7 +26,7 @@
 
 namespace platform {
 
-std::string user_table_file();
+const std::string& user_table_file();
 std::string user_table_lock_file();
 
 // One slot as the table keeps it.

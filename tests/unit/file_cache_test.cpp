@@ -13,6 +13,7 @@
 #include "framework/response_cache.h"
 #include "platform/libipmi.h"
 #include "platform/sim/memory_modules.h"
+#include "platform/sim/sensor_readings.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/smbios_store.h"
 #include "service/resource_reads.h"
@@ -132,6 +133,16 @@ TEST_F(FileCache, EveryChangeOfASettledFileIsSeenAtOnce) {
     EXPECT_EQ(read(file), "error");
     sim_testing::write_text(file, "four");
     EXPECT_EQ(read(file), "four");
+}
+
+// Paths resolved once stay under the root of the moment.
+TEST_F(FileCache, FixedPathsFollowTheRoot) {
+    const std::string kept = platform::sensor_readings_file();
+    EXPECT_EQ(kept, path("/var/bmc/sensors.ini"));
+    platform::set_bmc_root_for_tests(root_ + "/other");
+    EXPECT_EQ(platform::sensor_readings_file(), path("/other/var/bmc/sensors.ini"));
+    platform::set_bmc_root_for_tests(root_);
+    EXPECT_EQ(platform::sensor_readings_file(), kept);
 }
 
 TEST_F(FileCache, AKeptSettingFollowsItsFile) {
