@@ -203,7 +203,10 @@ bool write_file_atomically(const std::string& path, std::string_view content, mo
     renew_request_epoch();
     std::string temporary = write_temporary(path, content, mode);
     if (temporary.empty()) return false;
-    if (::rename(temporary.c_str(), path.c_str()) != 0) {
+    const bool renamed = ::rename(temporary.c_str(), path.c_str()) == 0;
+    // Again once the file is in place: what was read meanwhile is stale.
+    renew_request_epoch();
+    if (!renamed) {
         ::unlink(temporary.c_str());
         return false;
     }
@@ -246,6 +249,7 @@ bool staged_files::commit() {
         if (::rename(file.temporary.c_str(), file.path.c_str()) != 0) break;
         file.temporary.clear();
     }
+    renew_request_epoch();
     bool complete = renamed == files_.size();
     if (!complete) roll_back(renamed);
     for (const staged& file : files_) complete = sync_directory(file.path) && complete;

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "base/request_epoch.h"
+
 namespace platform {
 namespace {
 
@@ -67,7 +69,7 @@ std::optional<std::string> file_watch::watch_key(const std::string& path) {
 std::optional<std::uint64_t> file_watch::watch(const std::vector<std::string>& paths,
                                                std::vector<const std::uint64_t*>& changes) {
     if (fd_ < 0) return std::nullopt;
-    read_events();
+    catch_up();
     changes.clear();
     if (last_change_.size() + paths.size() > max_keys) {
         last_change_.clear();
@@ -83,11 +85,18 @@ std::optional<std::uint64_t> file_watch::watch(const std::vector<std::string>& p
 
 bool file_watch::changed_since(const std::vector<const std::uint64_t*>& changes,
                                std::uint64_t since) {
-    read_events();
+    catch_up();
     // Checked first: past a clear the values of changes are gone.
     if (everything_changed_ > since) return true;
     return std::any_of(changes.begin(), changes.end(),
                        [since](const std::uint64_t* change) { return *change > since; });
+}
+
+void file_watch::catch_up() {
+    const std::uint64_t epoch = request_epoch();
+    if (epoch != 0 && epoch == caught_up_epoch_) return;
+    read_events();
+    caught_up_epoch_ = epoch;
 }
 
 void file_watch::read_events() {

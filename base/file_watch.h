@@ -62,12 +62,17 @@ private:
 
     ~file_watch();
     void start_again();
+    // Reads the events once per request epoch: another process's change
+    // reaches the next request, and this process's own writes start a new
+    // epoch. Outside the service loop, on every call.
+    void catch_up();
     void read_events();
     std::optional<std::string> watch_key(const std::string& path);
 
     int fd_;
     std::uint64_t sequence_ = 0;  // counts the changes seen
     std::uint64_t everything_changed_ = 0;
+    std::uint64_t caught_up_epoch_ = 0;
     std::unordered_map<int, std::string> directories_;  // by watch descriptor
     // By key: 0 for none yet. Its values stay in place until it is cleared,
     // which makes every watcher's moment count as changed.

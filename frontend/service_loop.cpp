@@ -67,9 +67,10 @@ int run_service(request_server serve_request) {
             GlobalParaFin();
             return 0;
         }
+        // First: the check of the shared block must see what changed since.
+        platform::start_request_epoch();
         // The flag is this process's own: a re-initialised block lost it.
         if (GlobalParaCheck() != 0) at_p_St_GlobalVar->fcgi_mode = 1;
-        platform::start_request_epoch();
         return_free_memory(serve(request, serve_request));
         if (stop_requested()) {
             GlobalParaFin();

@@ -1,6 +1,8 @@
 // The per-process cache of parsed files: another process's change must be
 // seen by the next read, however quickly it follows.
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <ctime>
@@ -8,6 +10,7 @@
 
 #include "base/file_cache.h"
 #include "base/input_recording.h"
+#include "base/request_epoch.h"
 #include "framework/ini_settings.h"
 #include "framework/redfish.h"
 #include "framework/response_cache.h"
@@ -143,6 +146,29 @@ TEST_F(FileCache, FixedPathsFollowTheRoot) {
     EXPECT_EQ(platform::sensor_readings_file(), path("/other/var/bmc/sensors.ini"));
     platform::set_bmc_root_for_tests(root_);
     EXPECT_EQ(platform::sensor_readings_file(), kept);
+}
+
+// The service loop reads the watch's events once per request: its own
+// writes are seen at once, another process's by the next request.
+TEST_F(FileCache, ChangesAreSeenAtOnceOrByTheNextRequest) {
+    const std::string file = path("/a.ini");
+    sim_testing::write_text(file, "one");
+    settle();
+    const auto one_request_after_another = [&] {
+        platform::start_request_epoch();
+        if (read(file) != "one") return 1;
+        if (!platform::sim::replace_file(file, "two", 0644) || read(file) != "two") return 2;
+        const pid_t other = ::fork();
+        if (other == 0) {
+            sim_testing::write_text(file, "three");
+            ::_exit(0);
+        }
+        int status = 0;
+        if (::waitpid(other, &status, 0) != other || !WIFEXITED(status)) return 3;
+        platform::start_request_epoch();
+        return read(file) == "three" ? 0 : 4;
+    };
+    EXPECT_EXIT(std::exit(one_request_after_another()), ::testing::ExitedWithCode(0), "");
 }
 
 TEST_F(FileCache, AKeptSettingFollowsItsFile) {
