@@ -53,9 +53,11 @@ constexpr uint8_t warning_thresholds = THRESHOLD_LOWER_NON_CRITICAL | THRESHOLD_
 struct sensor_snapshot {
     std::shared_ptr<const platform::raw_readings> stored = platform::stored_sensor_readings();
     bool host_on = PltCHASSIS_PowerStatus() == 1;
+    // Drifting readings follow the clock's second; one for all of them.
+    long long second = stored->drift_seed && host_on ? lx_time_get() : 0;
 };
 
-// The stored readings and host power, read once per request epoch: a
+// The stored readings, host power and second, read once per request epoch: a
 // sensor resource asks for dozens of sensors. Read on every call outside
 // the service loop.
 const sensor_snapshot& current_snapshot() {
@@ -95,10 +97,9 @@ uint8_t current_raw(const St_SensorData& record, const sensor_snapshot& snapshot
     if (found != snapshot.stored->stored.end()) return found->second;
     const auto& seed = snapshot.stored->drift_seed;
     if (!seed || !snapshot.host_on || !is_threshold_sensor(record)) return record.nominal_reading;
-    long long second = lx_time_get();
-    platform::note_input_expiry(second + 1);
+    platform::note_input_expiry(snapshot.second + 1);
     int drifted =
-        record.nominal_reading + platform::drift_step(*seed, record.sensor_number, second);
+        record.nominal_reading + platform::drift_step(*seed, record.sensor_number, snapshot.second);
     if (drifted < 0 || drifted > 0xFF) return record.nominal_reading;
     auto raw = static_cast<uint8_t>(drifted);
     // Compared as values: a signed format's raw range wraps.
