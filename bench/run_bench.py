@@ -76,6 +76,15 @@ def site_config(root, port, tls_port, processes, external):
     return text
 
 
+def deployed_environment():
+    """What lighttpd's configuration gives index.fcgi besides its root, for
+    the responders that the benchmark starts itself."""
+    with open(os.path.join(SOURCE_DIR, "deploy", "lighttpd.conf.in")) as template:
+        pairs = re.search(r'"bin-environment" => \((.*)\),', template.read()).group(1)
+    return {name: value for name, value in re.findall(r'"([^"]+)" => "([^"]*)"', pairs)
+            if name != "BMC_ROOT"}
+
+
 class Site:
     """A lighttpd on a free loopback port in front of one state root."""
 
@@ -101,7 +110,8 @@ class Site:
         listener.listen(64)
         responder = subprocess.Popen(command, stdin=listener.fileno(), stdout=subprocess.DEVNULL,
                                      stderr=subprocess.DEVNULL,
-                                     env=dict(os.environ, BMC_ROOT=self.root,
+                                     env=dict(os.environ, **deployed_environment(),
+                                              BMC_ROOT=self.root,
                                               BMC_REUSE_ANSWERS="1" if reuse_answers else "0"))
         listener.close()
         return responder
