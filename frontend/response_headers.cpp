@@ -18,9 +18,6 @@ constexpr std::pair<response_header, std::string_view> header_names[] = {
     {response_header::content_disposition, "Content-Disposition"},
 };
 
-constexpr std::pair<int, std::string_view> method_names[] = {
-    {GET, "GET"}, {PATCH, "PATCH"}, {POST, "POST"}, {PUT, "PUT"}, {DELETE, "DELETE"}};
-
 std::array<std::string, std::size(header_names)>& kept_headers() {
     static std::array<std::string, std::size(header_names)> kept;
     return kept;
@@ -29,7 +26,7 @@ std::array<std::string, std::size(header_names)>& kept_headers() {
 // "GET, PATCH"
 std::string method_list(unsigned methods) {
     std::string list;
-    for (const auto& [code, name] : method_names) {
+    for (const auto& [name, code] : method_names) {
         if (!(methods & (1u << code))) continue;
         if (!list.empty()) list += ", ";
         list += name;
