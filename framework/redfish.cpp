@@ -118,4 +118,6 @@ boost::json::object link(std::string_view uri) {
     return object;
 }
 
+boost::json::array link_array(std::string_view uri) { return {link(uri)}; }
+
 }  // namespace odata::redfish

@@ -65,4 +65,7 @@ private:
 // {"@odata.id": uri}
 boost::json::object link(std::string_view uri);
 
+// [{"@odata.id": uri}]
+boost::json::array link_array(std::string_view uri);
+
 }  // namespace odata::redfish

@@ -6,26 +6,26 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* collection_uri = "/redfish/v1/Registries";
+constexpr const char* registries_uri = "/redfish/v1/Registries";
 
 }  // namespace
 
 messageregistryfilecollection::messageregistryfilecollection(request_context& context)
     : redfish(context, "MessageRegistryFileCollection", "", "Message Registry File Collection",
-              collection_uri) {}
+              registries_uri) {}
 
 int messageregistryfilecollection::get(request_context&) {
     set_common_properties();
     set("Description", "Registry Repository");
     std::vector<std::string> members;
     for (const auto& registry : registry_files())
-        members.push_back(collection_uri + ("/" + std::string(registry.id)));
+        members.push_back(registries_uri + ("/" + std::string(registry.id)));
     set_members(members);
     return 0;
 }
 
 messageregisteryfile::messageregisteryfile(request_context& context)
-    : published_file(context, "MessageRegistryFile", collection_uri) {}
+    : published_file(context, "MessageRegistryFile", registries_uri) {}
 
 int messageregisteryfile::get(request_context&) {
     // The route's pattern leaves "." unescaped; only the table's Ids exist.

@@ -6,13 +6,13 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* collection_uri = "/redfish/v1/JsonSchemas";
+constexpr const char* schemas_uri = "/redfish/v1/JsonSchemas";
 
 }  // namespace
 
 jsonschemafilecollection::jsonschemafilecollection(request_context& context)
-    : redfish(context, "JsonSchemaFileCollection", "", "JSON Schema File Collection",
-              collection_uri) {}
+    : redfish(context, "JsonSchemaFileCollection", "", "JSON Schema File Collection", schemas_uri) {
+}
 
 int jsonschemafilecollection::get(request_context&) {
     set_common_properties();
@@ -20,14 +20,14 @@ int jsonschemafilecollection::get(request_context&) {
     std::vector<std::string> members;
     for (const auto& schema : schema_files()) {
         if (schema.json_published)
-            members.push_back(collection_uri + ("/" + std::string(schema.name)));
+            members.push_back(schemas_uri + ("/" + std::string(schema.name)));
     }
     set_members(members);
     return 0;
 }
 
 json_file_common::json_file_common(request_context& context)
-    : published_file(context, "JsonSchemaFile", collection_uri) {}
+    : published_file(context, "JsonSchemaFile", schemas_uri) {}
 
 int json_file_common::get(request_context&) {
     const schema_file* schema = find_schema_file(id());

@@ -37,13 +37,6 @@ unsigned char stop_flag = 0;
 
 constexpr int max_body_length = 32768;
 
-struct method_name {
-    const char* name;
-    int code;
-};
-constexpr method_name method_names[] = {
-    {"GET", GET}, {"PATCH", PATCH}, {"POST", POST}, {"PUT", PUT}, {"DELETE", DELETE}};
-
 void drain(std::istream& input) {
     while (input.get() != std::char_traits<char>::eof()) {
     }

@@ -17,6 +17,13 @@ class auth;
 
 enum method_code : int { GET = 1, PATCH = 2, POST = 3, PUT = 4, DELETE = 5 };
 
+struct method_name {
+    const char* name;
+    int code;
+};
+inline constexpr method_name method_names[] = {
+    {"GET", GET}, {"PATCH", PATCH}, {"POST", POST}, {"PUT", PUT}, {"DELETE", DELETE}};
+
 struct request_context {
     std::string uri;                    // normalised path
     std::string query;                  // QUERY_STRING

@@ -23,9 +23,6 @@ constexpr std::pair<response_header, std::string_view> header_names[] = {
 // Room for a typical block, so that it is built in one allocation.
 constexpr std::size_t header_block_bytes = 512;
 
-constexpr std::pair<int, std::string_view> method_names[] = {
-    {GET, "GET"}, {PATCH, "PATCH"}, {POST, "POST"}, {PUT, "PUT"}, {DELETE, "DELETE"}};
-
 std::array<std::string, std::size(header_names)>& kept_headers() {
     static std::array<std::string, std::size(header_names)> kept;
     return kept;
@@ -34,7 +31,7 @@ std::array<std::string, std::size(header_names)>& kept_headers() {
 // "GET, PATCH"
 std::string method_list(unsigned methods) {
     std::string list;
-    for (const auto& [code, name] : method_names) {
+    for (const auto& [name, code] : method_names) {
         if (!(methods & (1u << code))) continue;
         if (!list.empty()) list += ", ";
         list += name;

@@ -6,11 +6,10 @@
 #include "platform/libipmi_users.h"
 #include "platform/libweb.h"
 #include "security/account_policy.h"
+#include "security/account_slots.h"
 
 namespace odata::redfish {
 namespace {
-
-constexpr int reserved_administrator_slot = 1;
 
 bool lockout_active(const account_policy& policy) {
     return policy.lockout_enabled && policy.lockout_threshold > 0;

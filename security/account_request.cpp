@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view required_on_create[] = {"UserName", "Password", "RoleId"};
 
 // Properties of the resource that a client may not set.
-constexpr std::string_view read_only_properties[] = {
+constexpr std::string_view account_read_only[] = {
     "@odata.context", "@odata.etag", "@odata.id", "@odata.type", "Id",
     "Name",           "Description", "Links",
 };
@@ -36,7 +36,7 @@ void read_property(std::string_view name, const boost::json::value& value,
         validate_account_types(value, result);
     } else if (name == "SNMP") {
         changes.snmp = validate_snmp(value, unknown, result);
-    } else if (listed_in(read_only_properties, name)) {
+    } else if (listed_in(account_read_only, name)) {
         add_property_message(result, "Base.1.10.PropertyNotWritable", std::string(name));
     } else {
         unknown.report(result, std::string(name));

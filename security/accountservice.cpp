@@ -16,12 +16,12 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* service_uri = "/redfish/v1/AccountService";
+constexpr const char* account_service_uri = "/redfish/v1/AccountService";
 
 // Refused as read-only. The middle entry is one literal as it always was, so
 // ServiceEnabled and MinPasswordLength on their own are not refused here.
-constexpr std::string_view read_only_properties[] = {"Status", "ServiceEnabledMinPasswordLength",
-                                                     "MaxPasswordLength"};
+constexpr std::string_view account_service_read_only[] = {
+    "Status", "ServiceEnabledMinPasswordLength", "MaxPasswordLength"};
 
 // Properties of the resource that a PATCH may name without effect.
 constexpr std::string_view unchanged_properties[] = {
@@ -59,7 +59,7 @@ struct account_service_patch {
     result_record result = general_error();
 
     void read(const std::string& name, const boost::json::value& value) {
-        if (listed_in(read_only_properties, name)) {
+        if (listed_in(account_service_read_only, name)) {
             add_property_message(result, "Base.1.10.PropertyNotWritable", name);
         } else if (const lockout_property* property = lockout_property_named(name)) {
             std::optional<long> accepted =
@@ -89,7 +89,7 @@ struct account_service_patch {
 
 accountservice::accountservice(request_context& context)
     : redfish(context, "AccountService", std::string(schema_file_of("AccountService").version),
-              "Account Service", service_uri) {}
+              "Account Service", account_service_uri) {}
 
 int accountservice::get(request_context&) {
     const account_policy policy = read_account_policy();

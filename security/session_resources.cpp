@@ -14,8 +14,8 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* service_uri = "/redfish/v1/SessionService";
-constexpr const char* collection_uri = "/redfish/v1/SessionService/Sessions";
+constexpr const char* session_service_uri = "/redfish/v1/SessionService";
+constexpr const char* session_collection_uri = "/redfish/v1/SessionService/Sessions";
 
 // A change answers with its status line; send-response completes the
 // headers, and the web server sends no body with a 204.
@@ -55,7 +55,7 @@ const patch_property<session_service_changes> session_service_properties[] = {
 
 sessionservice::sessionservice(request_context& context)
     : redfish(context, "SessionService", std::string(schema_file_of("SessionService").version),
-              "Session Service", service_uri) {}
+              "Session Service", session_service_uri) {}
 
 int sessionservice::get(request_context&) {
     set_common_properties();
@@ -63,7 +63,7 @@ int sessionservice::get(request_context&) {
     set("Status", {{"State", "Enabled"}, {"Health", "OK"}});
     set("ServiceEnabled", sessionserviceconfig::service_enabled());
     set("SessionTimeout", sessionserviceconfig::session_timeout());
-    set("Sessions", link(collection_uri));
+    set("Sessions", link(session_collection_uri));
     return 0;
 }
 
@@ -82,7 +82,7 @@ int sessionservice::patch(request_context& context) {
 }
 
 sessionscollection::sessionscollection(request_context& context)
-    : redfish(context, "SessionCollection", "", "Session Collection", collection_uri) {}
+    : redfish(context, "SessionCollection", "", "Session Collection", session_collection_uri) {}
 
 int sessionscollection::get(request_context&) {
     set_common_properties();
@@ -97,7 +97,7 @@ int sessionscollection::get(request_context&) {
 // open stay.
 int sessionscollection::post(request_context& context) {
     if (!sessionserviceconfig::service_enabled())
-        throw_http_error(403, "Base.1.10.AccessDenied", {collection_uri});
+        throw_http_error(403, "Base.1.10.AccessDenied", {session_collection_uri});
     std::shared_ptr<auth> login = make_authenticator(context, login_mode);
     context.authenticator = login;
     authenticate(context, *login);

@@ -16,7 +16,7 @@
 namespace odata::redfish {
 namespace {
 
-boost::json::array event_type_names(int bits) {
+boost::json::array event_types_of(int bits) {
     boost::json::array names;
     for (const event_type_name& type : event_types())
         if (bits == 0 || (bits & type.bit)) names.emplace_back(type.name);
@@ -67,7 +67,7 @@ int eventdestination::get(request_context&) {
     set("Protocol", protocol ? protocol->protocol : "Redfish");
     set("SubscriptionType", protocol ? protocol->subscription_type : "RedfishEvent");
     set("EventFormatType", "Event");
-    set("EventTypes", event_type_names(entry.event_types));
+    set("EventTypes", event_types_of(entry.event_types));
     set("Context", entry.context);
     set("SNMP", snmp_json(entry));
     set("Oem", {{"Tarnwright",

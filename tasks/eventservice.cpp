@@ -19,7 +19,7 @@ namespace {
 
 using platform::event_service_settings;
 
-constexpr std::string_view read_only_properties[] = {
+constexpr std::string_view event_service_read_only[] = {
     "@odata.context", "@odata.etag", "@odata.id", "@odata.type",   "Id",
     "Name",           "Status",      "Actions",   "Subscriptions", "EventTypesForSubscription"};
 constexpr std::string_view connection_protocols[] = {"None", "AutoDetect", "StartTLS", "TLS_SSL"};
@@ -133,7 +133,7 @@ void read_member(const request_member& member, event_service_patch& patch) {
     } else if (member.name == "SMTP") {
         for_each_member(member.value, member.path, result,
                         [&](const request_member& setting) { read_smtp_member(setting, patch); });
-    } else if (listed_in(read_only_properties, member.name)) {
+    } else if (listed_in(event_service_read_only, member.name)) {
         add_property_message(result, "Base.1.10.PropertyNotWritable", member.path);
     } else {
         unknown_property::in_patch().report(result, member.path);

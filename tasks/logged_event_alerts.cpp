@@ -74,7 +74,7 @@ std::string origin_of(origin_kind kind, int argument) {
 }
 
 // "%1" and "%2" of a message come from the text "<first>, <second>".
-std::vector<std::string> message_args(const event_message& message, const std::string& text) {
+std::vector<std::string> alert_arguments(const event_message& message, const std::string& text) {
     if (message.message.find("%2") != std::string_view::npos) {
         const std::size_t comma = text.find(", ");
         if (comma != std::string::npos) return {text.substr(0, comma), text.substr(comma + 2)};
@@ -104,7 +104,7 @@ bool send_logged_event_alert(int code, int argument, const std::string& text) {
     const logged_alert* alert = alert_of_code(code);
     const event_message* message = alert ? message_of(alert->key) : nullptr;
     if (!message) return false;
-    const std::vector<std::string> args = message_args(*message, text);
+    const std::vector<std::string> args = alert_arguments(*message, text);
     std::vector<const char*> arg_texts;
     for (const std::string& arg : args) arg_texts.push_back(arg.c_str());
     const long long now = lx_time_get();

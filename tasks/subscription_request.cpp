@@ -15,8 +15,8 @@
 namespace odata::redfish {
 namespace {
 
-constexpr std::string_view read_only_properties[] = {"@odata.context", "@odata.etag", "@odata.id",
-                                                     "@odata.type",    "Id",          "Name"};
+constexpr std::string_view subscription_read_only[] = {"@odata.context", "@odata.etag", "@odata.id",
+                                                       "@odata.type",    "Id",          "Name"};
 constexpr std::string_view illegal_snmpv3_user_characters = ",;&'\"<>=$|^?*~`()[]#%{}";
 constexpr std::size_t min_snmp_key_length = 8;
 
@@ -181,7 +181,7 @@ void read_member(const request_member& member, subscription_edit& edit, result_r
         read_snmp(member, edit, result);
     } else if (member.name == "Oem") {
         read_oem(member, edit, result);
-    } else if (listed_in(read_only_properties, member.name)) {
+    } else if (listed_in(subscription_read_only, member.name)) {
         add_property_message(result, "Base.1.10.PropertyNotWritable", member.path);
     } else {
         unknown_property::in_patch().report(result, member.path);

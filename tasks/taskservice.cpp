@@ -15,8 +15,8 @@
 namespace odata::redfish {
 namespace {
 
-constexpr std::string_view read_only_properties[] = {"Id", "Name", "DateTime",
-                                                     "CompletedTaskOverWritePolicy", "Status"};
+constexpr std::string_view task_service_read_only[] = {"Id", "Name", "DateTime",
+                                                       "CompletedTaskOverWritePolicy", "Status"};
 
 }  // namespace
 
@@ -45,7 +45,7 @@ int taskservice::patch(request_context& context) {
         const std::string name(key);
         if (name == "ServiceEnabled") {
             enabled = require_boolean(value, name, result);
-        } else if (listed_in(read_only_properties, name)) {
+        } else if (listed_in(task_service_read_only, name)) {
             add_property_message(result, "Base.1.10.PropertyNotWritable", name);
         } else {
             unknown_property::in_patch().report(result, name);

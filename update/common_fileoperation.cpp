@@ -16,7 +16,7 @@ namespace odata::redfish {
 namespace {
 
 constexpr const char* export_uri = "/restapi/twri/Actions/File.Export";
-constexpr const char* file_name = "bmc_config.json";
+constexpr const char* bmc_config_file_name = "bmc_config.json";
 constexpr int file_version = 1;
 constexpr const char* ipmi_member = "IPMIConfig";
 
@@ -74,10 +74,10 @@ int common_fileoperation::post(request_context& context) {
 void common_fileoperation::export_file(request_context& context) {
     check_no_parameters(context, "File.Export");
     const std::string text = boost::json::serialize(exported_document());
-    audit_configuration(context.user_name, "TWR.1.0.OemFileDownloaded", {file_name});
+    audit_configuration(context.user_name, "TWR.1.0.OemFileDownloaded", {bmc_config_file_name});
     write_status_line(200);
     set_response_header(response_header::content_disposition,
-                        std::string("attachment; filename=\"") + file_name + "\"");
+                        std::string("attachment; filename=\"") + bmc_config_file_name + "\"");
     write_header_block(text.size(), body_kind::attachment);
     std::cout << text;
 }

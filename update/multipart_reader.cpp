@@ -3,18 +3,14 @@
 #include <algorithm>
 #include <cctype>
 
+#include "update/lower_case.h"
+
 namespace odata::redfish {
 namespace {
 
 constexpr size_t block_size = 65536;
 constexpr size_t max_header_line = 1024;
 constexpr int max_header_lines = 16;
-
-std::string lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
 
 // The value of name="..." in a Content-Disposition line; "" when absent.
 std::string disposition_name(const std::string& line) {

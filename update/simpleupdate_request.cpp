@@ -6,6 +6,7 @@
 #include "platform/libfwupdate.h"
 #include "platform/libweb.h"
 #include "platform/outbound_destinations.h"
+#include "update/lower_case.h"
 #include "update/push_parameters.h"
 
 namespace odata::redfish {
@@ -34,12 +35,6 @@ parameter text_parameter(const boost::json::object& body, const char* name, std:
     if (!value->is_string()) return parameter::wrong_type;
     text = value->as_string();
     return parameter::text;
-}
-
-std::string lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
 }
 
 const transfer_protocol* protocol_by_scheme(const std::string& scheme) {

@@ -19,7 +19,7 @@ namespace json = boost::json;
 
 namespace {
 
-constexpr int table_format = 1;
+constexpr int alert_table_format = 1;
 
 // The table locked by this process and the changes made to it.
 struct locked_table {
@@ -40,10 +40,10 @@ locked_table& state() {
     return table;
 }
 
-std::string lock_file() { return platform::bmc_path("/var/bmc/alert_dest.lock"); }
+std::string alert_lock_file() { return platform::bmc_path("/var/bmc/alert_dest.lock"); }
 
 template <std::size_t N>
-bool copy_text(char (&field)[N], std::string_view text) {
+bool copy_whole_text(char (&field)[N], std::string_view text) {
     if (text.size() >= N || text.find('\0') != std::string_view::npos) return false;
     std::memcpy(field, text.data(), text.size());
     field[text.size()] = '\0';
@@ -53,7 +53,7 @@ bool copy_text(char (&field)[N], std::string_view text) {
 template <std::size_t N>
 void read_text(const json::object& object, const char* key, char (&field)[N]) {
     const json::value* value = object.if_contains(key);
-    if (value && value->is_string()) copy_text(field, value->get_string());
+    if (value && value->is_string()) copy_whole_text(field, value->get_string());
 }
 
 uint8_t read_small(const json::object& object, const char* key, int max) {
@@ -105,7 +105,8 @@ json::object alert_entry_json(const St_AlertDest& entry) {
 std::string alert_table_text(const alert_table& table) {
     json::array entries;
     for (const St_AlertDest& entry : table) entries.emplace_back(alert_entry_json(entry));
-    return json::serialize(json::object{{"format", table_format}, {"entries", std::move(entries)}});
+    return json::serialize(
+        json::object{{"format", alert_table_format}, {"entries", std::move(entries)}});
 }
 
 }  // namespace platform
@@ -171,7 +172,7 @@ bool lock_alert_table() {
     std::lock_guard<std::recursive_mutex> hold(guard);
     locked_table& table = state();
     if (!table.held()) {
-        std::string path = lock_file();
+        std::string path = alert_lock_file();
         sim::unique_fd fd(sim::make_parent_dirs(path)
                               ? ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)
                               : -1);
@@ -238,7 +239,7 @@ extern "C" int get_config_alter_enable(int index) {
 
 extern "C" int set_config_alert_dest(int index, const char* destination) {
     return change_entry(index, [&](St_AlertDest& entry) {
-        return copy_text(entry.destination, text_or_empty(destination));
+        return copy_whole_text(entry.destination, text_or_empty(destination));
     });
 }
 
@@ -260,13 +261,13 @@ extern "C" int set_config_alert_type(int index, int event_types) {
 
 extern "C" int set_config_alert_context(int index, const char* context) {
     return change_entry(index, [&](St_AlertDest& entry) {
-        return copy_text(entry.context, text_or_empty(context));
+        return copy_whole_text(entry.context, text_or_empty(context));
     });
 }
 
 extern "C" int set_config_alert_community(int index, const char* community) {
     return change_entry(index, [&](St_AlertDest& entry) {
-        return copy_text(entry.community, text_or_empty(community));
+        return copy_whole_text(entry.community, text_or_empty(community));
     });
 }
 
@@ -279,16 +280,17 @@ extern "C" int set_config_alert_snmpv3(int index, const char* user, int authenti
             return false;
         entry.authentication_protocol = static_cast<uint8_t>(authentication_protocol);
         entry.encryption_protocol = static_cast<uint8_t>(encryption_protocol);
-        return copy_text(entry.snmp_user, text_or_empty(user)) &&
-               (!authentication_key || copy_text(entry.authentication_key, authentication_key)) &&
-               (!encryption_key || copy_text(entry.encryption_key, encryption_key));
+        return copy_whole_text(entry.snmp_user, text_or_empty(user)) &&
+               (!authentication_key ||
+                copy_whole_text(entry.authentication_key, authentication_key)) &&
+               (!encryption_key || copy_whole_text(entry.encryption_key, encryption_key));
     });
 }
 
 extern "C" int set_smtp_paramters(int index, const char* subject, const char* user) {
     return change_entry(index, [&](St_AlertDest& entry) {
-        return copy_text(entry.smtp_subject, text_or_empty(subject)) &&
-               copy_text(entry.smtp_user, text_or_empty(user));
+        return copy_whole_text(entry.smtp_subject, text_or_empty(subject)) &&
+               copy_whole_text(entry.smtp_user, text_or_empty(user));
     });
 }
 

@@ -56,11 +56,11 @@ std::string versions_file() { return bmc_path("/nv/firmware.ini"); }
 
 // Holds "<pid> <start>" of the holding process, or "task <id> <monitor id>"
 // of the holding task.
-std::string lock_file() { return bmc_path("/tmp/fw_updating_lock"); }
+std::string update_lock_file() { return bmc_path("/tmp/fw_updating_lock"); }
 
 bool lock_held() {
     std::string holder;
-    return read_file(lock_file(), holder) && holder_alive(holder);
+    return read_file(update_lock_file(), holder) && holder_alive(holder);
 }
 
 }  // namespace
@@ -126,10 +126,11 @@ extern "C" {
 
 int get_fw_updating_lock(void) {
     int taken = -2;
-    with_file_lock(lock_file(), [&] {
+    with_file_lock(update_lock_file(), [&] {
         if (lock_held()) {
             taken = -1;
-        } else if (replace_file(lock_file(), format_process(identify_process(getpid())), 0600)) {
+        } else if (replace_file(update_lock_file(), format_process(identify_process(getpid())),
+                                0600)) {
             drop_void_bios_staging();
             taken = 0;
         }
@@ -141,13 +142,15 @@ int get_fw_updating_lock(void) {
 int set_fw_updating_lock_task(int task_id) {
     const std::string holder = task_holder(task_id);
     if (holder.empty()) return -1;
-    bool set = with_file_lock(lock_file(), [&] { return replace_file(lock_file(), holder, 0600); });
+    bool set = with_file_lock(update_lock_file(),
+                              [&] { return replace_file(update_lock_file(), holder, 0600); });
     return set ? 0 : -1;
 }
 
 int release_fw_updating_lock(void) {
-    bool released = with_file_lock(
-        lock_file(), [] { return ::unlink(lock_file().c_str()) == 0 || errno == ENOENT; });
+    bool released = with_file_lock(update_lock_file(), [] {
+        return ::unlink(update_lock_file().c_str()) == 0 || errno == ENOENT;
+    });
     return released ? 0 : -1;
 }
 

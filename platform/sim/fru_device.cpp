@@ -43,7 +43,7 @@ constexpr text_slot text_slots[] = {
 constexpr std::size_t board_id_field = 5;
 
 // Copies at most FRU_TEXT_SIZE - 1 bytes, never ending inside a UTF-8 sequence.
-void copy_text(char (&target)[FRU_TEXT_SIZE], const std::string& text) {
+void copy_utf8_text(char (&target)[FRU_TEXT_SIZE], const std::string& text) {
     std::size_t length = text.size();
     if (length >= FRU_TEXT_SIZE) {
         length = FRU_TEXT_SIZE - 1;
@@ -60,7 +60,7 @@ bool fill_text(const platform::fru::image& image, const text_slot& slot, St_FRUI
     const platform::fru::field& field = area->fields[slot.index];
     std::string text;
     if (!platform::fru::decode_text(field.type, field.data, english, text)) return false;
-    copy_text(info.*slot.target, text);
+    copy_utf8_text(info.*slot.target, text);
     return true;
 }
 

@@ -20,10 +20,6 @@ enum header_slot : std::size_t {
     multirecord_slot
 };
 
-uint8_t byte_at(std::string_view data, std::size_t index) {
-    return static_cast<uint8_t>(data[index]);
-}
-
 uint8_t checksum_of(std::string_view data) {
     unsigned sum = 0;
     for (std::size_t i = 0; i < data.size(); ++i) sum += byte_at(data, i);

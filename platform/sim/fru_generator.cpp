@@ -10,8 +10,8 @@ using platform::fru::field;
 
 constexpr uint8_t rack_mount_chassis = 0x17;
 constexpr uint8_t english = 25;
-constexpr uint32_t made_2024_03_01 = 14813280;  // minutes since 1996-01-01
-constexpr char board_id[] = {0x5C, 0x0A};       // 0x0A5C, least significant byte first
+constexpr uint32_t made_2024_03_01 = 14813280;   // minutes since 1996-01-01
+constexpr char board_id_bytes[] = {0x5C, 0x0A};  // 0x0A5C, least significant byte first
 
 field text(const char* value) { return {platform::fru::eight_bit, value}; }
 
@@ -41,7 +41,7 @@ platform::fru::image board_image() {
                     text("BSN2403010042"),
                     text("MB-X12D-0001"),
                     text("fru-1.0"),
-                    {platform::fru::binary, std::string(board_id, sizeof board_id)}}};
+                    {platform::fru::binary, std::string(board_id_bytes, sizeof board_id_bytes)}}};
     image.product = {english,
                      0,
                      {text("Tarnwright"), text("TW-2U-R2400"), text("TW-2U-R2400-A1"), text("1.0"),

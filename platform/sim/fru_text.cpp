@@ -18,10 +18,6 @@ void append_utf8(std::string& text, uint32_t code_point) {
     }
 }
 
-unsigned char byte_at(std::string_view data, std::size_t index) {
-    return static_cast<unsigned char>(data[index]);
-}
-
 std::string hex_text(std::string_view data) {
     static constexpr char digits[] = "0123456789ABCDEF";
     std::string text;

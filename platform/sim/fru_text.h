@@ -1,6 +1,7 @@
 // Text of FRU fields (type/length byte types), converted to and from UTF-8.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -21,5 +22,10 @@ bool latin1_from_utf8(std::string_view utf8, std::string& latin1);
 
 // Language codes 0 and 25 are English.
 bool is_english(uint8_t language);
+
+// The byte at index of FRU data, as the number it stands for.
+inline uint8_t byte_at(std::string_view data, std::size_t index) {
+    return static_cast<uint8_t>(data[index]);
+}
 
 }  // namespace platform::fru

@@ -1,4 +1,4 @@
-// Power figures and supply bays: two 1600 W AC supplies in failover.
+// Power figures and supply psu_bays: two 1600 W AC supplies in failover.
 #include "platform/sim/power_supply.h"
 
 #include <algorithm>
@@ -11,6 +11,7 @@
 #include "platform/libipmi_sensors.h"
 #include "platform/sim/power_history.h"
 #include "platform/sim/sdr_repository.h"
+#include "platform/sim/sim_file.h"
 #include "platform/sim/state_ini.h"
 
 namespace pt = boost::property_tree;
@@ -29,7 +30,7 @@ struct bay_details {
     const char* serial_number;
 };
 
-constexpr bay_details bays[PSU_BAYS_MAX] = {
+constexpr bay_details psu_bays[PSU_BAYS_MAX] = {
     {"PS1 Status", "PSU16A2301001"},
     {"PS2 Status", "PSU16A2301002"},
 };
@@ -75,7 +76,7 @@ struct supply_state {
 
 supply_state read_supply(int bay) {
     supply_state state;
-    const St_SensorData* record = platform::find_sensor_by_name(bays[bay - 1].status_sensor);
+    const St_SensorData* record = platform::find_sensor_by_name(psu_bays[bay - 1].status_sensor);
     if (record && UtilGetSensorReading(record->sensor_number, &state.bits) == PLT_OK)
         state.sensor_number = record->sensor_number;
     return state;
@@ -95,17 +96,12 @@ uint32_t consumed_watts(const pt::ptree& state) {
     return PltCHASSIS_PowerStatus() == 1 ? load_watts(state) : standby_watts;
 }
 
-void copy_text(char* field, const char* text) {
-    std::strncpy(field, text, PSU_TEXT_SIZE - 1);
-    field[PSU_TEXT_SIZE - 1] = '\0';
-}
-
 void fill_supply_details(St_PowerSupplyInfo& info, int bay) {
-    copy_text(info.model, "TW-PSU-1600AC");
-    copy_text(info.firmware_version, "1.04.2");
-    copy_text(info.serial_number, bays[bay - 1].serial_number);
-    copy_text(info.part_number, "PSU-1600-AC-01");
-    copy_text(info.spare_part_number, "SP-PSU-1600-AC");
+    platform::sim::copy_text(info.model, "TW-PSU-1600AC");
+    platform::sim::copy_text(info.firmware_version, "1.04.2");
+    platform::sim::copy_text(info.serial_number, psu_bays[bay - 1].serial_number);
+    platform::sim::copy_text(info.part_number, "PSU-1600-AC-01");
+    platform::sim::copy_text(info.spare_part_number, "SP-PSU-1600-AC");
     info.input_range_count = PSU_INPUT_RANGES_MAX;
     std::copy(std::begin(input_ranges), std::end(input_ranges), info.input_ranges);
 }

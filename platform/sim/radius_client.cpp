@@ -13,7 +13,7 @@ namespace pt = boost::property_tree;
 namespace {
 
 constexpr mode_t owner_only = 0600;
-constexpr uint16_t default_port = 1812;
+constexpr uint16_t radius_port = 1812;
 constexpr uint8_t default_timeout_seconds = 5;
 
 // Printable, no blanks: a name or address, or a secret, that stays on one
@@ -73,7 +73,7 @@ extern "C" int PltRADIUS_GetConfig(St_RadiusConfig* config) {
     *config = {};
     config->enabled = state.get("RADIUS.Enabled", 0) != 0;
     platform::sim::copy_text(config->server, state.get("RADIUS.Server", std::string()));
-    config->port = state.get("RADIUS.Port", default_port);
+    config->port = state.get("RADIUS.Port", radius_port);
     const int timeout = state.get("RADIUS.TimeoutSeconds", int{default_timeout_seconds});
     config->timeout_seconds = static_cast<uint8_t>(
         timeout >= 1 && timeout <= RADIUS_TIMEOUT_MAX ? timeout : default_timeout_seconds);

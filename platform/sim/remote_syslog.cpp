@@ -16,7 +16,7 @@ namespace pt = boost::property_tree;
 
 namespace {
 
-constexpr int default_port = 514;
+constexpr int syslog_port = 514;
 // Facility local0, severity informational (RFC 5424).
 constexpr const char* priority = "<134>";
 
@@ -74,7 +74,7 @@ extern "C" int PltSYSLOG_GetConfig(St_SyslogConfig* config) {
     *config = St_SyslogConfig{};
     config->enabled = state.get("Syslog.Enabled", 0) != 0;
     platform::sim::copy_text(config->address, state.get("Syslog.Address", ""));
-    const int port = state.get("Syslog.Port", default_port);
+    const int port = state.get("Syslog.Port", syslog_port);
     config->port = static_cast<uint16_t>(port);
     return port == config->port && valid_config(*config) ? PLT_OK : PLT_ERR_FORMAT;
 }

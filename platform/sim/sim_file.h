@@ -28,12 +28,12 @@ bool replace_file(const std::string& path, const std::string& content, mode_t mo
 // Reads the whole file; false when it cannot be opened or read.
 bool read_file(const std::string& path, std::string& text);
 
-// Copies text into a fixed-size field, cut to fit, with a NUL.
+// Copies text into a fixed-size field, cut to fit, NULs filling the rest.
 template <std::size_t size>
 void copy_text(char (&field)[size], std::string_view text) {
     const std::size_t length = std::min(text.size(), size - 1);
     std::memcpy(field, text.data(), length);
-    field[length] = '\0';
+    std::memset(field + length, 0, size - length);
 }
 
 // Owns an open descriptor.

@@ -100,12 +100,6 @@ void add_message(json::object& task, const TaskMessage& message) {
     list.push_back(message_object(message));
 }
 
-template <size_t size>
-void copy_text(char (&target)[size], const std::string& source) {
-    std::strncpy(target, source.c_str(), size - 1);
-    target[size - 1] = '\0';
-}
-
 // The registry's message of key, argument standing for its "%1".
 bool event_task_message(std::string_view key, const std::string& argument,
                         const std::string& related, TaskMessage& entry) {
@@ -115,11 +109,12 @@ bool event_task_message(std::string_view key, const std::string& argument,
     const size_t placeholder = text.find("%1");
     if (placeholder != std::string::npos) text.replace(placeholder, 2, argument);
     entry = TaskMessage{};
-    copy_text(entry.message_id, row->message_id);
-    copy_text(entry.message, text);
-    copy_text(entry.argument, placeholder != std::string::npos ? argument : std::string());
-    copy_text(entry.related, related);
-    copy_text(entry.severity, row->severity);
+    platform::sim::copy_text(entry.message_id, row->message_id);
+    platform::sim::copy_text(entry.message, text);
+    platform::sim::copy_text(entry.argument,
+                             placeholder != std::string::npos ? argument : std::string());
+    platform::sim::copy_text(entry.related, related);
+    platform::sim::copy_text(entry.severity, row->severity);
     return true;
 }
 
@@ -215,26 +210,26 @@ size_t free_place(const json::array& tasks) {
 void fill_info(const json::object& task, int task_id, TaskInfo& info) {
     info = TaskInfo{};
     info.id = task_id;
-    copy_text(info.name, text(task, "Name"));
+    platform::sim::copy_text(info.name, text(task, "Name"));
     info.state = static_cast<int>(number(task, "State"));
     info.start_time = number(task, "StartTime");
     info.end_time = number(task, "EndTime");
     info.percent = static_cast<int>(number(task, "Percent"));
     const json::value* hide = task.if_contains("HidePayload");
     info.hide_payload = hide && hide->is_bool() && hide->as_bool();
-    copy_text(info.monitor_id, text(task, "MonitorId"));
-    copy_text(info.health, text(task, "Health"));
+    platform::sim::copy_text(info.monitor_id, text(task, "MonitorId"));
+    platform::sim::copy_text(info.health, text(task, "Health"));
     const json::value* messages = task.if_contains("Messages");
     if (!messages || !messages->is_array()) return;
     for (const json::value& entry : messages->as_array()) {
         if (!entry.is_object() || info.message_count >= TASK_MESSAGES_MAX) continue;
         const json::object& message = entry.as_object();
         TaskMessage& target = info.messages[info.message_count++];
-        copy_text(target.message_id, text(message, "MessageId"));
-        copy_text(target.message, text(message, "Message"));
-        copy_text(target.argument, text(message, "Argument"));
-        copy_text(target.related, text(message, "Related"));
-        copy_text(target.severity, text(message, "Severity"));
+        platform::sim::copy_text(target.message_id, text(message, "MessageId"));
+        platform::sim::copy_text(target.message, text(message, "Message"));
+        platform::sim::copy_text(target.argument, text(message, "Argument"));
+        platform::sim::copy_text(target.related, text(message, "Related"));
+        platform::sim::copy_text(target.severity, text(message, "Severity"));
     }
 }
 
@@ -317,7 +312,7 @@ int TaskServiceGetConfig(TaskServiceConfig* config) {
     const std::shared_ptr<const json::object> store = stored_store();
     const json::value* enabled = store->if_contains("ServiceEnabled");
     config->enabled = !(enabled && enabled->is_bool() && !enabled->as_bool());
-    copy_text(config->overwrite_policy, "Oldest");
+    platform::sim::copy_text(config->overwrite_policy, "Oldest");
     config->life_cycle_event = 0;
     return 0;
 }

@@ -26,7 +26,7 @@ namespace json = boost::json;
 
 namespace {
 
-constexpr int table_format = 1;
+constexpr int user_table_format = 1;
 constexpr std::size_t max_password_length = 20;
 
 using slot_record = platform::user_slot;
@@ -132,7 +132,7 @@ bool parse_table(const std::string& text, slot_array& slots) {
     const json::object* object = error ? nullptr : document.if_object();
     const json::value* format = object ? member(*object, "format") : nullptr;
     const json::value* list = object ? member(*object, "slots") : nullptr;
-    if (!format || !format->is_int64() || format->get_int64() != table_format || !list ||
+    if (!format || !format->is_int64() || format->get_int64() != user_table_format || !list ||
         !list->is_array())
         return false;
     slots = slot_array();
@@ -158,7 +158,7 @@ std::string serialise_table(const slot_array& slots) {
     json::array list;
     for (int slot = 0; slot < MAX_USER_SLOTS; ++slot) list.push_back(slot_json(slot, slots[slot]));
     // One slot a line, for people who look at the file.
-    std::string text = "{\"format\":" + std::to_string(table_format) + ",\"slots\":[\n";
+    std::string text = "{\"format\":" + std::to_string(user_table_format) + ",\"slots\":[\n";
     for (std::size_t i = 0; i < list.size(); ++i)
         text += json::serialize(list[i]) + (i + 1 < list.size() ? ",\n" : "\n");
     return text + "]}\n";

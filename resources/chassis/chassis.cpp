@@ -36,8 +36,6 @@ constexpr const char* resource_links[][2] = {
     {"Memory", "/redfish/v1/Systems/1/Memory"},
 };
 
-boost::json::array link_array(const char* uri) { return {link(uri)}; }
-
 // "%#x": "0" for zero, "0xa5c" otherwise.
 std::string board_id_text(uint32_t board_id) {
     char text[16];

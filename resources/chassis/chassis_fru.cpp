@@ -2,21 +2,13 @@
 
 #include <cstring>
 
+#include "framework/fixed_text.h"
 #include "platform/libfru.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_chassis.h"
 #include "platform/libweb.h"
 
 namespace odata::redfish {
-namespace {
-
-template <size_t size>
-std::string fixed_text(const char (&field)[size]) {
-    return std::string(field, strnlen(field, size));
-}
-
-}  // namespace
-
 std::optional<chassis_fru> read_chassis_fru() {
     St_FRUInfo info{};
     if (ReadFRUInfo(FRU_BOARD_DEVICE, &info) != PLT_OK) {

@@ -19,9 +19,9 @@ constexpr int event_chassis_change = 149;
 // The longest text a FRU field holds, in Latin-1 characters.
 constexpr size_t fru_text_max = 63;
 
-using patch_property = odata::redfish::patch_property<chassis_changes>;
+using chassis_property = odata::redfish::patch_property<chassis_changes>;
 
-constexpr std::string_view lockdown_patchable[] = {"IndicatorLED"};
+constexpr std::string_view chassis_lockdown_patchable[] = {"IndicatorLED"};
 
 // The FRU stores Latin-1: UTF-8 lead bytes 0xC2 and 0xC3 carry all of it
 // above ASCII. Control characters are not stored.
@@ -87,7 +87,7 @@ void read_rearm_policy(const request_member& member, chassis_changes&, result_re
     read_listed(member, settable_rearm_policies(), result);
 }
 
-const patch_property physical_security_properties[] = {
+const chassis_property physical_security_properties[] = {
     {"IntrusionSensor", read_intrusion_sensor},
     {"IntrusionSensorReArm", read_rearm_policy},
 };
@@ -99,7 +99,7 @@ void read_physical_security(const request_member& member, chassis_changes& chang
     });
 }
 
-const patch_property chassis_properties[] = {
+const chassis_property chassis_properties[] = {
     {"AssetTag", read_asset_tag},
     {"IndicatorLED", read_indicator_led},
     {"PhysicalSecurity", read_physical_security},
@@ -118,9 +118,9 @@ chassis_changes read_chassis_changes(const boost::json::object& body, bool lockd
     for (const auto& [name, value] : body) {
         const request_member member{std::string(name), value, std::string(name)};
         if (lockdown && has_patch_property(chassis_properties, member.name) &&
-            !listed_in(lockdown_patchable, member.name)) {
+            !listed_in(chassis_lockdown_patchable, member.name)) {
             add_message(result, "TWR.1.0.OemSystemLockdownEnabledPatchValid",
-                        {std::string(lockdown_patchable[0])}, {"/" + member.path});
+                        {std::string(chassis_lockdown_patchable[0])}, {"/" + member.path});
             continue;
         }
         read_patch_property(chassis_properties, member, changes, result);

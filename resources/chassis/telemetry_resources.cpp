@@ -14,7 +14,7 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* service_uri = "/redfish/v1/TelemetryService";
+constexpr const char* telemetry_service_uri = "/redfish/v1/TelemetryService";
 constexpr const char* definitions_uri = "/redfish/v1/TelemetryService/MetricDefinitions";
 constexpr const char* report_definitions_uri =
     "/redfish/v1/TelemetryService/MetricReportDefinitions";
@@ -84,7 +84,7 @@ boost::json::array metric_values(const power_metric& metric, const power_history
 
 telemetryservice::telemetryservice(request_context& context)
     : redfish(context, "TelemetryService", std::string(schema_file_of("TelemetryService").version),
-              "Telemetry Service", service_uri) {}
+              "Telemetry Service", telemetry_service_uri) {}
 
 int telemetryservice::get(request_context&) {
     set_common_properties("TelemetryService");

@@ -8,10 +8,10 @@
 namespace odata::redfish {
 namespace {
 
-using patch_property = odata::redfish::patch_property<lan_changes>;
+using lan_property = odata::redfish::patch_property<lan_changes>;
 
 // What GET shows and a client cannot change.
-constexpr std::string_view read_only[] = {
+constexpr std::string_view ethernet_read_only[] = {
     "@odata.id", "@odata.type",      "Id",         "Name",        "Description",
     "Status",    "InterfaceEnabled", "LinkStatus", "MACAddress",  "PermanentMACAddress",
     "SpeedMbps", "IPv4Addresses",    "FQDN",       "NameServers",
@@ -74,7 +74,7 @@ void read_static_addresses(const request_member& member, lan_changes& changes,
     changes.static_address = address;
 }
 
-const patch_property lan_properties[] = {
+const lan_property lan_properties[] = {
     {"HostName", read_host_name},
     {"DHCPv4", read_dhcp},
     {"IPv4StaticAddresses", read_static_addresses},
@@ -117,7 +117,7 @@ lan_changes read_lan_changes(const boost::json::object& body, result_record& res
     lan_changes changes;
     for (const auto& [name, value] : body) {
         const request_member member{std::string(name), value, std::string(name)};
-        if (listed_in(read_only, member.name))
+        if (listed_in(ethernet_read_only, member.name))
             add_property_message(result, "Base.1.10.PropertyNotWritable", member.path);
         else
             read_patch_property(lan_properties, member, changes, result);

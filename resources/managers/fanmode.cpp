@@ -14,7 +14,7 @@ struct fan_changes {
     std::optional<int> mode;
 };
 
-constexpr patch_property<fan_changes> patch_properties[] = {
+constexpr patch_property<fan_changes> fan_mode_properties[] = {
     {"Mode", read_choice<&fan_changes::mode, fan_modes>},
     {"TargetDutyPercent", read_only<fan_changes>},
 };
@@ -35,7 +35,7 @@ int fanmode::get(request_context&) {
 }
 
 int fanmode::patch(request_context& context) {
-    const fan_changes changes = read_settings_patch(patch_properties, context.body_json());
+    const fan_changes changes = read_settings_patch(fan_mode_properties, context.body_json());
     if (changes.mode) require_platform_ok(PltFAN_SetMode(*changes.mode), "FanMode");
     write_status_line(204);
     return 0;

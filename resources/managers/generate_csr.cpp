@@ -11,7 +11,7 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* action_name = "CertificateService.GenerateCSR";
+constexpr const char* generate_csr_action = "CertificateService.GenerateCSR";
 
 // A parameter that becomes a field of the subject, with the upper bound
 // that X.509 sets for it.
@@ -87,10 +87,10 @@ void read_parameter(csr_parameters& checks, const std::string& name,
             checks.report(result, "Base.1.10.ActionParameterValueFormatError", shown_value(value),
                           name);
     } else if (name == "ContactPerson" || name == "KeyUsage") {
-        add_message(result, "Base.1.10.ActionParameterNotSupported", {name, action_name},
+        add_message(result, "Base.1.10.ActionParameterNotSupported", {name, generate_csr_action},
                     {"/" + name});
     } else {
-        unknown_property::in_post(action_name).report(result, name);
+        unknown_property::in_post(generate_csr_action).report(result, name);
     }
 }
 
@@ -100,13 +100,14 @@ int generate_csr::post(request_context& context) {
     const boost::json::value body = context.body_json();
     const boost::json::object& parameters = request_object(body);
     result_record result = general_error();
-    csr_parameters checks(action_name);
+    csr_parameters checks(generate_csr_action);
     csr_content content;
     for (const auto& [name, value] : parameters)
         read_parameter(checks, std::string(name), value, content, result);
     for (const char* required : {"CommonName", "CertificateCollection"})
         if (!parameters.contains(required))
-            add_message(result, "Base.1.10.ActionParameterMissing", {action_name, required});
+            add_message(result, "Base.1.10.ActionParameterMissing",
+                        {generate_csr_action, required});
     const std::optional<key_spec> key = checks.key(result);
     if (!result.entries.empty()) throw_http_result(400, result);
     content.challenge_password = checks.challenge_password();

@@ -25,7 +25,7 @@ void read_enabled(const request_member& member, interface_changes& changes, resu
     changes.enabled = require_boolean(member.value, member.path, result);
 }
 
-constexpr patch_property<interface_changes> patch_properties[] = {
+constexpr patch_property<interface_changes> interface_properties[] = {
     {"InterfaceEnabled", read_enabled},
 };
 
@@ -62,7 +62,7 @@ int hostinterface::get(request_context&) {
 }
 
 int hostinterface::patch(request_context& context) {
-    const interface_changes changes = read_patch_body(patch_properties, context.body_json());
+    const interface_changes changes = read_patch_body(interface_properties, context.body_json());
     if (UtilSetHostInterface(*changes.enabled ? 1 : 0) != PLT_OK)
         throw_http_error(500, "Base.1.10.InternalError");
     write_status_line(204);

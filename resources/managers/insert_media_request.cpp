@@ -10,7 +10,7 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* action_name = "VirtualMedia.InsertMedia";
+constexpr const char* insert_media_action = "VirtualMedia.InsertMedia";
 constexpr std::size_t max_image_length = VMEDIA_IMAGE_SIZE - 1;
 constexpr std::size_t max_user_name_length = VMEDIA_USER_SIZE - 1;
 constexpr std::size_t max_password_length = VMEDIA_PASSWORD_SIZE - 1;
@@ -38,7 +38,7 @@ bool is_printable(std::string_view text) {
 
 void report_value(result_record& result, const char* message_id, const std::string& value,
                   const std::string& name) {
-    add_parameter_message(result, message_id, value, name, action_name);
+    add_parameter_message(result, message_id, value, name, insert_media_action);
 }
 
 const boost::json::string* read_text(const boost::json::value& value, const std::string& name,
@@ -114,7 +114,7 @@ void read_member(const std::string& name, const boost::json::value& value,
     } else if (name == "TransferMethod") {
         read_choice(value, name, transfer_methods, ignored, result);
     } else {
-        unknown_property::in_post(action_name).report(result, name);
+        unknown_property::in_post(insert_media_action).report(result, name);
     }
 }
 
@@ -168,7 +168,7 @@ insert_media_request read_insert_media(const boost::json::object& parameters,
     for (const auto& [name, value] : parameters)
         read_member(std::string(name), value, fields, result);
     if (!parameters.contains("Image"))
-        add_message(result, "Base.1.10.ActionParameterMissing", {action_name, "Image"});
+        add_message(result, "Base.1.10.ActionParameterMissing", {insert_media_action, "Image"});
     check_image(fields, result);
     return fields.request;
 }

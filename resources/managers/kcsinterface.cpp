@@ -38,7 +38,7 @@ void read_privilege(const request_member& member, kcs_changes& changes, result_r
         member.value, {"Administrator", "Operator", "User", "Callback"}, member.path, result);
 }
 
-constexpr patch_property<kcs_changes> patch_properties[] = {
+constexpr patch_property<kcs_changes> kcs_properties[] = {
     {"Privilege", read_privilege},
 };
 
@@ -55,7 +55,7 @@ int kcsinterface::get(request_context&) {
 }
 
 int kcsinterface::patch(request_context& context) {
-    const kcs_changes changes = read_patch_body(patch_properties, context.body_json());
+    const kcs_changes changes = read_patch_body(kcs_properties, context.body_json());
     if (UtilSetKCSPrivilege(KCS_CHANNEL, level_of(*changes.privilege)) != PLT_OK) {
         console_log("[KCSInterface] privilege not stored\n");
         write_status_line(400);

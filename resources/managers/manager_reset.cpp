@@ -10,7 +10,7 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* action_name = "Manager.Reset";
+constexpr const char* manager_reset_action = "Manager.Reset";
 constexpr const char* parameter_name = "ResetType";
 
 // The simulated BMC restarts the same way for both: it has no state to
@@ -24,19 +24,20 @@ void check_request(const boost::json::object& parameters) {
     result_record result = general_error();
     for (const auto& [name, value] : parameters) {
         if (name != parameter_name) {
-            unknown_property::in_post(action_name).report(result, std::string(name));
+            unknown_property::in_post(manager_reset_action).report(result, std::string(name));
             continue;
         }
         const boost::json::string* text = value.if_string();
         if (!text)
             add_message(result, "Base.1.10.ActionParameterValueTypeError",
-                        {shown_value(value), parameter_name, action_name}, {"/ResetType"});
+                        {shown_value(value), parameter_name, manager_reset_action}, {"/ResetType"});
         else if (!is_reset_type(*text))
             add_message(result, "Base.1.10.ActionParameterValueNotInList",
-                        {std::string(*text), parameter_name, action_name}, {"/ResetType"});
+                        {std::string(*text), parameter_name, manager_reset_action}, {"/ResetType"});
     }
     if (!parameters.contains(parameter_name))
-        add_message(result, "Base.1.10.ActionParameterMissing", {action_name, parameter_name});
+        add_message(result, "Base.1.10.ActionParameterMissing",
+                    {manager_reset_action, parameter_name});
     if (!result.entries.empty()) throw_http_result(400, result);
 }
 

@@ -7,8 +7,8 @@ namespace odata::redfish {
 namespace {
 
 // What GET shows and a client cannot change.
-constexpr std::string_view read_only[] = {"@odata.id", "@odata.type", "@odata.context", "Id",
-                                          "Name",      "Description", "Status",         "FQDN"};
+constexpr std::string_view protocol_read_only[] = {
+    "@odata.id", "@odata.type", "@odata.context", "Id", "Name", "Description", "Status", "FQDN"};
 
 const network_protocol* protocol_named(std::string_view name) {
     for (const network_protocol& protocol : network_protocols)
@@ -33,7 +33,7 @@ void read_service_member(const request_member& member, service_change& change,
 
 void read_member(const request_member& member, network_protocol_changes& changes,
                  result_record& result) {
-    if (listed_in(read_only, member.name))
+    if (listed_in(protocol_read_only, member.name))
         return add_property_message(result, "Base.1.10.PropertyNotWritable", member.path);
     if (member.name == "HostName") {
         changes.host_name = require_host_name(member, result);

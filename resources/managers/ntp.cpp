@@ -24,7 +24,7 @@ struct ntp_changes {
 };
 
 // A host name of DNS labels, or an IPv4 or IPv6 address.
-bool is_server_name(std::string_view text) {
+bool is_ntp_server_name(std::string_view text) {
     if (text.empty() || text.size() >= NTP_SERVER_SIZE) return false;
     in6_addr ipv6;
     if (parse_ipv4(text) || inet_pton(AF_INET6, std::string(text).c_str(), &ipv6) == 1) return true;
@@ -52,7 +52,7 @@ void read_servers(const request_member& member, ntp_changes& changes, result_rec
     for (std::size_t index = 0; index < list->size(); ++index) {
         const std::string path = member.path + "/" + std::to_string(index);
         const boost::json::string* text = require_text((*list)[index], path, result);
-        if (text && !is_server_name(*text))
+        if (text && !is_ntp_server_name(*text))
             add_value_message(result, "Base.1.10.PropertyValueFormatError", std::string(*text),
                               path);
         else if (text)
@@ -61,7 +61,7 @@ void read_servers(const request_member& member, ntp_changes& changes, result_rec
     changes.servers = std::move(servers);
 }
 
-constexpr patch_property<ntp_changes> patch_properties[] = {
+constexpr patch_property<ntp_changes> ntp_properties[] = {
     {"ClockSource", read_source},
     {"NTPServers", read_servers},
 };
@@ -113,7 +113,7 @@ int ntp::get(request_context&) {
 }
 
 int ntp::patch(request_context& context) {
-    const ntp_changes changes = read_patch_body(patch_properties, context.body_json());
+    const ntp_changes changes = read_patch_body(ntp_properties, context.body_json());
     const St_NtpConfig config = changed_config(changes);
     if (PltNTP_SetConfig(&config) != PLT_OK) throw_http_error(500, "Base.1.10.InternalError");
     log_manager_setting_change(context.user_name, config.source == NTP_SOURCE_NTP

@@ -26,7 +26,7 @@ struct radius_changes {
 };
 
 // An IPv4 address or a DNS name that fits the setting.
-bool is_server_name(std::string_view name) {
+bool is_radius_server_name(std::string_view name) {
     if (name.size() >= RADIUS_SERVER_SIZE) return false;
     if (parse_ipv4(name)) return true;
     for (std::size_t start = 0;;) {
@@ -42,7 +42,7 @@ void read_server(const request_member& member, radius_changes& changes, result_r
     if (!text)
         return add_value_message(result, "Base.1.10.PropertyValueTypeError",
                                  shown_value(member.value), member.path);
-    if (!text->empty() && !is_server_name(*text))
+    if (!text->empty() && !is_radius_server_name(*text))
         return add_value_message(result, "Base.1.10.PropertyValueFormatError", std::string(*text),
                                  member.path);
     changes.server = std::string(*text);
@@ -61,7 +61,7 @@ void read_secret(const request_member& member, radius_changes& changes, result_r
     changes.secret = std::string(*text);
 }
 
-constexpr patch_property<radius_changes> patch_properties[] = {
+constexpr patch_property<radius_changes> radius_properties[] = {
     {"Enabled", read_flag<&radius_changes::enabled>},
     {"ServerAddress", read_server},
     {"PortNumber", read_integer<&radius_changes::port, 1, 65535>},
@@ -140,7 +140,7 @@ int radius::get(request_context&) {
 int radius::patch(request_context& context) {
     result_record result = general_error();
     const radius_changes changes =
-        read_settings_members(patch_properties, context.body_json(), result);
+        read_settings_members(radius_properties, context.body_json(), result);
     const St_RadiusConfig current = radius_config();
     const St_RadiusConfig wanted = changed_config(current, changes);
     if (result.entries.empty()) {

@@ -11,7 +11,7 @@ struct rakp_changes {
     std::optional<bool> enabled;
 };
 
-constexpr patch_property<rakp_changes> patch_properties[] = {
+constexpr patch_property<rakp_changes> rakp_properties[] = {
     {"Enabled", read_flag<&rakp_changes::enabled>},
 };
 
@@ -28,7 +28,7 @@ int rakp::get(request_context&) {
 }
 
 int rakp::patch(request_context& context) {
-    const rakp_changes changes = read_settings_patch(patch_properties, context.body_json());
+    const rakp_changes changes = read_settings_patch(rakp_properties, context.body_json());
     require_platform_ok(PltIPMI_SetRakpRequired(*changes.enabled ? 1 : 0), "RAKP");
     write_status_line(204);
     return 0;

@@ -14,7 +14,7 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* action_name = "CertificateService.ReplaceCertificate";
+constexpr const char* replace_certificate_action = "CertificateService.ReplaceCertificate";
 
 struct replacement {
     std::string pem;
@@ -23,7 +23,7 @@ struct replacement {
 
 void report_value(result_record& result, const char* message_id, const std::string& value,
                   const std::string& name) {
-    add_parameter_message(result, message_id, value, name, action_name);
+    add_parameter_message(result, message_id, value, name, replace_certificate_action);
 }
 
 // The private key travels in CertificateString: messages never show it.
@@ -49,7 +49,7 @@ void read_parameter(const std::string& name, const boost::json::value& value, re
             report_value(result, "Base.1.10.ActionParameterValueFormatError", shown_value(value),
                          name);
     } else {
-        unknown_property::in_post(action_name).report(result, name);
+        unknown_property::in_post(replace_certificate_action).report(result, name);
     }
 }
 
@@ -59,7 +59,8 @@ replacement read_request(const boost::json::object& parameters, result_record& r
         read_parameter(std::string(name), value, request, result);
     for (const char* required : {"CertificateString", "CertificateType", "CertificateUri"})
         if (!parameters.contains(required))
-            add_message(result, "Base.1.10.ActionParameterMissing", {action_name, required});
+            add_message(result, "Base.1.10.ActionParameterMissing",
+                        {replace_certificate_action, required});
     return request;
 }
 

@@ -33,7 +33,7 @@ void read_limit_watts(const request_member& member, power_changes& changes, resu
         changes.limit_watts = static_cast<int>(*watts);
 }
 
-constexpr patch_property<power_changes> patch_properties[] = {
+constexpr patch_property<power_changes> power_limit_properties[] = {
     {"PowerRestorePolicy", read_choice<&power_changes::restore_policy, restore_policies>},
     {"PowerLimitWatts", read_limit_watts},
     {"PowerLimitException", read_choice<&power_changes::limit_exception, limit_exceptions>},
@@ -59,7 +59,7 @@ int smartpower::get(request_context&) {
 }
 
 int smartpower::patch(request_context& context) {
-    const power_changes changes = read_settings_patch(patch_properties, context.body_json());
+    const power_changes changes = read_settings_patch(power_limit_properties, context.body_json());
     if (changes.restore_policy)
         require_platform_ok(PltCHASSIS_SetRestorePolicy(*changes.restore_policy), "SmartPower");
     if (changes.limit_watts || changes.limit_exception) {

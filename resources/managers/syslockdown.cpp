@@ -19,7 +19,7 @@ void read_enabled(const request_member& member, lockdown_changes& changes, resul
     changes.enabled = require_boolean(member.value, member.path, result);
 }
 
-constexpr patch_property<lockdown_changes> patch_properties[] = {
+constexpr patch_property<lockdown_changes> lockdown_properties[] = {
     {"SysLockdownEnabled", read_enabled},
 };
 
@@ -37,7 +37,7 @@ int syslockdown::get(request_context&) {
 }
 
 int syslockdown::patch(request_context& context) {
-    const lockdown_changes changes = read_patch_body(patch_properties, context.body_json());
+    const lockdown_changes changes = read_patch_body(lockdown_properties, context.body_json());
     if (GetSetSysLockdownEnable(1, *changes.enabled ? 1 : 0) != 0)
         throw_http_error(500, "Base.1.10.InternalError");
     log_manager_setting_change(context.user_name,

@@ -50,7 +50,7 @@ void read_protocol(const request_member& member, syslog_changes&, result_record&
     require_one_of(member.value, {"UDP"}, member.path, result);
 }
 
-constexpr patch_property<syslog_changes> patch_properties[] = {
+constexpr patch_property<syslog_changes> syslog_properties[] = {
     {"SyslogEnabled", read_enabled},
     {"Address", read_address},
     {"Port", read_port},
@@ -94,7 +94,7 @@ int syslog::get(request_context&) {
 }
 
 int syslog::patch(request_context& context) {
-    const syslog_changes changes = read_patch_body(patch_properties, context.body_json());
+    const syslog_changes changes = read_patch_body(syslog_properties, context.body_json());
     const St_SyslogConfig config = changed_config(changes);
     if (PltSYSLOG_SetConfig(&config) != PLT_OK) throw_http_error(500, "Base.1.10.InternalError");
     const std::string what = config.enabled ? "remote syslog to " + std::string(config.address) +

@@ -31,7 +31,7 @@ void read_attributes(const request_member& member, bios_changes& changes, result
     read_bios_attribute_changes(member, changes.attributes, result);
 }
 
-constexpr patch_property<bios_changes> patch_properties[] = {
+constexpr patch_property<bios_changes> bios_properties[] = {
     {"Attributes", read_attributes},
 };
 
@@ -63,7 +63,7 @@ int bios::get(request_context&) {
 
 int bios::patch(request_context& context) {
     if (!settings_object()) method_not_allowed();
-    const bios_changes changes = read_patch_body(patch_properties, context.body_json());
+    const bios_changes changes = read_patch_body(bios_properties, context.body_json());
     if (!changes.attributes.empty() && !add_pending_bios_attributes(changes.attributes))
         throw_http_error(500, "Base.1.10.InternalError");
     write_status_line(204);

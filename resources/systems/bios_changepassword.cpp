@@ -12,7 +12,7 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* action_name = "Bios.ChangePassword";
+constexpr const char* change_password_action = "Bios.ChangePassword";
 constexpr const char* administrator_password = "AdminPassword";
 
 struct password_change {
@@ -28,7 +28,7 @@ bool bios_password_text(const boost::json::string& text, bool may_be_empty) {
 
 void report(result_record& result, const char* message_id, const std::string& value,
             const std::string& name) {
-    add_parameter_message(result, message_id, value, name, action_name);
+    add_parameter_message(result, message_id, value, name, change_password_action);
 }
 
 // Passwords never appear in messages.
@@ -45,7 +45,8 @@ void read_parameter(const std::string& name, const boost::json::value& value,
                     password_change& change, result_record& result) {
     if (name == "OldPassword") return read_password(name, value, change.old_password, result);
     if (name == "NewPassword") return read_password(name, value, change.new_password, result);
-    if (name != "PasswordName") return unknown_property::in_post(action_name).report(result, name);
+    if (name != "PasswordName")
+        return unknown_property::in_post(change_password_action).report(result, name);
     const boost::json::string* text = value.if_string();
     if (!text)
         report(result, "Base.1.10.ActionParameterValueTypeError", shown_value(value), name);
@@ -60,7 +61,8 @@ password_change read_request(const boost::json::object& parameters) {
         read_parameter(std::string(name), value, change, result);
     for (const char* required : {"PasswordName", "OldPassword", "NewPassword"})
         if (!parameters.contains(required))
-            add_message(result, "Base.1.10.ActionParameterMissing", {action_name, required});
+            add_message(result, "Base.1.10.ActionParameterMissing",
+                        {change_password_action, required});
     if (!result.entries.empty()) throw_http_result(400, result);
     return change;
 }

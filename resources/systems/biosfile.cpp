@@ -13,7 +13,7 @@ namespace odata::redfish {
 namespace {
 
 constexpr const char* file_part = "BiosFile";
-constexpr const char* file_name = "bios_config.json";
+constexpr const char* bios_file_name = "bios_config.json";
 // With the form around it, the upload stays within the 64 KiB that the web
 // server takes of a request.
 constexpr std::size_t max_file_bytes = 48 * 1024;
@@ -74,7 +74,7 @@ int biosfile_download::post(request_context& context) {
         boost::json::serialize(boost::json::object{{"Attributes", writable_attributes()}});
     write_status_line(200);
     set_response_header(response_header::content_disposition,
-                        std::string("attachment; filename=\"") + file_name + "\"");
+                        std::string("attachment; filename=\"") + bios_file_name + "\"");
     write_header_block(text.size(), body_kind::attachment);
     std::cout << text;
     return 0;

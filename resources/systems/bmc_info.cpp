@@ -10,7 +10,7 @@ namespace odata::redfish {
 namespace {
 
 constexpr const char* bmc_info_uri = "/redfish/v1/Systems/1/Oem/Tarnwright/BmcInfo";
-constexpr int version_size = 64;
+constexpr int bmc_version_size = 64;
 
 }  // namespace
 
@@ -19,9 +19,10 @@ bmc_info::bmc_info(request_context& context)
               "BMC Information", bmc_info_uri) {}
 
 int bmc_info::get(request_context&) {
-    char version[version_size] = {};
+    char version[bmc_version_size] = {};
     St_LanConfig lan{};
-    if (UtilGetBmcFwVersion(version, version_size) != PLT_OK || PltLAN_GetConfig(&lan) != PLT_OK)
+    if (UtilGetBmcFwVersion(version, bmc_version_size) != PLT_OK ||
+        PltLAN_GetConfig(&lan) != PLT_OK)
         throw_http_error(500, "Base.1.10.InternalError");
     set_common_properties();
     set("FirmwareVersion", version);

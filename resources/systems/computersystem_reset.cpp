@@ -6,13 +6,13 @@
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "platform/plt_result.h"
+#include "resources/systems/oob_update_status.h"
 #include "resources/systems/reset_types.h"
 
 namespace odata::redfish {
 namespace {
 
-constexpr uint32_t bios_update_mode_flag = 2;
-constexpr const char* action_name = "ComputerSystemReset";
+constexpr const char* system_reset_action = "ComputerSystemReset";
 constexpr const char* parameter_name = "ResetType";
 
 const reset_type& requested_reset(const boost::json::value& body) {
@@ -20,12 +20,13 @@ const reset_type& requested_reset(const boost::json::value& body) {
     const boost::json::value* requested =
         parameters ? parameters->if_contains(parameter_name) : nullptr;
     if (!requested)
-        throw_http_error(400, "Base.1.10.ActionParameterUnknown", {action_name, parameter_name});
+        throw_http_error(400, "Base.1.10.ActionParameterUnknown",
+                         {system_reset_action, parameter_name});
     const boost::json::string* name = requested->if_string();
     const reset_type* reset = name ? find_reset_type(*name) : nullptr;
     if (!reset)
         throw_http_error(400, "Base.1.10.ActionParameterNotSupported",
-                         {parameter_name, action_name});
+                         {parameter_name, system_reset_action});
     return *reset;
 }
 

@@ -8,19 +8,17 @@ namespace odata::redfish {
 namespace {
 
 constexpr const char* oob_uri = "/redfish/v1/Systems/1/Oem/Tarnwright/OOB";
-// The BIOS update-mode bit of the shared state's update flags.
-constexpr uint32_t bios_update_mode_flag = 2;
-constexpr int version_size = 64;
+constexpr int firmware_version_size = 64;
 
 std::string running_version(int device) {
-    char version[version_size] = {};
-    return GetFirmwareVersion(device, version, version_size) < 0 ? std::string() : version;
+    char version[firmware_version_size] = {};
+    return GetFirmwareVersion(device, version, firmware_version_size) < 0 ? std::string() : version;
 }
 
 // Null while no image is staged under the entry.
 boost::json::value staged_version(const char* entry) {
-    char version[version_size] = {};
-    if (GetStagedFirmwareVersion(entry, version, version_size) < 0) return nullptr;
+    char version[firmware_version_size] = {};
+    if (GetStagedFirmwareVersion(entry, version, firmware_version_size) < 0) return nullptr;
     return boost::json::string(version);
 }
 

@@ -3,9 +3,14 @@
 // the BIOS is in update mode, and the running and staged versions.
 #pragma once
 
+#include <cstdint>
+
 #include "framework/redfish.h"
 
 namespace odata::redfish {
+
+// The bit of the firmware update flags that says the BIOS is in update mode.
+constexpr uint32_t bios_update_mode_flag = 2;
 
 class oob_update_status : public redfish {
 public:

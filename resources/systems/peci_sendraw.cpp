@@ -14,7 +14,7 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* action_name = "Crashdump.SendRawPeci";
+constexpr const char* send_raw_peci_action = "Crashdump.SendRawPeci";
 constexpr const char* commands_name = "PECICommands";
 // One request carries at most this many commands, each at most as many
 // bytes as a PECI message holds.
@@ -45,14 +45,14 @@ std::vector<peci_command> read_commands(const boost::json::value& value, result_
     const boost::json::array* list = value.if_array();
     if (!list || list->empty() || list->size() > max_commands) {
         add_parameter_message(result, "Base.1.10.ActionParameterValueFormatError",
-                              shown_value(value), commands_name, action_name);
+                              shown_value(value), commands_name, send_raw_peci_action);
         return commands;
     }
     for (const boost::json::value& each : *list) {
         peci_command command;
         if (!read_command(each, command))
             add_parameter_message(result, "Base.1.10.ActionParameterValueFormatError",
-                                  shown_value(each), commands_name, action_name);
+                                  shown_value(each), commands_name, send_raw_peci_action);
         commands.push_back(std::move(command));
     }
     return commands;
@@ -62,7 +62,7 @@ std::vector<peci_command> requested_commands(const request_context& context) {
     std::vector<peci_command> commands;
     bool given = false;
     read_optional_parameters(
-        context, action_name,
+        context, send_raw_peci_action,
         [&](const std::string& name, const boost::json::value& value, result_record& result) {
             if (name != commands_name) return false;
             given = true;
@@ -71,7 +71,8 @@ std::vector<peci_command> requested_commands(const request_context& context) {
         });
     if (!given) {
         result_record result = general_error();
-        add_message(result, "Base.1.10.ActionParameterMissing", {action_name, commands_name});
+        add_message(result, "Base.1.10.ActionParameterMissing",
+                    {send_raw_peci_action, commands_name});
         throw_http_result(400, result);
     }
     return commands;
@@ -88,7 +89,7 @@ boost::json::array send(const peci_command& command) {
     if (length == PLT_ERR_NOT_FOUND) {
         result_record result = general_error();
         add_parameter_message(result, "Base.1.10.ActionParameterValueNotInList",
-                              std::to_string(command[0]), commands_name, action_name);
+                              std::to_string(command[0]), commands_name, send_raw_peci_action);
         throw_http_result(400, result);
     }
     if (length < 0) throw_http_error(500, "Base.1.10.InternalError");

@@ -30,7 +30,7 @@ void read_enable(const request_member& member, secure_boot_changes& changes,
     changes.enable = require_boolean(member.value, member.path, result);
 }
 
-constexpr patch_property<secure_boot_changes> patch_properties[] = {
+constexpr patch_property<secure_boot_changes> secure_boot_properties[] = {
     {"SecureBootEnable", read_enable},
 };
 
@@ -63,7 +63,8 @@ int secureboot::get(request_context&) {
 }
 
 int secureboot::patch(request_context& context) {
-    const secure_boot_changes changes = read_patch_body(patch_properties, context.body_json());
+    const secure_boot_changes changes =
+        read_patch_body(secure_boot_properties, context.body_json());
     const boost::json::object attributes{
         {secure_boot_attribute, *changes.enable ? "Enabled" : "Disabled"}};
     if (!add_pending_bios_attributes(attributes)) throw_http_error(500, "Base.1.10.InternalError");

@@ -10,7 +10,7 @@
 namespace odata::redfish {
 namespace {
 
-constexpr const char* action_name = "SecureBoot.ResetKeys";
+constexpr const char* reset_keys_action = "SecureBoot.ResetKeys";
 constexpr const char* reset_parameter = "ResetKeysType";
 
 struct reset_type {
@@ -28,13 +28,13 @@ std::optional<int> read_reset(const boost::json::value& value, result_record& re
     const boost::json::string* text = value.if_string();
     if (!text) {
         add_parameter_message(result, "Base.1.10.ActionParameterValueTypeError", shown_value(value),
-                              reset_parameter, action_name);
+                              reset_parameter, reset_keys_action);
         return std::nullopt;
     }
     for (const reset_type& type : reset_types)
         if (type.name == *text) return type.reset;
     add_parameter_message(result, "Base.1.10.ActionParameterValueNotInList", std::string(*text),
-                          reset_parameter, action_name);
+                          reset_parameter, reset_keys_action);
     return std::nullopt;
 }
 
@@ -45,10 +45,11 @@ int requested_reset(const boost::json::object& parameters) {
         if (name == reset_parameter)
             reset = read_reset(value, result);
         else
-            unknown_property::in_post(action_name).report(result, std::string(name));
+            unknown_property::in_post(reset_keys_action).report(result, std::string(name));
     }
     if (!parameters.contains(reset_parameter))
-        add_message(result, "Base.1.10.ActionParameterMissing", {action_name, reset_parameter});
+        add_message(result, "Base.1.10.ActionParameterMissing",
+                    {reset_keys_action, reset_parameter});
     if (!result.entries.empty()) throw_http_result(400, result);
     return *reset;
 }

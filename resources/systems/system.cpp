@@ -40,8 +40,6 @@ constexpr int serial_console_ssh_port = 2200;
 
 std::string system_path(const char* path) { return std::string(system_uri) + path; }
 
-boost::json::array link_array(const char* uri) { return {link(uri)}; }
-
 boost::json::object reset_action() {
     return {{"target", system_reset_target_uri},
             {"@Redfish.ActionInfo", system_reset_actioninfo_uri}};

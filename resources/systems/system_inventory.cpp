@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "framework/fixed_text.h"
 #include "platform/libfru.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_chassis.h"
@@ -11,11 +12,6 @@
 
 namespace odata::redfish {
 namespace {
-
-template <size_t size>
-std::string fixed_text(const char (&field)[size]) {
-    return std::string(field, strnlen(field, size));
-}
 
 std::string or_dash(const char* text) { return text ? text : "-"; }
 

@@ -15,9 +15,9 @@
 namespace odata::redfish {
 namespace {
 
-using patch_property = odata::redfish::patch_property<system_changes>;
+using system_property = odata::redfish::patch_property<system_changes>;
 
-constexpr std::string_view lockdown_patchable[] = {"IndicatorLED"};
+constexpr std::string_view system_lockdown_patchable[] = {"IndicatorLED"};
 
 // Messages about a value name the property itself; the related property
 // gives its path.
@@ -120,7 +120,7 @@ void read_boot_order(const request_member& member, system_changes& changes, resu
     changes.boot_order = std::move(order);
 }
 
-const patch_property boot_properties[] = {
+const system_property boot_properties[] = {
     {"BootSourceOverrideTarget", read_target},
     {"BootSourceOverrideEnabled", read_enabled},
     {"BootSourceOverrideMode", read_mode},
@@ -135,7 +135,7 @@ void read_boot(const request_member& member, system_changes& changes, result_rec
     });
 }
 
-const patch_property system_properties[] = {
+const system_property system_properties[] = {
     {"IndicatorLED", read_indicator_led},
     {"Boot", read_boot},
 };
@@ -186,10 +186,10 @@ system_changes read_system_changes(const boost::json::object& body, bool lockdow
     system_changes changes;
     for (const auto& [name, value] : body) {
         const request_member member{std::string(name), value, std::string(name)};
-        const bool locked = lockdown && !listed_in(lockdown_patchable, member.name);
+        const bool locked = lockdown && !listed_in(system_lockdown_patchable, member.name);
         if (locked && has_patch_property(system_properties, member.name)) {
             add_message(result, "TWR.1.0.OemSystemLockdownEnabledPatchValid",
-                        {std::string(lockdown_patchable[0])}, {"/" + member.path});
+                        {std::string(system_lockdown_patchable[0])}, {"/" + member.path});
             continue;
         }
         read_patch_property(system_properties, member, changes, result);

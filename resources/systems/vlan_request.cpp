@@ -7,7 +7,8 @@ namespace odata::redfish {
 namespace {
 
 // What GET shows and a client cannot change.
-constexpr std::string_view read_only[] = {"@odata.id", "@odata.type", "Id", "Name", "Description"};
+constexpr std::string_view vlan_read_only[] = {"@odata.id", "@odata.type", "Id", "Name",
+                                               "Description"};
 
 void read_member(const request_member& member, vlan_request& request, result_record& result) {
     if (member.name == "VLANId") {
@@ -16,7 +17,7 @@ void read_member(const request_member& member, vlan_request& request, result_rec
             request.vlan_id = static_cast<uint16_t>(*id);
     } else if (member.name == "VLANEnable") {
         request.enabled = require_boolean(member.value, member.path, result);
-    } else if (listed_in(read_only, member.name)) {
+    } else if (listed_in(vlan_read_only, member.name)) {
         add_property_message(result, "Base.1.10.PropertyNotWritable", member.path);
     } else {
         unknown_property::in_patch().report(result, member.path);

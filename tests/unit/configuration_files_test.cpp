@@ -5,21 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "message_ids.h"
 #include "resources/systems/biosfile.h"
 #include "update/common_fileoperation.h"
 
 using namespace odata::redfish;
 
-namespace {
-
-std::vector<std::string> message_ids(const result_record& result) {
-    std::vector<std::string> ids;
-    for (const boost::json::value& entry : result.entries)
-        ids.emplace_back(entry.at("MessageId").as_string());
-    return ids;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 TEST(ConfigurationFiles, AnExportedFileGivesItsIpmiSectionAndNothingElseDoes) {
     std::string reason;

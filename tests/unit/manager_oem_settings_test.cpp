@@ -9,6 +9,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "message_ids.h"
 #include "platform/libbmc.h"
 #include "platform/libipfilter.h"
 #include "platform/libipmi.h"
@@ -37,13 +38,6 @@ uint32_t ipv4(const char* text) {
 
 St_IpFilterRule rule(const char* first, const char* last, int action) {
     return {1, ipv4(first), ipv4(last), static_cast<uint8_t>(action)};
-}
-
-std::vector<std::string> message_ids(const result_record& result) {
-    std::vector<std::string> ids;
-    for (const auto& entry : result.entries)
-        ids.emplace_back(entry.as_object().at("MessageId").as_string());
-    return ids;
 }
 
 std::optional<St_IpFilterRule> read_rule(const char* body, const St_IpFilterRule* stored,

@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "message_ids.h"
 #include "platform/libvmedia.h"
 #include "resources/managers/ethernet_patch.h"
 #include "resources/managers/insert_media_request.h"
@@ -13,13 +14,6 @@
 using namespace odata::redfish;
 
 namespace {
-
-std::vector<std::string> message_ids(const result_record& result) {
-    std::vector<std::string> ids;
-    for (const auto& entry : result.entries)
-        ids.emplace_back(entry.as_object().at("MessageId").as_string());
-    return ids;
-}
 
 St_LanConfig static_lan() {
     St_LanConfig config{};

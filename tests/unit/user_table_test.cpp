@@ -330,7 +330,7 @@ TEST_F(UserTable, TwoProcessesUnderLxMutexSeeEachOthersCommits) {
     ASSERT_EQ(PSCommit(), 0);
     ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
     char byte = 0;
-    EXPECT_EQ(read(to_parent[0], &byte, 1), 1);
+    EXPECT_EQ(::read(to_parent[0], &byte, 1), 1);
     close(to_parent[0]);
     ASSERT_EQ(wait_child(child), 0);
 

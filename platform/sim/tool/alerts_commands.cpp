@@ -11,7 +11,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace alerts_commands {
 
 const char* type_name(int type) {
     constexpr const char* names[] = {"SNMPv2c", "SMTP", "Redfish", "SNMPv3"};
@@ -58,8 +58,8 @@ int run_alerts(const area& self, const arguments& words, std::ostream& out, std:
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace alerts_commands
 
-const area alerts_area = {"alerts", "show | engine-id | log", run_alerts};
+const area alerts_area = {"alerts", "show | engine-id | log", alerts_commands::run_alerts};
 
 }  // namespace bmcsim

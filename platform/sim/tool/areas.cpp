@@ -41,6 +41,12 @@ int usage(const area& self, std::ostream& err) {
     return exit_usage;
 }
 
+int written(bool stored, const std::string& file, std::ostream& err) {
+    if (stored) return exit_ok;
+    err << "bmcsim: cannot write " << file << '\n';
+    return exit_failed;
+}
+
 int run(const arguments& words, std::ostream& out, std::ostream& err) {
     if (words.empty()) return usage(err);
     const area* chosen = find_area(words.front());

@@ -68,6 +68,9 @@ int run(const arguments& words, std::ostream& out, std::ostream& err);
 int usage(std::ostream& err);
 int usage(const area& self, std::ostream& err);
 
+// exit_ok when a change was stored, else exit_failed after naming the file.
+int written(bool stored, const std::string& file, std::ostream& err);
+
 // A privilege level: 1 to 4, or Administrator, Operator, ReadOnly (or
 // User), Callback; and the role name of a level (users_commands.cpp).
 bool parse_privilege(const std::string& text, int& level);

@@ -12,7 +12,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace bios_commands {
 
 constexpr uint32_t bios_update_mode = 2;
 
@@ -73,8 +73,9 @@ int run_bios(const area& self, const arguments& words, std::ostream& out, std::o
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace bios_commands
 
-const area bios_area = {"bios", "show | update-mode on|off | hii on|off | post", run_bios};
+const area bios_area = {"bios", "show | update-mode on|off | hii on|off | post",
+                        bios_commands::run_bios};
 
 }  // namespace bmcsim

@@ -6,7 +6,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace bmc_commands {
 
 constexpr int version_size = 64;
 
@@ -33,8 +33,8 @@ int run_bmc(const area& self, const arguments& words, std::ostream& out, std::os
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace bmc_commands
 
-const area bmc_area = {"bmc", "show | version TEXT | reset", run_bmc};
+const area bmc_area = {"bmc", "show | version TEXT | reset", bmc_commands::run_bmc};
 
 }  // namespace bmcsim

@@ -8,7 +8,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace board_commands {
 
 struct light_mode {
     const char* name;
@@ -55,8 +55,9 @@ int run_board(const area& self, const arguments& words, std::ostream& out, std::
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace board_commands
 
-const area board_area = {"board", "show | identify off|blink|on | node-type N", run_board};
+const area board_area = {"board", "show | identify off|blink|on | node-type N",
+                         board_commands::run_board};
 
 }  // namespace bmcsim

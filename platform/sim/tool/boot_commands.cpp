@@ -7,7 +7,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace boot_commands {
 
 void show_row(const St_BootFlagEntry& row, std::ostream& out) {
     out << std::left << std::setw(12) << row.name << std::right << std::hex << std::setfill('0')
@@ -46,8 +46,8 @@ int run_boot(const area& self, const arguments& words, std::ostream& out, std::o
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace boot_commands
 
-const area boot_area = {"boot", "show", run_boot};
+const area boot_area = {"boot", "show", boot_commands::run_boot};
 
 }  // namespace bmcsim

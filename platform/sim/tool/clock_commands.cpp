@@ -9,7 +9,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace clock_commands {
 
 // "2040-02-29T12:00:00Z" (or "+00:00"), or seconds since the epoch.
 bool parse_moment(const std::string& text, long long& seconds) {
@@ -40,8 +40,9 @@ int run_clock(const area& self, const arguments& words, std::ostream& out, std::
     return exit_failed;
 }
 
-}  // namespace
+}  // namespace clock_commands
 
-const area clock_area = {"clock", "show | set YYYY-MM-DDTHH:MM:SSZ|SECONDS | reset", run_clock};
+const area clock_area = {"clock", "show | set YYYY-MM-DDTHH:MM:SSZ|SECONDS | reset",
+                         clock_commands::run_clock};
 
 }  // namespace bmcsim

@@ -5,7 +5,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace console_commands {
 
 constexpr const char* mouse_modes[MOUSE_MODE_COUNT] = {"absolute", "relative", "single"};
 constexpr const char* keyboards[KVM_KEYBOARD_COUNT] = {"english", "german", "french", "japanese"};
@@ -29,8 +29,8 @@ int run_console(const area& self, const arguments& words, std::ostream& out, std
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace console_commands
 
-const area console_area = {"console", "show", run_console};
+const area console_area = {"console", "show", console_commands::run_console};
 
 }  // namespace bmcsim

@@ -6,7 +6,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace crashdump_commands {
 
 int set_supported(bool supported, std::ostream& err) {
     if (platform::set_crashdump_supported(supported)) return exit_ok;
@@ -26,8 +26,9 @@ int run_crashdump(const area& self, const arguments& words, std::ostream& out, s
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace crashdump_commands
 
-const area crashdump_area = {"crashdump", "enable | disable | show", run_crashdump};
+const area crashdump_area = {"crashdump", "enable | disable | show",
+                             crashdump_commands::run_crashdump};
 
 }  // namespace bmcsim

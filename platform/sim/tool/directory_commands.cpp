@@ -8,7 +8,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace directory_commands {
 
 int failed(std::ostream& err, const std::string& why) {
     err << "bmcsim: " << why << '\n';
@@ -63,12 +63,12 @@ int run_directory(const area& self, const arguments& words, std::ostream& out, s
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace directory_commands
 
 const area directory_area = {
     "directory",
     "ldap|ad|radius enable | disable | show | user NAME PASSWORD LEVEL | remove NAME"
     " | radius server HOST",
-    run_directory};
+    directory_commands::run_directory};
 
 }  // namespace bmcsim

@@ -8,7 +8,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace dumps_commands {
 
 constexpr const char* kind_names[DUMP_KIND_COUNT] = {"host-crash",          "bmc-evidence",
                                                      "bios-evidence",       "drive-smart",
@@ -72,12 +72,12 @@ int run_dumps(const area& self, const arguments& words, std::ostream& out, std::
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace dumps_commands
 
 const area dumps_area = {"dumps",
                          "show | delete KIND|all | limit BYTES | hold on|off (KIND: host-crash, "
                          "bmc-evidence, bios-evidence, drive-smart, crashdump-on-demand, "
                          "crashdump-telemetry)",
-                         run_dumps};
+                         dumps_commands::run_dumps};
 
 }  // namespace bmcsim

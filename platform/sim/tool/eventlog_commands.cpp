@@ -8,7 +8,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace eventlog_commands {
 
 // Keeps one record on one line.
 std::string one_line(const std::string& text) {
@@ -67,9 +67,9 @@ int run_eventlog(const area& self, const arguments& words, std::ostream& out, st
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace eventlog_commands
 
 const area eventlog_area = {"eventlog", "show | clear | add CODE TEXT [ARGUMENT] | alerts",
-                            run_eventlog};
+                            eventlog_commands::run_eventlog};
 
 }  // namespace bmcsim

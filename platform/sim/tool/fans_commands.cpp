@@ -5,7 +5,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace fans_commands {
 
 constexpr const char* fan_modes[FAN_MODE_COUNT] = {"standard", "full-speed", "optimal", "heavy-io"};
 
@@ -25,8 +25,8 @@ int run_fans(const area& self, const arguments& words, std::ostream& out, std::o
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace fans_commands
 
-const area fans_area = {"fans", "show", run_fans};
+const area fans_area = {"fans", "show", fans_commands::run_fans};
 
 }  // namespace bmcsim

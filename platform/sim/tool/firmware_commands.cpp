@@ -15,7 +15,7 @@
 #include "platform/sim/update_mode.h"
 
 namespace bmcsim {
-namespace {
+namespace firmware_commands {
 
 constexpr long long max_payload_bytes = 256LL << 20;
 
@@ -99,12 +99,12 @@ int run_firmware(const area& self, const arguments& words, std::ostream& out, st
     return result < 0 ? usage(self, err) : result;
 }
 
-}  // namespace
+}  // namespace firmware_commands
 
 const area firmware_area = {
     "firmware",
     "show | image COMPONENT VERSION FILE [PAYLOAD_BYTES] | evidence on|off | "
     "update-mode PID COMPONENT|off",
-    run_firmware};
+    firmware_commands::run_firmware};
 
 }  // namespace bmcsim

@@ -7,7 +7,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace fru_commands {
 
 struct shown_text {
     const char* name;
@@ -80,8 +80,9 @@ int run_fru(const area& self, const arguments& words, std::ostream& out, std::os
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace fru_commands
 
-const area fru_area = {"fru", "show | regenerate | corrupt | asset-tag TEXT", run_fru};
+const area fru_area = {"fru", "show | regenerate | corrupt | asset-tag TEXT",
+                       fru_commands::run_fru};
 
 }  // namespace bmcsim

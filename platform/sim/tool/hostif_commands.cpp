@@ -9,18 +9,13 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
-
-int written(bool ok, std::ostream& err) {
-    if (ok) return exit_ok;
-    err << "bmcsim: cannot write " << platform::sim_settings_file() << '\n';
-    return exit_failed;
-}
+namespace hostif_commands {
 
 int run_hostif(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
     if ((command == "on" || command == "off") && words.size() == 1)
-        return written(platform::set_host_interface(command == "on"), err);
+        return written(platform::set_host_interface(command == "on"), platform::sim_settings_file(),
+                       err);
     if (command == "show" && words.size() == 1) {
         std::string user = platform::host_firmware_user();
         out << (UtilGetHostInterfaceEnable() ? "on" : "off") << '\n' << "addresses:";
@@ -39,26 +34,29 @@ int run_hostif(const area& self, const arguments& words, std::ostream& out, std:
         return exit_ok;
     }
     if (command == "address" && words.size() == 2 && words[1] == "clear")
-        return written(platform::set_host_interface_addresses({}), err);
+        return written(platform::set_host_interface_addresses({}), platform::sim_settings_file(),
+                       err);
     if (command == "address" && words.size() >= 2) {
         if (!platform::set_host_interface_addresses({words.begin() + 1, words.end()}))
             return usage(self, err);
         return exit_ok;
     }
     if (command == "credential" && words.size() == 2 && words[1] == "clear")
-        return written(platform::set_host_firmware_credential("", ""), err);
+        return written(platform::set_host_firmware_credential("", ""),
+                       platform::sim_settings_file(), err);
     if (command == "credential" && words.size() == 3) {
         if (words[1].empty() || words[2].empty()) return usage(self, err);
-        return written(platform::set_host_firmware_credential(words[1], words[2]), err);
+        return written(platform::set_host_firmware_credential(words[1], words[2]),
+                       platform::sim_settings_file(), err);
     }
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace hostif_commands
 
 const area hostif_area = {"hostif",
                           "on | off | show | address ADDRESS... | address clear | "
                           "credential NAME PASSWORD | credential clear | hostnic MAC ADDRESS MASK",
-                          run_hostif};
+                          hostif_commands::run_hostif};
 
 }  // namespace bmcsim

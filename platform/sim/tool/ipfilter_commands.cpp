@@ -6,7 +6,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace ipfilter_commands {
 
 int show(std::ostream& out) {
     St_IpFilterConfig config;
@@ -59,9 +59,9 @@ int run_ipfilter(const area& self, const arguments& words, std::ostream& out, st
     return exit_failed;
 }
 
-}  // namespace
+}  // namespace ipfilter_commands
 
 const area ipfilter_area = {"ipfilter", "show | on | off | add allow|deny FIRST [LAST] | delete N",
-                            run_ipfilter};
+                            ipfilter_commands::run_ipfilter};
 
 }  // namespace bmcsim

@@ -6,7 +6,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace kcs_commands {
 
 int run_kcs(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
@@ -29,8 +29,9 @@ int run_kcs(const area& self, const arguments& words, std::ostream& out, std::os
     return exit_failed;
 }
 
-}  // namespace
+}  // namespace kcs_commands
 
-const area kcs_area = {"kcs", "show | set Administrator|Operator|User|Callback|1..4", run_kcs};
+const area kcs_area = {"kcs", "show | set Administrator|Operator|User|Callback|1..4",
+                       kcs_commands::run_kcs};
 
 }  // namespace bmcsim

@@ -6,7 +6,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace lan_commands {
 
 int show(std::ostream& out) {
     St_LanConfig config;
@@ -35,12 +35,6 @@ int show(std::ostream& out) {
     return exit_ok;
 }
 
-int written(bool ok, std::ostream& err) {
-    if (ok) return exit_ok;
-    err << "bmcsim: cannot write " << platform::lan_settings_file() << '\n';
-    return exit_failed;
-}
-
 // service NAME on|off [PORT]
 int set_service(const area& self, const arguments& words, std::ostream& err) {
     const int service = platform::find_net_service(words[1]);
@@ -52,7 +46,8 @@ int set_service(const area& self, const arguments& words, std::ostream& err) {
     long long port = state.port;
     if (words.size() == 4 && !parse_number(words[3], 1, 65535, port)) return usage(self, err);
     state.port = static_cast<uint16_t>(port);
-    return written(PltNET_SetService(service, &state) == PLT_OK, err);
+    return written(PltNET_SetService(service, &state) == PLT_OK, platform::lan_settings_file(),
+                   err);
 }
 
 int run_lan(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
@@ -63,17 +58,19 @@ int run_lan(const area& self, const arguments& words, std::ostream& out, std::os
     long long speed = 0;
     if (command == "link" && words.size() == 3 && (words[1] == "up" || words[1] == "down") &&
         parse_number(words[2], 0, 100000, speed))
-        return written(platform::set_lan_link(words[1] == "up", static_cast<int>(speed)), err);
+        return written(platform::set_lan_link(words[1] == "up", static_cast<int>(speed)),
+                       platform::lan_settings_file(), err);
     if (command == "dns" && words.size() >= 2 && words.size() <= 2 + LAN_NAME_SERVERS)
-        return written(platform::set_lan_dns(words[1], {words.begin() + 2, words.end()}), err);
+        return written(platform::set_lan_dns(words[1], {words.begin() + 2, words.end()}),
+                       platform::lan_settings_file(), err);
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace lan_commands
 
 const area lan_area = {"lan",
                        "show | link up|down SPEED | service NAME on|off [PORT] | "
                        "dns DOMAIN [SERVER...]",
-                       run_lan};
+                       lan_commands::run_lan};
 
 }  // namespace bmcsim

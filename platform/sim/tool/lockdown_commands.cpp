@@ -6,7 +6,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace lockdown_commands {
 
 int run_lockdown(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
@@ -21,8 +21,8 @@ int run_lockdown(const area& self, const arguments& words, std::ostream& out, st
     return exit_failed;
 }
 
-}  // namespace
+}  // namespace lockdown_commands
 
-const area lockdown_area = {"lockdown", "on | off | show", run_lockdown};
+const area lockdown_area = {"lockdown", "on | off | show", lockdown_commands::run_lockdown};
 
 }  // namespace bmcsim

@@ -6,7 +6,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace memory_commands {
 
 int show(std::ostream& out) {
     platform::for_each_memory_error_count(
@@ -38,8 +38,9 @@ int run_memory(const area& self, const arguments& words, std::ostream& out, std:
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace memory_commands
 
-const area memory_area = {"memory", "show | errors SLOT CORRECTABLE UNCORRECTABLE", run_memory};
+const area memory_area = {"memory", "show | errors SLOT CORRECTABLE UNCORRECTABLE",
+                          memory_commands::run_memory};
 
 }  // namespace bmcsim

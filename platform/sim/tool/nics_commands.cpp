@@ -7,7 +7,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace nics_commands {
 
 int show(std::ostream& out) {
     for (int i = 0; i < NicGetPortCount(); ++i) {
@@ -37,8 +37,8 @@ int run_nics(const area& self, const arguments& words, std::ostream& out, std::o
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace nics_commands
 
-const area nics_area = {"nics", "show | link PORT up|down", run_nics};
+const area nics_area = {"nics", "show | link PORT up|down", nics_commands::run_nics};
 
 }  // namespace bmcsim

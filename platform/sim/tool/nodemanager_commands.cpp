@@ -6,7 +6,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace nodemanager_commands {
 
 int show(std::ostream& out) {
     St_NmPolicy policies[NM_MAX_POLICIES];
@@ -56,9 +56,10 @@ int run_nodemanager(const area& self, const arguments& words, std::ostream& out,
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace nodemanager_commands
 
-const area nodemanager_area = {
-    "nodemanager", "show | add ID WATTS on|off [CORRECTION_MS PERIOD_S] | clear", run_nodemanager};
+const area nodemanager_area = {"nodemanager",
+                               "show | add ID WATTS on|off [CORRECTION_MS PERIOD_S] | clear",
+                               nodemanager_commands::run_nodemanager};
 
 }  // namespace bmcsim

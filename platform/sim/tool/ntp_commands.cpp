@@ -7,7 +7,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace ntp_commands {
 
 int show(std::ostream& out, std::ostream& err) {
     St_NtpConfig config;
@@ -51,8 +51,9 @@ int run_ntp(const area& self, const arguments& words, std::ostream& out, std::os
     return change(self, words, err);
 }
 
-}  // namespace
+}  // namespace ntp_commands
 
-const area ntp_area = {"ntp", "show | source ntp|manual | servers [HOST [HOST [HOST]]]", run_ntp};
+const area ntp_area = {"ntp", "show | source ntp|manual | servers [HOST [HOST [HOST]]]",
+                       ntp_commands::run_ntp};
 
 }  // namespace bmcsim

@@ -8,7 +8,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace pcie_commands {
 
 std::string hex(unsigned value, int digits) {
     char text[16];
@@ -92,11 +92,11 @@ int run_pcie(const area& self, const arguments& words, std::ostream& out, std::o
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace pcie_commands
 
 const area pcie_area = {
     "pcie",
     "show | add GPU|NVMeSSD|PCIeSSD SLOT|BAY SERIAL | remove NAME | link NAME GEN LANES|down",
-    run_pcie};
+    pcie_commands::run_pcie};
 
 }  // namespace bmcsim

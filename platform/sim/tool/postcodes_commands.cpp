@@ -8,7 +8,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace postcodes_commands {
 
 int show(std::ostream& out) {
     St_PostCodes codes;
@@ -22,12 +22,6 @@ int show(std::ostream& out) {
     return exit_ok;
 }
 
-int written(bool ok, std::ostream& err) {
-    if (ok) return exit_ok;
-    err << "bmcsim: cannot write " << platform::post_codes_file() << '\n';
-    return exit_failed;
-}
-
 // add CODE... (hexadecimal bytes)
 int add(const area& self, const arguments& words, std::ostream& err) {
     std::vector<uint8_t> codes;
@@ -39,19 +33,21 @@ int add(const area& self, const arguments& words, std::ostream& err) {
             return usage(self, err);
         codes.push_back(static_cast<uint8_t>(code));
     }
-    return written(platform::add_post_codes(codes), err);
+    return written(platform::add_post_codes(codes), platform::post_codes_file(), err);
 }
 
 int run_postcodes(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string& command = words.front();
     if (command == "show" && words.size() == 1) return show(out);
-    if (command == "clear" && words.size() == 1) return written(platform::clear_post_codes(), err);
+    if (command == "clear" && words.size() == 1)
+        return written(platform::clear_post_codes(), platform::post_codes_file(), err);
     if (command == "add" && words.size() >= 2) return add(self, words, err);
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace postcodes_commands
 
-const area postcodes_area = {"postcodes", "show | add CODE... | clear", run_postcodes};
+const area postcodes_area = {"postcodes", "show | add CODE... | clear",
+                             postcodes_commands::run_postcodes};
 
 }  // namespace bmcsim

@@ -14,7 +14,7 @@
 #include "platform/sim/tool/health_names.h"
 
 namespace bmcsim {
-namespace {
+namespace power_commands {
 
 struct power_action {
     const char* command;
@@ -124,16 +124,11 @@ int cycle(const area& self, const arguments& words, std::ostream& err) {
     return report(PltCHASSIS_PowerCycle(static_cast<uint8_t>(seconds)), err);
 }
 
-int stored(bool written, std::ostream& err) {
-    if (written) return exit_ok;
-    err << "bmcsim: cannot write " << platform::power_state_file() << '\n';
-    return exit_failed;
-}
-
 int consumed(const area& self, const arguments& words, std::ostream& err) {
     long long watts = 0;
     if (words.size() != 2 || !parse_number(words[1], 0, UINT16_MAX, watts)) return usage(self, err);
-    return stored(platform::set_consumed_watts(static_cast<uint32_t>(watts)), err);
+    return written(platform::set_consumed_watts(static_cast<uint32_t>(watts)),
+                   platform::power_state_file(), err);
 }
 
 int limit(const area& self, const arguments& words, std::ostream& err) {
@@ -143,8 +138,8 @@ int limit(const area& self, const arguments& words, std::ostream& err) {
     std::string action = words.size() == 3 ? words[2] : "no-action";
     for (const limit_action& each : limit_actions)
         if (action == each.name)
-            return stored(platform::set_power_limit(static_cast<uint32_t>(watts), each.exception),
-                          err);
+            return written(platform::set_power_limit(static_cast<uint32_t>(watts), each.exception),
+                           platform::power_state_file(), err);
     return usage(self, err);
 }
 
@@ -176,13 +171,13 @@ int run_power(const area& self, const arguments& words, std::ostream& out, std::
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace power_commands
 
 const area power_area = {
     "power",
     "show | on | off | soft | reset | nmi | cycle [SECONDS] | nmi-count | consumed WATTS"
     " | limit WATTS [no-action|hard-power-off]"
     " | psu BAY ok|failed|input-lost|predictive-failure|absent",
-    run_power};
+    power_commands::run_power};
 
 }  // namespace bmcsim

@@ -10,7 +10,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace raid_commands {
 
 struct raid_family {
     const char* prefix;  // "HA-RAID." then the controller index
@@ -155,16 +155,16 @@ int seconds(const area& self, const arguments& words, std::ostream& err) {
     return failed("cannot store the duration", err);
 }
 
-}  // namespace
+}  // namespace raid_commands
 
 // words: "raid" and what follows it.
 int run_raid(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     const std::string command = words.size() > 1 ? words[1] : std::string();
-    if (command == "show" && words.size() == 2) return show(out);
+    if (command == "show" && words.size() == 2) return raid_commands::show(out);
     if ((command == "fail" || command == "replace") && words.size() == 4)
-        return drive(self, words, err);
-    if (command == "foreign" && words.size() == 5) return foreign(self, words, err);
-    if (command == "seconds" && words.size() == 4) return seconds(self, words, err);
+        return raid_commands::drive(self, words, err);
+    if (command == "foreign" && words.size() == 5) return raid_commands::foreign(self, words, err);
+    if (command == "seconds" && words.size() == 4) return raid_commands::seconds(self, words, err);
     return usage(self, err);
 }
 

@@ -17,7 +17,7 @@
 #include "platform/sim/tool/health_names.h"
 
 namespace bmcsim {
-namespace {
+namespace sensors_commands {
 
 struct unit_name {
     uint8_t unit;
@@ -155,11 +155,11 @@ int run_sensors(const area& self, const arguments& words, std::ostream& out, std
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace sensors_commands
 
 const area sensors_area = {
     "sensors",
     "list | get SENSOR | set SENSOR VALUE | set-raw SENSOR RAW | reset | drift [SEED] | freeze",
-    run_sensors};
+    sensors_commands::run_sensors};
 
 }  // namespace bmcsim

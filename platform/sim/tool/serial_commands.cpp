@@ -6,7 +6,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace serial_commands {
 
 bool read_config(St_SerialConfig& config, std::ostream& err) {
     if (PltSERIAL_GetConfig(1, &config) == PLT_OK) return true;
@@ -48,9 +48,9 @@ int run_serial(const area& self, const arguments& words, std::ostream& out, std:
     return status == exit_usage ? usage(self, err) : status;
 }
 
-}  // namespace
+}  // namespace serial_commands
 
 const area serial_area = {"serial", "show | on | off | bitrate 9600|19200|38400|57600|115200",
-                          run_serial};
+                          serial_commands::run_serial};
 
 }  // namespace bmcsim

@@ -8,7 +8,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace smbios_commands {
 
 const char* or_dash(const char* text) { return text ? text : "-"; }
 
@@ -97,9 +97,9 @@ int run_smbios(const area& self, const arguments& words, std::ostream& out, std:
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace smbios_commands
 
 const area smbios_area = {"smbios", "show | regenerate | corrupt | remove-dimm LOCATOR",
-                          run_smbios};
+                          smbios_commands::run_smbios};
 
 }  // namespace bmcsim

@@ -8,7 +8,7 @@
 #include "platform/sim/user_table.h"
 
 namespace bmcsim {
-namespace {
+namespace snmp_commands {
 
 int run_snmp(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
     if (words.size() != 1 || words.front() != "show") return usage(self, err);
@@ -24,8 +24,8 @@ int run_snmp(const area& self, const arguments& words, std::ostream& out, std::o
     return exit_ok;
 }
 
-}  // namespace
+}  // namespace snmp_commands
 
-const area snmp_area = {"snmp", "show", run_snmp};
+const area snmp_area = {"snmp", "show", snmp_commands::run_snmp};
 
 }  // namespace bmcsim

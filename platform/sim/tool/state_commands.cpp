@@ -11,7 +11,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace state_commands {
 
 enum class record { global, interface };
 enum class kind { number, hex, text };
@@ -173,8 +173,9 @@ int run_state(const area& self, const arguments& words, std::ostream& out, std::
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace state_commands
 
-const area state_area = {"state", "show | get FIELD | set FIELD VALUE | reset", run_state};
+const area state_area = {"state", "show | get FIELD | set FIELD VALUE | reset",
+                         state_commands::run_state};
 
 }  // namespace bmcsim

@@ -8,7 +8,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace storage_commands {
 
 struct controller_kind {
     const char* name;
@@ -34,18 +34,13 @@ int show(std::ostream& out) {
     return exit_ok;
 }
 
-int stored(bool written, std::ostream& err) {
-    if (written) return exit_ok;
-    err << "bmcsim: cannot write " << platform::storage_inventory_file() << '\n';
-    return exit_failed;
-}
-
 int set(const area& self, const arguments& words, std::ostream& err) {
     long long count = 0;
     if (words.size() != 3 || !parse_number(words[2], 0, 64, count)) return usage(self, err);
     for (const controller_kind& kind : controller_kinds)
         if (words[1] == kind.name)
-            return stored(platform::set_storage_count(kind.which, static_cast<int>(count)), err);
+            return written(platform::set_storage_count(kind.which, static_cast<int>(count)),
+                           platform::storage_inventory_file(), err);
     return usage(self, err);
 }
 
@@ -69,17 +64,18 @@ int run_storage(const area& self, const arguments& words, std::ostream& out, std
     if (command == "raid") return run_raid(self, words, out, err);
     if (command == "drive" && words.size() == 3) return drive(self, words, err);
     if (command == "loading" && words.size() == 2 && (words[1] == "on" || words[1] == "off"))
-        return stored(platform::set_storage_inventory_loading(words[1] == "on"), err);
+        return written(platform::set_storage_inventory_loading(words[1] == "on"),
+                       platform::storage_inventory_file(), err);
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace storage_commands
 
 const area storage_area = {
     "storage",
     "show | set broadcom|marvell|nvme COUNT | loading on|off | drive BAY insert|remove | raid show "
     "| raid fail|replace CONTROLLER BAY | raid foreign CONTROLLER RAID0|RAID1|RAID5|RAID10 "
     "BAY[,BAY...] | raid seconds erase|init SECONDS",
-    run_storage};
+    storage_commands::run_storage};
 
 }  // namespace bmcsim

@@ -7,7 +7,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace syslog_commands {
 
 int show(const St_SyslogConfig& config, std::ostream& out) {
     out << "enabled=" << (config.enabled ? "on" : "off") << '\n'
@@ -49,8 +49,9 @@ int run_syslog(const area& self, const arguments& words, std::ostream& out, std:
     return exit_failed;
 }
 
-}  // namespace
+}  // namespace syslog_commands
 
-const area syslog_area = {"syslog", "show | on | off | destination IPV4ADDRESS PORT", run_syslog};
+const area syslog_area = {"syslog", "show | on | off | destination IPV4ADDRESS PORT",
+                          syslog_commands::run_syslog};
 
 }  // namespace bmcsim

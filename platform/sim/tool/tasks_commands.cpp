@@ -6,7 +6,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace tasks_commands {
 
 void print_task(const TaskInfo& task, std::ostream& out) {
     out << "id=" << task.id << "\nname=" << task.name << "\nstate=" << task.state
@@ -48,8 +48,8 @@ int run_tasks(const area& self, const arguments& words, std::ostream& out, std::
     return exit_ok;
 }
 
-}  // namespace
+}  // namespace tasks_commands
 
-const area tasks_area = {"tasks", "list | show ID", run_tasks};
+const area tasks_area = {"tasks", "list | show ID", tasks_commands::run_tasks};
 
 }  // namespace bmcsim

@@ -8,7 +8,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace telemetry_commands {
 
 // "last_minute=N", then "MINUTE WATTS" per sample, oldest first, as the
 // service reads them.
@@ -26,12 +26,6 @@ int show(std::ostream& out, std::ostream& err) {
     return exit_ok;
 }
 
-int stored(bool written, std::ostream& err) {
-    if (written) return exit_ok;
-    err << "bmcsim: cannot write " << platform::power_history_file() << '\n';
-    return exit_failed;
-}
-
 // "add-samples MINUTES_AGO WATTS...": the first sample MINUTES_AGO minutes
 // before the present one, the next a minute later.
 int add_samples(const area& self, const arguments& words, std::ostream& err) {
@@ -44,7 +38,8 @@ int add_samples(const area& self, const arguments& words, std::ostream& err) {
         if (!parse_number(words[i], 0, 65535, value)) return usage(self, err);
         watts.push_back(static_cast<uint16_t>(value));
     }
-    return stored(platform::add_power_samples(static_cast<uint32_t>(minutes_ago), watts), err);
+    return written(platform::add_power_samples(static_cast<uint32_t>(minutes_ago), watts),
+                   platform::power_history_file(), err);
 }
 
 int run_telemetry(const area& self, const arguments& words, std::ostream& out, std::ostream& err) {
@@ -53,13 +48,13 @@ int run_telemetry(const area& self, const arguments& words, std::ostream& out, s
     if (command == "add-samples" && words.size() >= 3 && words.size() <= 2 + POWER_HISTORY_MINUTES)
         return add_samples(self, words, err);
     if (command == "clear" && words.size() == 1)
-        return stored(platform::clear_power_history(), err);
+        return written(platform::clear_power_history(), platform::power_history_file(), err);
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace telemetry_commands
 
 const area telemetry_area = {"telemetry", "show | add-samples MINUTES_AGO WATTS... | clear",
-                             run_telemetry};
+                             telemetry_commands::run_telemetry};
 
 }  // namespace bmcsim

@@ -46,7 +46,7 @@ const char* role_name(int level) {
     }
 }
 
-namespace {
+namespace users_commands {
 
 // Slots 1 to 15: slot 0 is reserved.
 bool parse_slot(const std::string& text, int& slot) {
@@ -185,13 +185,13 @@ int run_users(const area& self, const arguments& words, std::ostream& out, std::
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace users_commands
 
 const area users_area = {
     "users",
     "list | seed NAME PASSWORD | add SLOT NAME PASSWORD LEVEL | passwd SLOT PASSWORD"
     " | enable SLOT | disable SLOT | delete SLOT | unlock SLOT"
     " | complexity on|off|show",
-    run_users};
+    users_commands::run_users};
 
 }  // namespace bmcsim

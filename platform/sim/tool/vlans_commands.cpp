@@ -7,7 +7,7 @@
 #include "platform/sim/tool/areas.h"
 
 namespace bmcsim {
-namespace {
+namespace vlans_commands {
 
 int show(std::ostream& out) {
     for (int port = 0; port < NicGetPortCount(); ++port) {
@@ -45,8 +45,9 @@ int run_vlans(const area& self, const arguments& words, std::ostream& out, std::
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace vlans_commands
 
-const area vlans_area = {"vlans", "show | add PORT VLANID on|off | delete PORT VLAN", run_vlans};
+const area vlans_area = {"vlans", "show | add PORT VLANID on|off | delete PORT VLAN",
+                         vlans_commands::run_vlans};
 
 }  // namespace bmcsim

@@ -7,7 +7,7 @@
 #include "platform/sim/virtual_media.h"
 
 namespace bmcsim {
-namespace {
+namespace vmedia_commands {
 
 int show(std::ostream& out) {
     for (int kind : {VMEDIA_CD, VMEDIA_FLOPPY}) {
@@ -52,9 +52,9 @@ int run_vmedia(const area& self, const arguments& words, std::ostream& out, std:
     return usage(self, err);
 }
 
-}  // namespace
+}  // namespace vmedia_commands
 
 const area vmedia_area = {"vmedia", "show | insert CD|Floppy DRIVE IMAGE | eject CD|Floppy DRIVE",
-                          run_vmedia};
+                          vmedia_commands::run_vmedia};
 
 }  // namespace bmcsim
