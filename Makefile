@@ -5,13 +5,18 @@ JOBS ?= $(shell nproc)
 
 ARMHF_BUILD_DIR ?= build-armhf
 
+# A new build directory is made for Ninja, which compiles a target's files
+# while the libraries it links are still being built; one made before keeps
+# its generator.
+generator = $(if $(wildcard $(1)/CMakeCache.txt),,-G Ninja)
+
 .PHONY: run test build configure deps bench test-armhf
 
 deps:
 	@scripts/install-deps.sh
 
 configure: deps
-	@cmake -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+	@cmake -S . -B $(BUILD_DIR) $(call generator,$(BUILD_DIR)) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 
 build: configure
 	@cmake --build $(BUILD_DIR) -j $(JOBS)
@@ -36,7 +41,7 @@ test-armhf:
 	@scripts/install-deps.sh armhf
 	@scripts/enable-arm-emulation.sh
 	@scripts/make-armhf-sysroot.sh $(abspath $(ARMHF_BUILD_DIR))/sysroot
-	@cmake -S . -B $(ARMHF_BUILD_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	@cmake -S . -B $(ARMHF_BUILD_DIR) $(call generator,$(ARMHF_BUILD_DIR)) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 		-DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/armhf-toolchain.cmake \
 		-DBMC_ARMHF_SYSROOT=$(abspath $(ARMHF_BUILD_DIR))/sysroot >/dev/null
 	@cmake --build $(ARMHF_BUILD_DIR) -j $(JOBS)

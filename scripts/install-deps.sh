@@ -4,11 +4,11 @@
 # cross build for the BMC's 32-bit ARM and its run under emulation.
 set -eu
 
-packages="build-essential cmake pkg-config libfcgi-dev libboost1.81-dev
+packages="build-essential cmake ninja-build pkg-config libfcgi-dev libboost1.81-dev
 libboost-json1.81-dev
 libssl-dev zlib1g-dev libcurl4-openssl-dev libsnmp-dev
 libgtest-dev clang-format lighttpd lighttpd-mod-openssl openssl python3-pytest
-python3-requests python3-jsonschema python3-cryptography python3-sushy redfishtool
+python3-pytest-xdist python3-requests python3-jsonschema python3-cryptography python3-sushy redfishtool
 snmptrapd snmp python3-aiosmtpd python3-pyftpdlib wrk valgrind ansible"
 if [ "${1:-}" = armhf ]; then
     packages="$packages crossbuild-essential-armhf mmdebstrap qemu-user-static binfmt-support"
