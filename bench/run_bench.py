@@ -394,10 +394,15 @@ def print_instructions(results):
         print(line % ("reused (%d)" % len(reused), "%.2f" % statistics.median(reused.values()),
                       "%.2f" % percentile(reused.values(), 0.9), "%.2f" % max(reused.values()),
                       verdict(reused_ok)))
-    print("the ten worst built afresh:")
-    for uri in sorted(afresh, key=afresh.get, reverse=True)[:10]:
-        print("  %-70s %10.0f %6.2f" % (uri, counts["afresh"][uri], afresh[uri]))
+    print_worst("the ten worst built afresh:", afresh, counts["afresh"], 10)
+    print_worst("the three worst reused:", reused, counts["reused"], 3)
     return (not afresh_ok) + (not reused_ok)
+
+
+def print_worst(title, ratios, counts, how_many):
+    print(title)
+    for uri in sorted(ratios, key=ratios.get, reverse=True)[:how_many]:
+        print("  %-70s %10.0f %6.2f" % (uri, counts[uri], ratios[uri]))
 
 
 def print_rates(rates):
