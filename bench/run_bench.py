@@ -4,7 +4,7 @@ over the whole URI space that a crawl from /redfish/v1 finds.
 
 Prints callgrind instructions per GET of every URI as a ratio to the floor,
 once built afresh (answer reuse off) and once with reuse on, with the median,
-the 90th percentile, the maximum and the ten worst; then requests per second
+the 90th percentile, the maximum and the worst URIs; then requests per second
 of a crawl-like mixed load (wrk cycling over every URI) at concurrency 1 and
 16 against the floor's, the proportional memory per process and the time from
 process start to first answer. The numbers are from one run on a shared
