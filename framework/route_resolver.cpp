@@ -11,6 +11,9 @@ namespace {
 // The numeric member shorthand of route paths.
 constexpr std::string_view number_shorthand = "{n}";
 constexpr std::string_view number_pattern = "([0-9]+)";
+constexpr std::string_view any_pattern = "(.+)";
+// Deeper than any route, so that splitting a path allocates once.
+constexpr size_t usual_segment_count = 16;
 
 // No resource name is longer than a file name; longer segments are not
 // given to the regular-expression engine, whose matching recurses per
@@ -20,6 +23,7 @@ constexpr size_t max_pattern_segment = 255;
 // The non-empty segments of path, so that "//" and a trailing "/" add none.
 std::vector<std::string_view> split_segments(std::string_view path) {
     std::vector<std::string_view> segments;
+    segments.reserve(usual_segment_count);
     size_t start = 0;
     while (start <= path.size()) {
         size_t end = path.find('/', start);
@@ -39,8 +43,10 @@ route_resolver::route_resolver(const std::vector<route>& routes) {
         node* at = &root_;
         for (std::string_view segment : split_segments(entry.path)) {
             if (segment == number_shorthand) segment = number_pattern;
-            // The common number segment is matched without the regex engine.
+            // The common number and any segments are matched without the
+            // regex engine.
             const bool numeric = segment == number_pattern;
+            const bool any = segment == any_pattern;
             node* next = nullptr;
             for (node& child : at->children) {
                 if (child.literal == segment) {
@@ -52,7 +58,8 @@ route_resolver::route_resolver(const std::vector<route>& routes) {
                 node& child = at->children.emplace_back();
                 child.literal = std::string(segment);
                 child.numeric = numeric;
-                if (is_pattern(segment) && !numeric)
+                child.any = any;
+                if (is_pattern(segment) && !numeric && !any)
                     child.pattern = std::make_unique<boost::regex>(child.literal);
                 next = &child;
             }
@@ -80,6 +87,9 @@ const route* route_resolver::walk(const node& from, const std::vector<std::strin
             if (segment.empty() || segment.size() > max_pattern_segment ||
                 segment.find_first_not_of("0123456789") != std::string_view::npos)
                 continue;
+            captures.emplace_back(segment);
+        } else if (child.any) {
+            if (segment.size() > max_pattern_segment) continue;
             captures.emplace_back(segment);
         } else if (child.pattern) {
             if (segment.size() > max_pattern_segment) continue;

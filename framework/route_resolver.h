@@ -75,6 +75,7 @@ private:
         std::string literal;                    // the segment text, also of a pattern
         std::unique_ptr<boost::regex> pattern;  // null for a literal or numeric segment
         bool numeric = false;                   // "{n}": digits, matched without a regex
+        bool any = false;                       // "(.+)": any segment, without a regex
         const route* row = nullptr;             // null: no route ends here
         std::vector<node> children;             // in table order
     };

@@ -8,6 +8,7 @@
 
 #include "frontend/exception_http.h"
 #include "frontend/message.h"
+#include "frontend/request_parameters.h"
 #include "frontend/response_headers.h"
 #include "platform/libweb.h"
 
@@ -100,12 +101,9 @@ int request_context::capture_number(size_t index) const {
 }
 
 int request_method() {
-    char method[7] = {};
-    int length = get_cgi_env("REQUEST_METHOD", method, 6);
+    const std::string_view method = request_parameter(cgi_parameter::request_method).value_or("");
     for (const auto& entry : method_names) {
-        if (length == static_cast<int>(std::strlen(entry.name)) &&
-            std::strcmp(method, entry.name) == 0)
-            return entry.code;
+        if (method == entry.name) return entry.code;
     }
     write_status_line(405);
     throw exception("");
@@ -133,9 +131,7 @@ void read_request_input(std::istream& input) {
 }
 
 void release_request_input() {
-    char method[7] = {};
-    get_cgi_env("REQUEST_METHOD", method, 6);
-    if (std::strcmp(method, "GET") == 0) {
+    if (request_parameter(cgi_parameter::request_method) == "GET") {
         FreeCGIResoure();
     } else {
         delete[] request_body;

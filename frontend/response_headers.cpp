@@ -8,6 +8,7 @@
 
 #include "frontend/exception_http.h"
 #include "frontend/request_context.h"
+#include "frontend/request_parameters.h"
 #include "frontend/status_line.h"
 #include "platform/libweb.h"
 
@@ -52,9 +53,9 @@ void add_resource_headers(std::string& block, const resource_headers& resource) 
 }
 
 void add_origin(std::string& block) {
-    char origin[1025] = {};
-    if (get_cgi_env("HTTP_ORIGIN", origin, 1024) >= 0)
-        add_header(block, "Access-Control-Allow-Origin", origin);
+    constexpr std::size_t max_origin_length = 1024;
+    if (std::optional<std::string_view> origin = request_parameter(cgi_parameter::origin))
+        add_header(block, "Access-Control-Allow-Origin", origin->substr(0, max_origin_length));
 }
 
 void add_content_headers(std::string& block, std::size_t length, body_kind kind) {

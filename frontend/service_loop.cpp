@@ -9,6 +9,7 @@
 #include "base/request_epoch.h"
 #include "frontend/process_memory.h"
 #include "frontend/request_context.h"
+#include "frontend/request_parameters.h"
 #include "frontend/response_stream.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
@@ -32,13 +33,18 @@ std::streamsize serve(FCGX_Request& current, request_server serve_request) {
     std::streambuf* saved_output = std::cout.rdbuf(&counted);
     char** saved_environment = environ;
     environ = current.envp;
-    std::istream body(&input);
+    keep_request_parameters(true);
+    // Made once: a stream's construction looks up its locale's facets.
+    static std::istream body(nullptr);
+    body.rdbuf(&input);
 
     serve_request(body);
+    body.rdbuf(nullptr);
 
     std::cout.flush();
     std::cout.rdbuf(saved_output);
     environ = saved_environment;
+    keep_request_parameters(false);
     FCGX_Finish_r(&current);
     return counted.written();
 }

@@ -5,6 +5,7 @@
 
 #include "framework/property_checks.h"
 #include "frontend/exception_http.h"
+#include "frontend/request_parameters.h"
 #include "frontend/response_headers.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
@@ -59,10 +60,9 @@ void auth::refuse_locked(request_context&) { throw_http_error(403, "TWR.1.0.Acco
 int auth::open_session(request_context&) { return 0; }
 
 basic_auth::basic_auth(request_context&) {
-    char header[max_authorization_length + 1] = {};
-    int length = get_cgi_env("HTTP_AUTHORIZATION", header, max_authorization_length);
-    if (length < 0 || length > max_authorization_length) return;
-    if (auto credentials = decode_basic_authorization(header)) {
+    std::optional<std::string_view> header = request_parameter(cgi_parameter::authorization);
+    if (!header || header->size() > max_authorization_length) return;
+    if (auto credentials = decode_basic_authorization(std::string(*header))) {
         user_name = credentials->user_name;
         password = credentials->password;
         has_credentials = true;
@@ -121,8 +121,7 @@ void token_auth::refuse(request_context&) {
 }
 
 std::shared_ptr<auth> make_authenticator(request_context& context, int mode) {
-    char method[8] = {};
-    if (get_cgi_env("REQUEST_METHOD", method, 7) < 0) {
+    if (!request_parameter(cgi_parameter::request_method)) {
         std::cout << "no method";
         return nullptr;
     }

@@ -5,6 +5,7 @@
 
 #include "framework/ini_settings.h"
 #include "frontend/exception_http.h"
+#include "frontend/request_parameters.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "security/auth.h"
@@ -15,10 +16,9 @@ namespace odata::redfish {
 namespace {
 
 bool accept_token(request_context& context) {
-    char token[SESSION_TOKEN_LEN + 2] = {};
-    if (get_cgi_env("HTTP_X_AUTH_TOKEN", token, SESSION_TOKEN_LEN + 1) != SESSION_TOKEN_LEN)
-        return false;
-    std::optional<St_RedfishSession> session = validate_token(token);
+    std::optional<std::string_view> token = request_parameter(cgi_parameter::auth_token);
+    if (!token || token->size() != SESSION_TOKEN_LEN) return false;
+    std::optional<St_RedfishSession> session = validate_token(std::string(*token));
     if (!session) return false;
     context.user_name = session_user_name(*session);
     context.privilege = session->privilege;

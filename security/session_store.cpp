@@ -15,6 +15,7 @@
 #include "base/atomic_file.h"
 #include "base/bmc_root.h"
 #include "base/file_watch.h"
+#include "frontend/request_parameters.h"
 #include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "security/roles.h"
@@ -269,9 +270,10 @@ bool make_scratch_directory(int id) {
 }
 
 std::string client_address() {
-    char address[513] = {};
-    if (get_cgi_env("REMOTE_ADDR", address, 512) < 0) return "127.0.0.1";
-    return address;
+    constexpr std::size_t max_address_length = 512;
+    return std::string(request_parameter(cgi_parameter::remote_addr)
+                           .value_or("127.0.0.1")
+                           .substr(0, max_address_length));
 }
 
 St_RedfishSession new_record(const session_owner& owner, int id) {

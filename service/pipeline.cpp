@@ -9,6 +9,7 @@
 #include "frontend/exception_http.h"
 #include "frontend/message_table.h"
 #include "frontend/request_context.h"
+#include "frontend/request_parameters.h"
 #include "frontend/response_headers.h"
 #include "frontend/response_stream.h"
 #include "frontend/result_writer.h"
@@ -26,24 +27,16 @@ namespace {
 
 constexpr int interface_redfish = 5;
 
-// A CGI variable of the current request, "" when unset.
-std::string cgi_variable(const char* name, int max_length = 4096) {
-    // Sized first, so that the value is copied once into a string its size.
-    int length = std::min(get_cgi_env(name, nullptr, -1), max_length);
-    if (length <= 0) return {};
-    std::string value(static_cast<size_t>(length), '\0');
-    get_cgi_env(name, value.data(), length);
-    return value;
-}
+constexpr std::size_t max_variable_length = 4096;
 
-bool cgi_variable_set(const char* name) {
-    char unused[1];
-    return get_cgi_env(name, unused, 0) >= 0;
+// A CGI variable of the current request, "" when unset.
+std::string cgi_variable(cgi_parameter parameter) {
+    return std::string(request_parameter(parameter).value_or("").substr(0, max_variable_length));
 }
 
 void check_odata_version() {
-    if (!cgi_variable_set("HTTP_ODATA_VERSION")) return;
-    if (cgi_variable("HTTP_ODATA_VERSION").compare(0, 3, "4.0") != 0)
+    std::optional<std::string_view> version = request_parameter(cgi_parameter::odata_version);
+    if (version && version->substr(0, 3) != "4.0")
         throw_http_error(412, "TWR.1.0.CertainConfigurationNotSet");
 }
 
@@ -70,13 +63,14 @@ void drop_members_segment(request_context& context) {
 
 // Conditional GET: If-None-Match answers 304 when the resource is unchanged.
 void check_conditional_headers(redfish& resource) {
-    if (cgi_variable_set("HTTP_NONE_MATCH") && cgi_variable("HTTP_NONE_MATCH") != resource.etag()) {
+    std::optional<std::string_view> none_match = request_parameter(cgi_parameter::none_match);
+    if (none_match && none_match->substr(0, max_variable_length) != resource.etag()) {
         exception_http unchanged(204);
         unchanged.add_header("ETag", resource.etag());
         throw unchanged;
     }
-    if (cgi_variable_set("HTTP_IF_NONE_MATCH") &&
-        cgi_variable("HTTP_IF_NONE_MATCH") == resource.etag())
+    std::optional<std::string_view> if_none_match = request_parameter(cgi_parameter::if_none_match);
+    if (if_none_match && if_none_match->substr(0, max_variable_length) == resource.etag())
         throw_http(304);
 }
 
@@ -94,7 +88,8 @@ bool if_match_names(const std::string& list, const std::string& etag) {
 // A change with If-Match goes ahead only while the resource's ETag, as a GET
 // of it gives now, is one of those named.
 void check_if_match(const request_context& context, const route& row) {
-    if ((context.method != PATCH && context.method != DELETE) || !cgi_variable_set("HTTP_IF_MATCH"))
+    if ((context.method != PATCH && context.method != DELETE) ||
+        !request_parameter(cgi_parameter::if_match))
         return;
     request_context reading = context;
     reading.method = GET;
@@ -102,7 +97,7 @@ void check_if_match(const request_context& context, const route& row) {
     auto* resource = dynamic_cast<redfish*>(current.get());
     if (!resource) return;
     resource->call(GET);
-    if (!if_match_names(cgi_variable("HTTP_IF_MATCH"), resource->etag()))
+    if (!if_match_names(cgi_variable(cgi_parameter::if_match), resource->etag()))
         throw_http_error(412, "Base.1.10.PreconditionFailed");
 }
 
@@ -140,8 +135,8 @@ void authorise(request_context& context, const route& row) {
 }
 
 void handle_request(request_context& context, std::istream& input) {
-    context.uri = normalise_path(cgi_variable("REQUEST_URI"));
-    context.query = cgi_variable("QUERY_STRING");
+    context.uri = normalise_path(cgi_variable(cgi_parameter::request_uri));
+    context.query = cgi_variable(cgi_parameter::query_string);
     boost::algorithm::split(context.segments, context.uri, [](char c) { return c == '/'; });
     context.method = request_method();
     if (at_p_St_GlobalVar->fcgi_mode == 0) throw_http_error(503, "Base.1.10.ServiceInUnknownState");
