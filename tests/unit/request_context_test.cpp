@@ -5,6 +5,7 @@
 
 #include "frontend/exception_http.h"
 #include "frontend/request_context.h"
+#include "frontend/request_parameters.h"
 #include "service/pipeline.h"
 #include "stdout_capture.h"
 
@@ -58,6 +59,22 @@ TEST(RequestMethod, OtherMethodsWrite405AndThrow) {
     unsetenv("REQUEST_METHOD");
     stdout_capture capture;
     EXPECT_THROW(request_method(), exception);
+}
+
+// Within a request a parameter is read once; the next request reads it anew,
+// and outside the service loop every read sees the environment.
+TEST(RequestParameters, KeptForOneRequestOnly) {
+    setenv("HTTP_X_AUTH_TOKEN", "first", 1);
+    keep_request_parameters(true);
+    EXPECT_EQ(request_parameter(cgi_parameter::auth_token), "first");
+    setenv("HTTP_X_AUTH_TOKEN", "second", 1);
+    EXPECT_EQ(request_parameter(cgi_parameter::auth_token), "first");
+    EXPECT_EQ(request_parameter(cgi_parameter::origin), std::nullopt);
+    keep_request_parameters(true);
+    EXPECT_EQ(request_parameter(cgi_parameter::auth_token), "second");
+    keep_request_parameters(false);
+    unsetenv("HTTP_X_AUTH_TOKEN");
+    EXPECT_EQ(request_parameter(cgi_parameter::auth_token), std::nullopt);
 }
 
 TEST(RequestBody, KeepsTheDeclaredLengthAndDrainsTheRest) {
