@@ -4,6 +4,7 @@
 
 #include <iostream>
 
+#include "frontend/answer_storage.h"
 #include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
 
@@ -33,8 +34,9 @@ std::string_view last_segment(std::string_view uri) {
 
 // "#Type.Type" for a collection, "#Type.v1_0_0.Type" otherwise; built in
 // one allocation, as every resource names its type.
-boost::json::string odata_type(std::string_view type, std::string_view version) {
-    boost::json::string text;
+boost::json::string odata_type(std::string_view type, std::string_view version,
+                               const boost::json::storage_ptr& storage) {
+    boost::json::string text(storage);
     text.reserve(2 * type.size() + version.size() + 3);
     text.append("#").append(type).append(".");
     if (!version.empty()) text.append(version).append(".");
@@ -51,7 +53,8 @@ redfish::redfish(request_context& context, std::string entity_type, std::string 
       entity_type_(std::move(entity_type)),
       schema_version_(std::move(schema_version)),
       name_(std::move(name)),
-      uri_(std::move(uri)) {}
+      uri_(std::move(uri)),
+      value_(answer_storage()) {}
 
 void redfish::set(std::string_view name, boost::json::value property) {
     // Room for a typical resource's properties, so that it never rehashes;
@@ -60,25 +63,33 @@ void redfish::set(std::string_view name, boost::json::value property) {
     value_.insert_or_assign(name, std::move(property));
 }
 
-void redfish::set(std::string_view name, const char* text) { set(name, boost::json::value(text)); }
+void redfish::set(std::string_view name, std::initializer_list<boost::json::value_ref> property) {
+    set(name, boost::json::value(property, value_.storage()));
+}
+
+void redfish::set(std::string_view name, const char* text) {
+    set(name, boost::json::value(text, value_.storage()));
+}
 
 void redfish::set(std::string_view name, const std::string& text) {
-    set(name, boost::json::value(boost::json::string(text)));
+    set(name, boost::json::value(boost::json::string_view(text), value_.storage()));
 }
 
 void redfish::set(std::string_view name, std::string_view text) {
-    set(name, boost::json::value(boost::json::string(text)));
+    set(name, boost::json::value(boost::json::string_view(text), value_.storage()));
 }
 
 void redfish::set_common_properties(std::string_view id) {
     set("@odata.id", uri_);
-    set("@odata.type", boost::json::value(odata_type(entity_type_, schema_version_)));
+    set("@odata.type",
+        boost::json::value(odata_type(entity_type_, schema_version_, value_.storage())));
     if (!schema_version_.empty()) set("Id", id.empty() ? last_segment(uri_) : id);
     set("Name", name_);
 }
 
 void redfish::set_members(const std::vector<std::string>& member_uris) {
-    boost::json::array members;
+    boost::json::array members(value_.storage());
+    members.reserve(member_uris.size());
     for (const auto& member : member_uris) members.push_back(link(member));
     set("Members@odata.count", members.size());
     set("Members", std::move(members));
@@ -113,11 +124,15 @@ void redfish::answer_success() {
 }
 
 boost::json::object link(std::string_view uri) {
-    boost::json::object object(1);
+    boost::json::object object(1, answer_storage());
     object.emplace("@odata.id", uri);
     return object;
 }
 
-boost::json::array link_array(std::string_view uri) { return {link(uri)}; }
+boost::json::array link_array(std::string_view uri) {
+    boost::json::array links(answer_storage());
+    links.push_back(link(uri));
+    return links;
+}
 
 }  // namespace odata::redfish

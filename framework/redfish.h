@@ -40,6 +40,7 @@ protected:
 
     // The property setter that GET builds the resource with, in order.
     void set(std::string_view name, boost::json::value property);
+    void set(std::string_view name, std::initializer_list<boost::json::value_ref> property);
     void set(std::string_view name, const char* text);
     void set(std::string_view name, const std::string& text);
     void set(std::string_view name, std::string_view text);
@@ -62,6 +63,7 @@ private:
     std::string body_;
 };
 
+// Both in the answer's storage.
 // {"@odata.id": uri}
 boost::json::object link(std::string_view uri);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "frontend/answer_storage.h"
 #include "platform/libipmi_sensors.h"
 
 namespace odata::redfish {
@@ -30,8 +31,9 @@ const char* health_text(int health_code) {
 
 boost::json::object status_object(int health_code) {
     const char* health = health_text(health_code);
-    if (!health) return {{"State", "UnavailableOffline"}};
-    return {{"State", "Enabled"}, {"Health", health}, {"HealthRollup", health}};
+    if (!health) return boost::json::object({{"State", "UnavailableOffline"}}, answer_storage());
+    return boost::json::object({{"State", "Enabled"}, {"Health", health}, {"HealthRollup", health}},
+                               answer_storage());
 }
 
 }  // namespace odata::redfish

@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "base/request_epoch.h"
+#include "frontend/answer_storage.h"
 #include "frontend/process_memory.h"
 #include "frontend/request_context.h"
 #include "frontend/request_parameters.h"
@@ -38,7 +39,9 @@ std::streamsize serve(FCGX_Request& current, request_server serve_request) {
     static std::istream body(nullptr);
     body.rdbuf(&input);
 
+    open_answer_storage();
     serve_request(body);
+    close_answer_storage();
     body.rdbuf(nullptr);
 
     std::cout.flush();

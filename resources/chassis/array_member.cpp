@@ -1,6 +1,7 @@
 #include "resources/chassis/array_member.h"
 
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 
 namespace odata::redfish {
 namespace {
@@ -25,7 +26,7 @@ boost::json::object array_member(std::string_view resource_uri, std::string_view
     std::string odata_type;
     odata_type.reserve(schema.size() + version.size() + type.size() + 3);
     odata_type.append("#").append(schema).append(".").append(version).append(".").append(type);
-    boost::json::object member(member_properties);
+    boost::json::object member(member_properties, answer_storage());
     member.emplace("@odata.id", array_member_uri(resource_uri, array, index));
     member.emplace("@odata.type", odata_type);
     member.emplace("MemberId", std::to_string(index));

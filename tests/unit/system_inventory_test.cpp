@@ -27,16 +27,16 @@ std::string memory_device(uint16_t size_mib) {
 
 std::string processor(uint8_t status) { return structure(4, 0x30, {{0x18, status}}); }
 
-const std::string table_end = structure(127, 4, {});
+const std::string smbios_table_end = structure(127, 4, {});
 
 class SystemInventory : public sim_testing::hardware_root {};
 
 }  // namespace
 
 TEST_F(SystemInventory, MemoryIsWholeGibibytesAndOnlyPopulatedSocketsCount) {
-    ASSERT_TRUE(platform::write_smbios_table(processor(0x41) + processor(0x00) +
-                                             memory_device(1024) + memory_device(512) +
-                                             memory_device(0) + memory_device(0xFFFF) + table_end));
+    ASSERT_TRUE(platform::write_smbios_table(
+        processor(0x41) + processor(0x00) + memory_device(1024) + memory_device(512) +
+        memory_device(0) + memory_device(0xFFFF) + smbios_table_end));
     const std::optional<smbios_inventory> inventory = read_smbios_inventory();
     ASSERT_TRUE(inventory);
     EXPECT_EQ(inventory->memory_gib, 1u);
