@@ -1,13 +1,14 @@
 #include "framework/common_actioninfo.h"
 
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "platform/libweb.h"
 
 namespace odata::redfish {
 namespace {
 
 boost::json::array allowable_values_json(const actioninfo_parameter& parameter) {
-    boost::json::array values;
+    boost::json::array values(answer_storage());
     for (std::string_view value : parameter.allowable_values) {
         if (value.empty()) {
             console_log("[ERROR][nullptr] Property_AllowValues\n");
@@ -19,9 +20,10 @@ boost::json::array allowable_values_json(const actioninfo_parameter& parameter) 
 }
 
 boost::json::object parameter_json(const actioninfo_parameter& parameter) {
-    boost::json::object object{{"Name", parameter.name},
-                               {"Required", parameter.required},
-                               {"DataType", parameter.data_type}};
+    boost::json::object object({{"Name", parameter.name},
+                                {"Required", parameter.required},
+                                {"DataType", parameter.data_type}},
+                               answer_storage());
     if (!parameter.allowable_values.empty())
         object["AllowableValues"] = allowable_values_json(parameter);
     if (parameter.minimum_value) object["MinimumValue"] = *parameter.minimum_value;
@@ -33,7 +35,7 @@ boost::json::object parameter_json(const actioninfo_parameter& parameter) {
 // A row without a name or a type cannot describe a parameter; it is
 // logged and skipped so that the rest still reaches the client.
 boost::json::array parameters_json(const actioninfo_parameters* parameters) {
-    boost::json::array array;
+    boost::json::array array(answer_storage());
     if (!parameters) {
         console_log("[ERROR][nullptr] ActionInfos\n");
         return array;
@@ -59,7 +61,7 @@ common_actioninfo::common_actioninfo(request_context& context, std::string name,
 int common_actioninfo::get(request_context&) {
     set_common_properties();
     set("Parameters", parameters_json(parameters()));
-    set("Oem", boost::json::object());
+    set("Oem", boost::json::object(answer_storage()));
     return 0;
 }
 

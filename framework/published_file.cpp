@@ -1,6 +1,7 @@
 #include "framework/published_file.h"
 
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 
 namespace odata::redfish {
 namespace {
@@ -21,11 +22,10 @@ void published_file::set_file_properties(std::string_view description,
                                          std::string_view content_property,
                                          std::string_view content, std::string location_uri) {
     set("Description", description);
-    set("Languages", boost::json::array{"en"});
+    set("Languages", {"en"});
     set(content_property, content);
-    boost::json::object location{{"Language", "en"}, {"Uri", std::move(location_uri)}};
-    set("Location", boost::json::array{std::move(location)});
-    set("Oem", boost::json::object{});
+    set("Location", {{{"Language", "en"}, {"Uri", std::move(location_uri)}}});
+    set("Oem", boost::json::object(answer_storage()));
 }
 
 }  // namespace odata::redfish

@@ -37,13 +37,12 @@ int service_root::get(request_context&) {
     // No query option is served (a query answers 400); clients read this
     // before they try one.
     set("ProtocolFeaturesSupported",
-        boost::json::object{
-            {"ExcerptQuery", false},
-            {"ExpandQuery",
-             {{"ExpandAll", false}, {"Levels", false}, {"Links", false}, {"NoLinks", false}}},
-            {"FilterQuery", false},
-            {"OnlyMemberQuery", false},
-            {"SelectQuery", false}});
+        {{"ExcerptQuery", false},
+         {"ExpandQuery",
+          {{"ExpandAll", false}, {"Levels", false}, {"Links", false}, {"NoLinks", false}}},
+         {"FilterQuery", false},
+         {"OnlyMemberQuery", false},
+         {"SelectQuery", false}});
     set_service_links();
     set("Oem", oem_services());
     return 0;

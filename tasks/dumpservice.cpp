@@ -54,10 +54,9 @@ int dumpservice::get(request_context&) {
     set("Dumps", link(dumps_uri));
     set("StoreLimitBytes", DumpStoreLimit());
     set("Actions",
-        boost::json::object{
-            {"#TwrDumpService.CreateDump",
-             {{"target", create_dump_uri}, {"@Redfish.ActionInfo", create_dump_actioninfo_uri}}},
-            {"#TwrDumpService.DeleteAll", {{"target", delete_all_dumps_uri}}}});
+        {{"#TwrDumpService.CreateDump",
+          {{"target", create_dump_uri}, {"@Redfish.ActionInfo", create_dump_actioninfo_uri}}},
+         {"#TwrDumpService.DeleteAll", {{"target", delete_all_dumps_uri}}}});
     return 0;
 }
 

@@ -71,9 +71,8 @@ int ipmiconfig::get(request_context&) {
     set("Description",
         "The BMC's IPMI configuration: LAN, network services, serial port, users and alert "
         "destinations");
-    set("Actions",
-        boost::json::object{{"#TwrIPMIConfig.Upload", action(ipmi_config_upload_uri)},
-                            {"#TwrIPMIConfig.Download", action(ipmi_config_download_uri)}});
+    set("Actions", {{"#TwrIPMIConfig.Upload", action(ipmi_config_upload_uri)},
+                    {"#TwrIPMIConfig.Download", action(ipmi_config_download_uri)}});
     return 0;
 }
 

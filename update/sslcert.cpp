@@ -55,7 +55,7 @@ int sslcert::get(request_context&) {
     set_common_properties();
     set("Description", "The HTTPS certificate of the BMC's web server");
     for (const auto& [name, value] : shown.properties) set(name, value);
-    set("Actions", boost::json::object{{"#TwrSSLCert.Upload", {{"target", ssl_cert_upload_uri}}}});
+    set("Actions", {{"#TwrSSLCert.Upload", {{"target", ssl_cert_upload_uri}}}});
     return 0;
 }
 

@@ -76,9 +76,9 @@ int chassis::get(request_context&) {
     if (boost::json::value security = physical_security(); !security.is_null())
         set("PhysicalSecurity", security);
     for (const auto& [name, uri] : resource_links) set(name, link(uri));
-    set("Links", boost::json::object{{"ComputerSystems", link_array(host_system_uri)},
-                                     {"ManagedBy", link_array(bmc_manager_uri)},
-                                     {"ManagersInChassis", link_array(bmc_manager_uri)}});
+    set("Links", {{"ComputerSystems", link_array(host_system_uri)},
+                  {"ManagedBy", link_array(bmc_manager_uri)},
+                  {"ManagersInChassis", link_array(bmc_manager_uri)}});
     set("Oem", oem_object(fru));
     return 0;
 }

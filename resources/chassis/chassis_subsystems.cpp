@@ -53,7 +53,7 @@ environmentmetrics::environmentmetrics(request_context& context)
 int environmentmetrics::get(request_context&) {
     set_common_properties();
     if (const auto control = read_power_control("EnvironmentMetrics"))
-        set("PowerWatts", boost::json::object{{"Reading", control->consumed_watts}});
+        set("PowerWatts", {{"Reading", control->consumed_watts}});
     return 0;
 }
 

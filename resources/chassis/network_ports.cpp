@@ -76,14 +76,12 @@ int networkdevicefunction::get(request_context& context) {
         adapter_uri(context) + ports_segment + "/" + std::to_string(port.port);
     set_common_properties();
     set("NetDevFuncType", "Ethernet");
-    set("NetDevFuncCapabilities", boost::json::array{"Ethernet"});
-    set("Ethernet", boost::json::object{{"MACAddress", port.mac_address},
-                                        {"PermanentMACAddress", port.mac_address}});
-    set("AssignablePhysicalPorts", boost::json::array{link(port_uri)});
+    set("NetDevFuncCapabilities", {"Ethernet"});
+    set("Ethernet", {{"MACAddress", port.mac_address}, {"PermanentMACAddress", port.mac_address}});
+    set("AssignablePhysicalPorts", {link(port_uri)});
     set("Links",
-        boost::json::object{
-            {"PCIeFunction", link(pcie_function_uri(PCIE_KIND_NIC, port.adapter, port.port - 1))},
-            {"PhysicalPortAssignment", link(port_uri)}});
+        {{"PCIeFunction", link(pcie_function_uri(PCIE_KIND_NIC, port.adapter, port.port - 1))},
+         {"PhysicalPortAssignment", link(port_uri)}});
     set("Status", status_object(SENSOR_HEALTH_OK));
     return 0;
 }
@@ -114,7 +112,7 @@ int networkport::get(request_context& context) {
         boost::json::array{boost::json::object{
             {"LinkNetworkTechnology", "Ethernet"},
             {"CapableLinkSpeedMbps", boost::json::array{port.max_speed_mbps}}}});
-    set("AssociatedNetworkAddresses", boost::json::array{port.mac_address});
+    set("AssociatedNetworkAddresses", {port.mac_address});
     set("Status", status_object(SENSOR_HEALTH_OK));
     return 0;
 }

@@ -98,7 +98,7 @@ int pcie_device::get(request_context& context) {
     set("DeviceType", device.function_count > 1 ? "MultiFunction" : "SingleFunction");
     set("PCIeInterface", pcie_interface(device));
     set("PCIeFunctions", link(uri_ + "/PCIeFunctions"));
-    set("Links", boost::json::object{{"Chassis", boost::json::array{link(chassis_uri)}}});
+    set("Links", {{"Chassis", boost::json::array{link(chassis_uri)}}});
     set("Status", status_object(link_health(device)));
     return 0;
 }

@@ -1,6 +1,7 @@
 #include "resources/chassis/power.h"
 
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "platform/libipmi_power.h"
 #include "platform/libweb.h"
 #include "resources/chassis/array_member.h"
@@ -23,7 +24,7 @@ constexpr code_name limit_exceptions[] = {
 };
 
 boost::json::array processor_links() {
-    boost::json::array processors;
+    boost::json::array processors(answer_storage());
     const std::optional<smbios_inventory> inventory = read_smbios_inventory();
     const int count = inventory ? inventory->processor_count : 0;
     for (int number = 1; number <= count; ++number)
@@ -57,9 +58,9 @@ boost::json::array power_control_members() {
     St_PowerControl control{};
     if (PltPSU_GetPowerControl(&control) != PLT_OK) {
         console_log("[PowerControl]cant' initialize entity\n");
-        return {};
+        return boost::json::array(answer_storage());
     }
-    return {power_control_member(control)};
+    return boost::json::array({power_control_member(control)}, answer_storage());
 }
 
 boost::json::object voltage_member(const St_SensorData& record, size_t index) {
@@ -73,25 +74,26 @@ boost::json::object voltage_member(const St_SensorData& record, size_t index) {
     member["MinReadingRange"] = raw_to_json(record, record.min_reading, number_form::decimal);
     member["MaxReadingRange"] = raw_to_json(record, record.max_reading, number_form::decimal);
     member["PhysicalContext"] = voltage_physical_context(name);
-    member["RelatedItem"] = boost::json::array{link(voltage_related_item(name))};
+    member["RelatedItem"] = link_array(voltage_related_item(name));
     return member;
 }
 
 boost::json::array voltage_members() {
-    boost::json::array members;
+    boost::json::array members(answer_storage());
     for (const St_SensorData* record : threshold_sensors(SENSOR_TYPE_VOLTAGE))
         members.push_back(voltage_member(*record, members.size()));
     return members;
 }
 
 boost::json::object oem_object() {
-    boost::json::object tarnwright{{"@odata.type", "#TwrPowerExtensions.v1_0_0.Power"}};
+    boost::json::object tarnwright({{"@odata.type", "#TwrPowerExtensions.v1_0_0.Power"}},
+                                   answer_storage());
     if (const St_SensorData* battery = find_sensor_named(battery_sensor_name)) {
         tarnwright["Battery"] = {{"Name", battery_sensor_name},
                                  {"SensorNumber", battery->sensor_number},
                                  {"Status", sensor_status(*battery)}};
     }
-    return {{"Tarnwright", std::move(tarnwright)}};
+    return boost::json::object({{"Tarnwright", std::move(tarnwright)}}, answer_storage());
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include "framework/redfish.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "platform/libipmi_power.h"
 #include "platform/libweb.h"
 #include "resources/chassis/array_member.h"
@@ -34,7 +35,7 @@ std::string text_of(const char (&field)[size]) {
 std::string supply_uri(int bay) { return array_member_uri(power_uri, "PowerSupplies", bay - 1); }
 
 boost::json::array input_ranges(const St_PowerSupplyInfo& info) {
-    boost::json::array ranges;
+    boost::json::array ranges(answer_storage());
     const int count = std::min<int>(info.input_range_count, PSU_INPUT_RANGES_MAX);
     for (int i = 0; i < count; ++i) {
         const St_PowerInputRange& range = info.input_ranges[i];
@@ -63,15 +64,15 @@ boost::json::object supply_member(const St_PowerSupplyInfo& info) {
     member["PartNumber"] = text_of(info.part_number);
     member["SparePartNumber"] = text_of(info.spare_part_number);
     member["InputRanges"] = input_ranges(info);
-    member["RelatedItem"] = boost::json::array{link(chassis_uri)};
-    member["Redundancy"] = boost::json::array{link(array_member_uri(power_uri, "Redundancy", 0))};
+    member["RelatedItem"] = link_array(chassis_uri);
+    member["Redundancy"] = link_array(array_member_uri(power_uri, "Redundancy", 0));
     // Power v1_6 has no SensorNumber for supplies.
     member["Oem"] = {{"Tarnwright", {{"SensorNumber", info.sensor_number}}}};
     return member;
 }
 
 boost::json::array redundancy_set(const St_PowerRedundancy& redundancy) {
-    boost::json::array supplies;
+    boost::json::array supplies(answer_storage());
     const int count = std::min<int>(redundancy.member_count, PSU_BAYS_MAX);
     for (int i = 0; i < count; ++i) supplies.push_back(link(supply_uri(redundancy.member_bays[i])));
     return supplies;
@@ -80,7 +81,7 @@ boost::json::array redundancy_set(const St_PowerRedundancy& redundancy) {
 }  // namespace
 
 boost::json::array power_supply_members() {
-    boost::json::array members;
+    boost::json::array members(answer_storage());
     const int bays = PltPSU_GetBayCount();
     for (int bay = 1; bay <= std::min(bays, static_cast<int>(PSU_BAYS_MAX)); ++bay) {
         St_PowerSupplyInfo info{};
@@ -97,7 +98,7 @@ boost::json::array power_redundancy_members() {
     St_PowerRedundancy redundancy{};
     if (PltPSU_GetRedundancy(&redundancy) != PLT_OK) {
         console_log("[PowerRedundancy]cant' initialize entity\n");
-        return {};
+        return boost::json::array(answer_storage());
     }
     boost::json::object group =
         array_member(power_uri, "Redundancy", 0, "Redundancy", "Redundancy");
@@ -107,7 +108,7 @@ boost::json::array power_redundancy_members() {
     group["MinNumNeeded"] = redundancy.min_needed;
     group["Status"] = status_object(redundancy.health);
     group["RedundancySet"] = redundancy_set(redundancy);
-    return {std::move(group)};
+    return boost::json::array({std::move(group)}, answer_storage());
 }
 
 }  // namespace odata::redfish

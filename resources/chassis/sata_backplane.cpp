@@ -79,7 +79,7 @@ int diskdrive::get(request_context& context) {
     set("CapacityBytes", drive->capacity_bytes);
     set("MediaType", drive->solid_state ? "SSD" : "HDD");
     set("Protocol", "SATA");
-    set("Links", boost::json::object{{"Chassis", link(sata_backplane_uri)}});
+    set("Links", {{"Chassis", link(sata_backplane_uri)}});
     return 0;
 }
 

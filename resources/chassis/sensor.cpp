@@ -34,11 +34,10 @@ int sensor::get(request_context& context) {
     set_common_properties();
     set("Name", sensor_name(record));
     set("Status", sensor_status(record));
-    set("Oem",
-        boost::json::object{{"Tarnwright",
-                             {{"@odata.type", "#TwrSensorExtensions.v1_0_0.Sensor"},
-                              {"SensorNumber", record.sensor_number},
-                              {"SensorValue", reading_value(record, number_form::decimal)}}}});
+    set("Oem", {{"Tarnwright",
+                 {{"@odata.type", "#TwrSensorExtensions.v1_0_0.Sensor"},
+                  {"SensorNumber", record.sensor_number},
+                  {"SensorValue", reading_value(record, number_form::decimal)}}}});
     return 0;
 }
 

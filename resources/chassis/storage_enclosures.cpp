@@ -71,11 +71,11 @@ void storagepod::set_sata_backplane() {
     set("Status", status_object(SENSOR_HEALTH_OK));
     boost::json::array drives = sata_drive_links();
     const std::size_t count = drives.size();
-    set("Links", boost::json::object{{"ComputerSystems", boost::json::array{link(host_system_uri)}},
-                                     {"ContainedBy", link(chassis_uri)},
-                                     {"Drives", std::move(drives)},
-                                     {"Drives@odata.count", count},
-                                     {"Storage", boost::json::array{link(sata_storage_uri)}}});
+    set("Links", {{"ComputerSystems", boost::json::array{link(host_system_uri)}},
+                  {"ContainedBy", link(chassis_uri)},
+                  {"Drives", std::move(drives)},
+                  {"Drives@odata.count", count},
+                  {"Storage", boost::json::array{link(sata_storage_uri)}}});
 }
 
 // The RAID controllers report the drives in their enclosures; the host bus

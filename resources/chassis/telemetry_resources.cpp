@@ -91,7 +91,7 @@ int telemetryservice::get(request_context&) {
     set("Status", status_object(SENSOR_HEALTH_OK));
     set("MaxReports", power_metrics().size());
     set("MinCollectionInterval", "PT1M");
-    set("SupportedCollectionFunctions", boost::json::array{"Average", "Minimum", "Maximum"});
+    set("SupportedCollectionFunctions", {"Average", "Minimum", "Maximum"});
     set("MetricDefinitions", link(definitions_uri));
     set("MetricReportDefinitions", link(report_definitions_uri));
     set("MetricReports", link(reports_uri));
@@ -122,7 +122,7 @@ int powerconsumed::get(request_context& context) {
     set("Implementation", "Calculated");
     set("Calculable", "NonSummable");
     set("IsLinear", true);
-    set("MetricProperties", boost::json::array{power_consumed_property});
+    set("MetricProperties", {power_consumed_property});
     set("SensingInterval", "PT1M");
     set("CalculationAlgorithm", metric.function);
     set("CalculationTimeInterval", metric.duration);
@@ -150,10 +150,10 @@ int defpowerconsumption::get(request_context& context) {
     set_common_properties();
     set("MetricReportDefinitionType", "OnRequest");
     set("MetricReportDefinitionEnabled", true);
-    set("ReportActions", boost::json::array{"LogToMetricReportsCollection"});
+    set("ReportActions", {"LogToMetricReportsCollection"});
     set("ReportUpdates", "Overwrite");
     set("ReportTimespan", metric.duration);
-    set("MetricProperties", boost::json::array{power_consumed_property});
+    set("MetricProperties", {power_consumed_property});
     set("Metrics", boost::json::array{boost::json::object{
                        {"MetricId", metric_definition_id(metric)},
                        {"MetricProperties", boost::json::array{power_consumed_property}},

@@ -2,6 +2,7 @@
 
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "resources/chassis/array_member.h"
 #include "resources/chassis/chassis_uris.h"
 #include "resources/chassis/physical_context.h"
@@ -27,7 +28,7 @@ boost::json::object temperature_member(const St_SensorData& record, size_t index
     member["MinReadingRangeTemp"] = raw_to_json(record, record.min_reading, number_form::decimal);
     member["MaxReadingRangeTemp"] = raw_to_json(record, record.max_reading, number_form::decimal);
     member["PhysicalContext"] = temperature_physical_context(name);
-    member["RelatedItem"] = boost::json::array{link(temperature_related_item(record))};
+    member["RelatedItem"] = link_array(temperature_related_item(record));
     return member;
 }
 
@@ -45,12 +46,13 @@ boost::json::object fan_member(const St_SensorData& record, size_t index, bool h
     add_thresholds(member, record, number_form::integer);
     member["MinReadingRange"] = raw_to_json(record, record.min_reading, number_form::integer);
     member["MaxReadingRange"] = raw_to_json(record, record.max_reading, number_form::integer);
-    member["RelatedItem"] = boost::json::array{link(host_system_uri), link(chassis_uri)};
+    member["RelatedItem"] =
+        boost::json::array({link(host_system_uri), link(chassis_uri)}, answer_storage());
     return member;
 }
 
 boost::json::array temperature_members() {
-    boost::json::array members;
+    boost::json::array members(answer_storage());
     for (const St_SensorData* record : threshold_sensors(SENSOR_TYPE_TEMPERATURE))
         members.push_back(temperature_member(*record, members.size()));
     return members;
@@ -58,7 +60,7 @@ boost::json::array temperature_members() {
 
 boost::json::array fan_members() {
     const bool host_on = host_power_on();
-    boost::json::array members;
+    boost::json::array members(answer_storage());
     for (const St_SensorData* record : threshold_sensors(SENSOR_TYPE_FAN))
         members.push_back(fan_member(*record, members.size(), host_on));
     return members;

@@ -38,13 +38,12 @@ int certificateservice::get(request_context&) {
     set_common_properties();
     set("Description", "Certificates of the BMC's services");
     set("CertificateLocations", link(certificate_locations_uri));
-    set("Actions",
-        boost::json::object{{"#CertificateService.GenerateCSR",
-                             {{"target", generate_csr_target_uri},
-                              {"@Redfish.ActionInfo", generate_csr_actioninfo_uri}}},
-                            {"#CertificateService.ReplaceCertificate",
-                             {{"target", replace_certificate_target_uri},
-                              {"@Redfish.ActionInfo", replace_certificate_actioninfo_uri}}}});
+    set("Actions", {{"#CertificateService.GenerateCSR",
+                     {{"target", generate_csr_target_uri},
+                      {"@Redfish.ActionInfo", generate_csr_actioninfo_uri}}},
+                    {"#CertificateService.ReplaceCertificate",
+                     {{"target", replace_certificate_target_uri},
+                      {"@Redfish.ActionInfo", replace_certificate_actioninfo_uri}}}});
     return 0;
 }
 
@@ -55,8 +54,7 @@ certificatelocations::certificatelocations(request_context& context)
 
 int certificatelocations::get(request_context&) {
     set_common_properties();
-    set("Links",
-        boost::json::object{{"Certificates", boost::json::array{link(https_certificate_uri)}}});
+    set("Links", {{"Certificates", boost::json::array{link(https_certificate_uri)}}});
     return 0;
 }
 
@@ -80,10 +78,9 @@ int certificate::get(request_context&) {
     set("CertificateString", shown.pem);
     set("CertificateType", "PEM");
     for (const auto& [name, value] : shown.properties) set(name, value);
-    set("Actions", boost::json::object{{"#Certificate.Rekey",
-                                        {{"target", rekey_target_uri},
-                                         {"@Redfish.ActionInfo", rekey_actioninfo_uri}}},
-                                       {"#Certificate.Renew", {{"target", renew_target_uri}}}});
+    set("Actions", {{"#Certificate.Rekey",
+                     {{"target", rekey_target_uri}, {"@Redfish.ActionInfo", rekey_actioninfo_uri}}},
+                    {"#Certificate.Renew", {{"target", renew_target_uri}}}});
     return 0;
 }
 

@@ -65,7 +65,7 @@ int common_ethernetinterface::get(request_context&) {
     set("SpeedMbps", lan.speed_mbps);
     set("HostName", lan.host_name);
     set("FQDN", lan_fqdn(lan));
-    set("DHCPv4", boost::json::object{{"DHCPEnabled", lan.dhcp_enabled != 0}});
+    set("DHCPv4", {{"DHCPEnabled", lan.dhcp_enabled != 0}});
     set("IPv4Addresses", ipv4_addresses(lan));
     set("IPv4StaticAddresses", ipv4_static_addresses(lan));
     set("NameServers", lan_name_servers(lan));

@@ -54,10 +54,9 @@ int hostinterface::get(request_context&) {
         enabled ? status_object(SENSOR_HEALTH_OK) : boost::json::object{{"State", "Disabled"}});
     set("InterfaceEnabled", enabled);
     set("ExternallyAccessible", false);
-    set("AuthenticationModes", boost::json::array{"BasicAuth", "RedfishSessionAuth"});
+    set("AuthenticationModes", {"BasicAuth", "RedfishSessionAuth"});
     set("HostEthernetInterfaces", link(host_ethernet_uri));
-    set("Links", boost::json::object{
-                     {"ComputerSystems", boost::json::array{link("/redfish/v1/Systems/1")}}});
+    set("Links", {{"ComputerSystems", boost::json::array{link("/redfish/v1/Systems/1")}}});
     return 0;
 }
 
@@ -112,7 +111,7 @@ int hostethernetinterface::get(request_context& context) {
     set("SpeedMbps", boost::json::value(nullptr));
     set("HostName", boost::json::value(nullptr));
     set("FQDN", boost::json::value(nullptr));
-    set("DHCPv4", boost::json::object{{"DHCPEnabled", false}});
+    set("DHCPv4", {{"DHCPEnabled", false}});
     set("IPv4Addresses", addresses);
     set("IPv4StaticAddresses", addresses);
     set("NameServers", boost::json::array());

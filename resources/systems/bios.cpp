@@ -53,11 +53,10 @@ int bios::get(request_context&) {
     }
     set("Attributes", current_bios_attributes());
     set("@Redfish.Settings", settings_annotation());
-    set("Actions",
-        boost::json::object{{"#Bios.ResetBios", {{"target", bios_reset_target_uri}}},
-                            {"#Bios.ChangePassword",
-                             {{"target", bios_change_password_target_uri},
-                              {"@Redfish.ActionInfo", bios_change_password_actioninfo_uri}}}});
+    set("Actions", {{"#Bios.ResetBios", {{"target", bios_reset_target_uri}}},
+                    {"#Bios.ChangePassword",
+                     {{"target", bios_change_password_target_uri},
+                      {"@Redfish.ActionInfo", bios_change_password_actioninfo_uri}}}});
     return 0;
 }
 

@@ -80,12 +80,11 @@ int crashdump_logservice::get(request_context&) {
     set("LogEntryType", "OEM");
     set("Status", status_object(SENSOR_HEALTH_OK));
     set("Entries", link(crashdump_entries_uri));
-    set("Actions", boost::json::object{
-                       {"#LogService.ClearLog", {{"target", crashdump_clear_uri}}},
-                       {"Oem",
-                        {{"#Crashdump.OnDemand", {{"target", crashdump_on_demand_uri}}},
-                         {"#Crashdump.Telemetry", {{"target", crashdump_telemetry_uri}}},
-                         {"#Crashdump.SendRawPeci", {{"target", crashdump_send_raw_peci_uri}}}}}});
+    set("Actions", {{"#LogService.ClearLog", {{"target", crashdump_clear_uri}}},
+                    {"Oem",
+                     {{"#Crashdump.OnDemand", {{"target", crashdump_on_demand_uri}}},
+                      {"#Crashdump.Telemetry", {{"target", crashdump_telemetry_uri}}},
+                      {"#Crashdump.SendRawPeci", {{"target", crashdump_send_raw_peci_uri}}}}}});
     return 0;
 }
 

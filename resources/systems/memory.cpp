@@ -49,7 +49,7 @@ int memory::get(request_context& context) {
     set("Manufacturer", smbios_text(record->manufacturer));
     set("SerialNumber", smbios_text(record->serial_number));
     set("PartNumber", smbios_text(record->part_number));
-    if (record->speed_mts != 0) set("AllowedSpeedsMHz", boost::json::array{record->speed_mts});
+    if (record->speed_mts != 0) set("AllowedSpeedsMHz", {record->speed_mts});
     if (record->configured_speed_mts != 0) set("OperatingSpeedMhz", record->configured_speed_mts);
     if (record->rank != 0) set("RankCount", record->rank);
     set("DeviceLocator", smbios_text(record->device_locator));

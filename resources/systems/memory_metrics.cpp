@@ -33,9 +33,9 @@ int memorymetrics::get(request_context& context) {
     set_common_properties();
     set("Description", "ECC errors of the module in " + smbios_text(module->device_locator));
     set("CurrentPeriod", error_count_period(counts.correctable, counts.uncorrectable));
-    set("HealthData", boost::json::object{{"AlarmTrips",
-                                           {{"CorrectableECCError", counts.correctable > 0},
-                                            {"UncorrectableECCError", counts.uncorrectable > 0}}}});
+    set("HealthData", {{"AlarmTrips",
+                        {{"CorrectableECCError", counts.correctable > 0},
+                         {"UncorrectableECCError", counts.uncorrectable > 0}}}});
     return 0;
 }
 

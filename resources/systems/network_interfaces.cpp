@@ -34,8 +34,7 @@ int networkinterfaces::get(request_context& context) {
     set("Status", status_object(SENSOR_HEALTH_OK));
     set("NetworkPorts", link(uri() + "/NetworkPorts"));
     set("NetworkDeviceFunctions", link(uri() + "/NetworkDeviceFunctions"));
-    set("Links", boost::json::object{
-                     {"NetworkAdapter", link(network_adapter_member_uri(adapter->adapter))}});
+    set("Links", {{"NetworkAdapter", link(network_adapter_member_uri(adapter->adapter))}});
     return 0;
 }
 

@@ -43,8 +43,7 @@ int twrnodemanager::get(request_context&) {
     set("Description", "Power policies of the host's node manager");
     set("MaxPolicies", static_cast<int>(NM_MAX_POLICIES));
     set("Policies", std::move(listed));
-    set("Actions",
-        boost::json::object{{"#TwrNodeManager.ClearAllPolicies", {{"target", clear_target_uri}}}});
+    set("Actions", {{"#TwrNodeManager.ClearAllPolicies", {{"target", clear_target_uri}}}});
     return 0;
 }
 

@@ -55,10 +55,9 @@ int secureboot::get(request_context&) {
     set("SecureBootEnable", *(next ? next : running) == "Enabled");
     set("SecureBootCurrentBoot", *running == "Enabled" && keys.pk > 0 ? "Enabled" : "Disabled");
     set("SecureBootMode", keys.pk > 0 ? "UserMode" : "SetupMode");
-    set("Actions",
-        boost::json::object{{"#SecureBoot.ResetKeys",
-                             {{"target", secure_boot_reset_keys_target_uri},
-                              {"@Redfish.ActionInfo", secure_boot_reset_keys_actioninfo_uri}}}});
+    set("Actions", {{"#SecureBoot.ResetKeys",
+                     {{"target", secure_boot_reset_keys_target_uri},
+                      {"@Redfish.ActionInfo", secure_boot_reset_keys_actioninfo_uri}}}});
     return 0;
 }
 

@@ -55,12 +55,12 @@ int storage::get(request_context& context) {
     set_common_properties();
     set("Description", "The drives of the host's onboard SATA controller");
     set("Status", status_object(SENSOR_HEALTH_OK));
-    set("StorageControllers", boost::json::array{sata_controller()});
+    set("StorageControllers", {sata_controller()});
     boost::json::array drives = sata_drive_links();
     const std::size_t count = drives.size();
     set("Drives", std::move(drives));
     set("Drives@odata.count", count);
-    set("Links", boost::json::object{{"Enclosures", boost::json::array{link(sata_backplane_uri)}}});
+    set("Links", {{"Enclosures", boost::json::array{link(sata_backplane_uri)}}});
     return 0;
 }
 

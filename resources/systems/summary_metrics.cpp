@@ -87,10 +87,9 @@ memorysummarymetrics::memorysummarymetrics(request_context& context)
 int memorysummarymetrics::get(request_context&) {
     set_common_properties();
     set("CurrentPeriod", all_module_error_counts());
-    set("HealthData",
-        boost::json::object{{"AlarmTrips",
-                             {{"Temperature", memory_temperature_alarm()},
-                              {"UncorrectableECCError", uncorrectable_ecc_alarm()}}}});
+    set("HealthData", {{"AlarmTrips",
+                        {{"Temperature", memory_temperature_alarm()},
+                         {"UncorrectableECCError", uncorrectable_ecc_alarm()}}}});
     return 0;
 }
 

@@ -95,11 +95,11 @@ int system::get(request_context&) {
     set("Boot", boot_object());
     set("SerialConsole", serial_console());
     set_collection_links();
-    set("Links", boost::json::object{{"Chassis", link_array("/redfish/v1/Chassis/1")},
-                                     {"ManagedBy", link_array("/redfish/v1/Managers/1")}});
-    set("Actions", boost::json::object{{"#ComputerSystem.Reset", reset_action()},
-                                       {"#ComputerSystem.SetDefaultBootOrder",
-                                        {{"target", system_default_boot_order_target_uri}}}});
+    set("Links", {{"Chassis", link_array("/redfish/v1/Chassis/1")},
+                  {"ManagedBy", link_array("/redfish/v1/Managers/1")}});
+    set("Actions", {{"#ComputerSystem.Reset", reset_action()},
+                    {"#ComputerSystem.SetDefaultBootOrder",
+                     {{"target", system_default_boot_order_target_uri}}}});
     set("Oem", oem_object());
     return 0;
 }
