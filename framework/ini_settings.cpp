@@ -26,12 +26,15 @@ int parse(const std::string& path, boost::property_tree::ptree& settings) {
 
 }  // namespace
 
-std::string ini_settings::file_path() const { return platform::bmc_path(path_); }
+std::string ini_settings::file_path() const {
+    std::lock_guard<std::mutex> hold(mutex_);
+    return resolved_path_.get();
+}
 
 std::shared_ptr<const boost::property_tree::ptree> ini_settings::snapshot() const {
     std::lock_guard<std::mutex> hold(mutex_);
     std::shared_ptr<const boost::property_tree::ptree> settings;
-    const std::string path = file_path();
+    const std::string& path = resolved_path_.get();
     cache_.get(
         path, [&path](boost::property_tree::ptree& parsed) { return parse(path, parsed); },
         settings);
@@ -69,8 +72,9 @@ bool settings_batch::put(const ini_settings& file, const boost::property_tree::p
         complete_ = false;
         return false;
     }
+    const std::string path = file.file_path();
     std::lock_guard<std::mutex> hold(file.mutex_);
-    complete_ = files_.stage(file.file_path(), text.str(), settings_mode) && complete_;
+    complete_ = files_.stage(path, text.str(), settings_mode) && complete_;
     return complete_;
 }
 

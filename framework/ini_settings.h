@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "base/atomic_file.h"
+#include "base/bmc_root.h"
 #include "base/file_cache.h"
 #include "base/record_lock.h"
 
@@ -20,7 +21,7 @@ namespace odata::redfish {
 class ini_settings {
 public:
     // path is a BMC path such as "/nv/redfish/sessionservice.ini".
-    explicit ini_settings(std::string path) : path_(std::move(path)) {}
+    explicit ini_settings(std::string path) : path_(std::move(path)), resolved_path_(path_) {}
 
     // The file's settings; empty when the file is missing or unreadable.
     boost::property_tree::ptree read() const { return *snapshot(); }
@@ -47,6 +48,8 @@ private:
     std::string file_path() const;
 
     std::string path_;
+    // Resolved once under the root, for the reads of every request.
+    mutable platform::fixed_bmc_path resolved_path_;
     mutable std::mutex mutex_;
     mutable platform::file_cache<boost::property_tree::ptree> cache_;
 };

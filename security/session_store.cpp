@@ -27,7 +27,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char token_alphabet[] = "abcdefghijklmnopqrstuvwxyz1234567890";
-constexpr char record_prefix[] = "redfish_";
+constexpr std::string_view record_prefix = "redfish_";
 constexpr const char* sessions_uri = "/redfish/v1/SessionService/Sessions/";
 constexpr const char* scratch_prefix = ".scratch-";
 // Beginning of the atomic writer's temporary names; under the store lock
@@ -65,7 +65,10 @@ private:
 };
 
 std::string record_path(const std::string& token) {
-    return platform::bmc_path("/tmp/" + std::string(record_prefix) + token);
+    static platform::fixed_bmc_path directory("/tmp/");
+    std::string path;
+    path.reserve(directory.get().size() + record_prefix.size() + token.size());
+    return path.append(directory.get()).append(record_prefix).append(token);
 }
 
 fs::path sessions_directory() {
@@ -141,7 +144,9 @@ std::vector<St_RedfishSession> all_records() {
     std::vector<St_RedfishSession> records;
     const std::string tmp = platform::bmc_path("/tmp");
     for_each_entry(tmp, [&](const std::string& name) {
-        if (name.compare(0, 8, record_prefix) != 0 || !well_formed_token(name.substr(8))) return;
+        if (name.compare(0, record_prefix.size(), record_prefix) != 0 ||
+            !well_formed_token(name.substr(record_prefix.size())))
+            return;
         if (auto record = read_record(tmp + "/" + name)) records.push_back(*record);
     });
     return records;
@@ -217,10 +222,10 @@ record_check check_record(std::optional<St_RedfishSession>& record, const std::s
 // process left; the caller holds the store lock.
 void remove_litter() {
     const std::string tmp = platform::bmc_path("/tmp");
-    const size_t token_end = 8 + SESSION_TOKEN_LEN;
+    const size_t token_end = record_prefix.size() + SESSION_TOKEN_LEN;
     for_each_entry(tmp, [&](const std::string& name) {
-        if (name.size() > token_end && name.compare(0, 8, record_prefix) == 0 &&
-            well_formed_token(name.substr(8, SESSION_TOKEN_LEN)) &&
+        if (name.size() > token_end && name.compare(0, record_prefix.size(), record_prefix) == 0 &&
+            well_formed_token(name.substr(record_prefix.size(), SESSION_TOKEN_LEN)) &&
             name.compare(token_end, std::strlen(temporary_marker), temporary_marker) == 0)
             unlink((tmp + "/" + name).c_str());
     });
