@@ -2,6 +2,8 @@
 // is one allocation, the records followed by copies of their strings.
 #include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -60,6 +62,15 @@ Record* pack(const std::vector<Record>& records, const string_member<Record> (&s
     return packed;
 }
 
+// The records of one type, decoded once per version of the table: the
+// strings they point at live in the table they were decoded from.
+template <typename Record>
+struct decoded_records {
+    std::mutex mutex;
+    std::shared_ptr<const platform::smbios_snapshot> from;
+    std::vector<Record> records;
+};
+
 template <typename Record, std::size_t count>
 int fill_list(uint8_t type, Record (*decode)(const smbios::structure&),
               const string_member<Record> (&strings)[count], Record*& list, int& list_count) {
@@ -69,9 +80,15 @@ int fill_list(uint8_t type, Record (*decode)(const smbios::structure&),
     std::shared_ptr<const platform::smbios_snapshot> snapshot;
     int loaded = platform::load_smbios_structures(snapshot);
     if (loaded != PLT_OK) return loaded;
-    std::vector<Record> records;
-    for (const smbios::structure& each : snapshot->structures)
-        if (each.type == type) records.push_back(decode(each));
+    static decoded_records<Record> decoded;
+    std::lock_guard<std::mutex> hold(decoded.mutex);
+    if (decoded.from != snapshot) {
+        decoded.records.clear();
+        for (const smbios::structure& each : snapshot->structures)
+            if (each.type == type) decoded.records.push_back(decode(each));
+        decoded.from = snapshot;
+    }
+    const std::vector<Record>& records = decoded.records;
     if (records.empty()) return PLT_OK;
     list = pack(records, strings);
     if (!list) return PLT_ERR_IO;
