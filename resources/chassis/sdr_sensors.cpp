@@ -53,6 +53,7 @@ size_t sensor_record_count() {
 
 std::vector<const St_SensorData*> exposed_sensors() {
     std::vector<const St_SensorData*> records;
+    records.reserve(sensor_record_count());
     for (size_t i = 0; i < sensor_record_count(); ++i)
         if (is_exposed(at_St_SensorData[i])) records.push_back(&at_St_SensorData[i]);
     return records;
@@ -60,6 +61,7 @@ std::vector<const St_SensorData*> exposed_sensors() {
 
 std::vector<const St_SensorData*> threshold_sensors(uint8_t sensor_type) {
     std::vector<const St_SensorData*> records;
+    records.reserve(sensor_record_count());
     for (size_t i = 0; i < sensor_record_count(); ++i) {
         const St_SensorData& record = at_St_SensorData[i];
         if (record.record_type == SDR_FULL_SENSOR && record.sensor_type == sensor_type)
