@@ -91,6 +91,16 @@ boost::json::value request_context::body_json() const {
     return parsed;
 }
 
+std::optional<std::string_view> request_context::segment_from_end(size_t count) const {
+    std::string_view rest = uri;
+    for (;; --count) {
+        const size_t slash = rest.rfind('/');
+        if (count == 0) return slash == std::string_view::npos ? rest : rest.substr(slash + 1);
+        if (slash == std::string_view::npos) return std::nullopt;
+        rest = rest.substr(0, slash);
+    }
+}
+
 int request_context::capture_number(size_t index) const {
     if (index >= captures.size()) return -1;
     const std::string& text = captures[index];

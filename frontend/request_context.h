@@ -28,7 +28,6 @@ struct request_context {
     std::string uri;                    // normalised path
     std::string query;                  // QUERY_STRING
     int method = 0;                     // method_code
-    std::vector<std::string> segments;  // the path split at "/"
     std::vector<std::string> captures;  // texts of the route's pattern groups
     std::string_view handler_class;     // the route's class name
     std::shared_ptr<auth> authenticator;
@@ -45,6 +44,9 @@ struct request_context {
     // The body parsed as JSON; throws malformed_json when it is not JSON,
     // and 400 with PropertyValueFormatError for each string holding a NUL.
     boost::json::value body_json() const;
+    // The path's segment so many from the end (0: the last, "" after a
+    // trailing "/"); none when the path has fewer.
+    std::optional<std::string_view> segment_from_end(size_t count) const;
     // Route capture index as a number; -1 when absent, not a number or too large.
     int capture_number(size_t index) const;
 };

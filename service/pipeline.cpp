@@ -43,6 +43,7 @@ void check_odata_version() {
 // Query options ("$select", "$expand", ..., also written "%24top") are not
 // supported by any resource of the service.
 void check_query_options(const std::string& query) {
+    if (query.empty()) return;
     std::vector<std::string> options;
     boost::algorithm::split(options, query, [](char c) { return c == '&'; });
     for (const auto& option : options) {
@@ -58,7 +59,6 @@ void drop_members_segment(request_context& context) {
         uri.substr(uri.size() - members.size()) != members)
         return;
     context.uri.resize(uri.size() - members.size());
-    context.segments.pop_back();
 }
 
 // Conditional GET: If-None-Match answers 304 when the resource is unchanged.
@@ -103,8 +103,9 @@ void check_if_match(const request_context& context, const route& row) {
 
 // Paths are plain: no "." or ".." segment and no percent-encoding.
 void check_path_form(const request_context& context) {
-    bool dot_segment = std::any_of(context.segments.begin(), context.segments.end(),
-                                   [](const std::string& s) { return s == "." || s == ".."; });
+    bool dot_segment = false;
+    for (size_t count = 0; const auto segment = context.segment_from_end(count); ++count)
+        dot_segment = dot_segment || *segment == "." || *segment == "..";
     if (dot_segment || context.uri.find('%') != std::string::npos)
         throw_http_error(400, "Base.1.10.ResourceAtUriInUnknownFormat", {context.uri});
 }
@@ -137,7 +138,6 @@ void authorise(request_context& context, const route& row) {
 void handle_request(request_context& context, std::istream& input) {
     context.uri = normalise_path(cgi_variable(cgi_parameter::request_uri));
     context.query = cgi_variable(cgi_parameter::query_string);
-    boost::algorithm::split(context.segments, context.uri, [](char c) { return c == '/'; });
     context.method = request_method();
     if (at_p_St_GlobalVar->fcgi_mode == 0) throw_http_error(503, "Base.1.10.ServiceInUnknownState");
     InterfaceInfo->kind = interface_redfish;

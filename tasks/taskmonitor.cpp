@@ -17,9 +17,9 @@ namespace {
 
 // The monitor of "/TaskMonitor/<monitor id>", or of "/Tasks/<id>/TaskMonitor".
 bool read_monitored_task(const request_context& context, TaskInfo& info) {
-    if (context.segments.back() == "TaskMonitor")
-        return TaskServiceGetTaskInfo(context.capture_number(0), &info) >= 0;
-    const std::string monitor_id = context.segments.back().substr(0, TASK_MONITOR_ID_MAX);
+    const std::string_view last = context.segment_from_end(0).value_or("");
+    if (last == "TaskMonitor") return TaskServiceGetTaskInfo(context.capture_number(0), &info) >= 0;
+    const std::string monitor_id(last.substr(0, TASK_MONITOR_ID_MAX));
     return TaskServiceGetTaskInfoByMonitorId(monitor_id.c_str(), &info) >= 0;
 }
 

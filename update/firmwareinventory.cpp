@@ -57,7 +57,7 @@ firmwareinventory::firmwareinventory(request_context& context, std::string uri, 
       oem_(oem) {}
 
 int firmwareinventory::get(request_context& context) {
-    const std::string& id = context.segments.back();
+    const std::string id(context.segment_from_end(0).value_or(""));
     const std::optional<firmware_component> component =
         oem_ ? find_oem_firmware_component(id) : find_firmware_component(id);
     if (!component) throw_http(404);

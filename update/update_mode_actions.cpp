@@ -61,10 +61,10 @@ bool image_staged(const staged_component& component) {
 
 const staged_component& inventory_component(const request_context& context,
                                             size_t segments_from_end) {
-    const std::vector<std::string>& segments = context.segments;
-    if (segments.size() <= segments_from_end) throw_http(404);
+    const std::optional<std::string_view> segment = context.segment_from_end(segments_from_end);
+    if (!segment) throw_http(404);
     const std::optional<firmware_component> found =
-        find_oem_firmware_component(segments[segments.size() - 1 - segments_from_end]);
+        find_oem_firmware_component(std::string(*segment));
     if (!found) throw_http(404);
     return staged_component_of(found->device);
 }

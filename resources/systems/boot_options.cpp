@@ -73,7 +73,7 @@ int bootoptions::get(request_context& context) {
     const std::string option = named_option(context);
     if (option.empty())
         throw_http_error(404, "Base.1.10.ResourceNotFound",
-                         {"BootOption", context.segments.back()});
+                         {"BootOption", std::string(context.segment_from_end(0).value_or(""))});
     uri_ = option_uri(option);
     set_common_properties();
     set("BootOptionReference", option);

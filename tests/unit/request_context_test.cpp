@@ -77,6 +77,18 @@ TEST(RequestParameters, KeptForOneRequestOnly) {
     EXPECT_EQ(request_parameter(cgi_parameter::auth_token), std::nullopt);
 }
 
+TEST(RequestPath, SegmentsCountFromTheEnd) {
+    request_context context;
+    context.uri = "/redfish/v1/Tasks/3/TaskMonitor";
+    EXPECT_EQ(context.segment_from_end(0), "TaskMonitor");
+    EXPECT_EQ(context.segment_from_end(2), "Tasks");
+    EXPECT_EQ(context.segment_from_end(5), "");
+    EXPECT_EQ(context.segment_from_end(6), std::nullopt);
+    context.uri = "/redfish/v1/";
+    EXPECT_EQ(context.segment_from_end(0), "");
+    EXPECT_EQ(context.segment_from_end(1), "v1");
+}
+
 TEST(RequestBody, KeepsTheDeclaredLengthAndDrainsTheRest) {
     std::string rest;
     EXPECT_EQ(body_read_from("0123456789", "5", &rest), "01234");
