@@ -161,19 +161,28 @@ std::string schema_type(const schema_file& schema) {
     return "#" + name + "." + std::string(schema.version) + "." + name;
 }
 
-// Built in one allocation: every answer's headers name a schema.
-std::string schema_uri(const schema_file& schema) {
+namespace {
+
+std::string make_schema_uri(const schema_file& schema) {
     constexpr std::string_view published = "/redfish/v1/JsonSchemas/";
     constexpr std::string_view dmtf = "http://redfish.dmtf.org/schemas/v1/";
-    std::string uri;
-    if (schema.json_published) {
-        uri.reserve(published.size() + schema.name.size());
-        return uri.append(published).append(schema.name);
-    }
-    uri.reserve(dmtf.size() + schema.name.size() + schema.version.size() + 6);
-    uri.append(dmtf).append(schema.name);
+    std::string uri(schema.json_published ? published : dmtf);
+    uri.append(schema.name);
+    if (schema.json_published) return uri;
     if (!schema.version.empty()) uri.append(".").append(schema.version);
     return uri.append(".json");
+}
+
+}  // namespace
+
+// Built once per row: every answer's headers name a schema.
+const std::string& schema_uri(const schema_file& schema) {
+    static const std::vector<std::string> uris = [] {
+        std::vector<std::string> built;
+        for (const schema_file& row : schema_files()) built.push_back(make_schema_uri(row));
+        return built;
+    }();
+    return uris.at(static_cast<std::size_t>(&schema - schema_files().data()));
 }
 
 }  // namespace odata::redfish

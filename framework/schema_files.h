@@ -30,6 +30,7 @@ std::string schema_type(const schema_file& schema);
 
 // The JSON schema of a type: the service's copy where it publishes one
 // ("/redfish/v1/JsonSchemas/Chassis"), else DMTF's file of its version.
-std::string schema_uri(const schema_file& schema);
+// schema is a row of the table.
+const std::string& schema_uri(const schema_file& schema);
 
 }  // namespace odata::redfish

@@ -13,11 +13,10 @@ void webservice::method_not_allowed() const { throw_method_not_allowed(allowed_m
 void webservice::write_default_headers(unsigned length) const {
     resource_headers resource;
     resource.etag = answer_etag();
-    std::string schema;
     if (context_.method == GET) {
         resource.allowed_methods = allowed_methods_;
-        if (const schema_file* file = find_schema_file(schema_name())) schema = schema_uri(*file);
-        resource.schema_uri = schema;
+        if (const schema_file* file = find_schema_file(schema_name()))
+            resource.schema_uri = schema_uri(*file);
     }
     write_header_block(length, body_kind::json, resource);
 }

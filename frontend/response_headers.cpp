@@ -29,15 +29,23 @@ std::array<std::string, std::size(header_names)>& kept_headers() {
     return kept;
 }
 
-// "GET, PATCH"
-std::string method_list(unsigned methods) {
-    std::string list;
-    for (const auto& [name, code] : method_names) {
-        if (!(methods & (1u << code))) continue;
-        if (!list.empty()) list += ", ";
-        list += name;
-    }
-    return list;
+// Every set of methods, one bit per method code.
+constexpr unsigned method_sets = 1u << (DELETE + 1);
+
+// "GET, PATCH"; built once per set, as every answer lists its methods.
+const std::string& method_list(unsigned methods) {
+    static const std::array<std::string, method_sets> lists = [] {
+        std::array<std::string, method_sets> built;
+        for (unsigned set = 0; set < method_sets; ++set) {
+            for (const auto& [name, code] : method_names) {
+                if (!(set & (1u << code))) continue;
+                if (!built[set].empty()) built[set] += ", ";
+                built[set] += name;
+            }
+        }
+        return built;
+    }();
+    return lists.at(methods);
 }
 
 void add_header(std::string& block, std::string_view name, std::string_view value) {
