@@ -221,6 +221,23 @@ TEST_F(SmbiosLists, BiosVersionComesFromTheTable) {
 
 // A longer and then a shorter version: the strings after it and the
 // structures after it stay where the parser finds them.
+// The lists are decoded once per table: a new table shows in the next list.
+TEST_F(SmbiosLists, ListsFollowEveryNewTable) {
+    St_SMBiosData data{};
+    ASSERT_EQ(GetType17List(&data), PLT_OK);
+    EXPECT_EQ(data.type17_count, 16);
+    std::string fields(0x28 - 4, '\0');
+    fields[0x0C - 4] = 0x00;
+    fields[0x0D - 4] = 0x04;  // 1024 MiB
+    ASSERT_TRUE(platform::write_smbios_table(structure(smbios::memory_device, fields) + table_end));
+    ASSERT_EQ(GetType17List(&data), PLT_OK);
+    ASSERT_EQ(data.type17_count, 1);
+    EXPECT_EQ(data.type17[0].size_mib, 1024u);
+    ASSERT_EQ(GetType4List(&data), PLT_OK);
+    EXPECT_EQ(data.type4_count, 0);
+    FreeSMBiosData(&data);
+}
+
 TEST_F(SmbiosLists, AStartingBiosWritesTheFlashedVersion) {
     for (const std::string flashed : {"10.20.30-beta", "3"}) {
         ASSERT_TRUE(platform::sim::store_firmware_version(FW_DEVICE_BIOS, flashed));
