@@ -23,7 +23,7 @@ boost::json::array controllers(const St_HostNicAdapter& adapter) {
     const std::string uri = network_adapter_member_uri(adapter.adapter);
     const std::optional<St_PcieDevice> device = find_pcie_device(PCIE_KIND_NIC, adapter.adapter);
     boost::json::object links{
-        {"PCIeDevices", boost::json::array{link(pcie_device_uri(PCIE_KIND_NIC, adapter.adapter))}},
+        {"PCIeDevices", link_array(pcie_device_uri(PCIE_KIND_NIC, adapter.adapter))},
         {"NetworkPorts", member_links(uri + "/NetworkPorts", adapter.port_count)},
         {"NetworkDeviceFunctions",
          member_links(uri + "/NetworkDeviceFunctions", adapter.port_count)}};

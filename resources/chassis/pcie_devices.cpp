@@ -4,6 +4,7 @@
 
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi_sensors.h"
 #include "resources/chassis/chassis_uris.h"
@@ -62,11 +63,11 @@ std::string function_uri(const request_context& context) {
 
 // A network adapter's function f serves its port f + 1.
 boost::json::object function_links(const St_PcieDevice& device, int function) {
-    boost::json::object links{{"PCIeDevice", link(pcie_device_uri(device))}};
+    boost::json::object links({{"PCIeDevice", link(pcie_device_uri(device))}}, answer_storage());
     if (device.kind == PCIE_KIND_NIC)
         links["NetworkDeviceFunctions"] =
-            boost::json::array{link(network_adapter_member_uri(device.number) +
-                                    "/NetworkDeviceFunctions/" + std::to_string(function + 1))};
+            link_array(network_adapter_member_uri(device.number) + "/NetworkDeviceFunctions/" +
+                       std::to_string(function + 1));
     return links;
 }
 
@@ -98,7 +99,7 @@ int pcie_device::get(request_context& context) {
     set("DeviceType", device.function_count > 1 ? "MultiFunction" : "SingleFunction");
     set("PCIeInterface", pcie_interface(device));
     set("PCIeFunctions", link(uri_ + "/PCIeFunctions"));
-    set("Links", {{"Chassis", boost::json::array{link(chassis_uri)}}});
+    set("Links", {{"Chassis", link_array(chassis_uri)}});
     set("Status", status_object(link_health(device)));
     return 0;
 }

@@ -1,5 +1,6 @@
 #include "resources/chassis/pcie_inventory.h"
 
+#include "frontend/answer_storage.h"
 #include "resources/chassis/chassis_uris.h"
 
 namespace odata::redfish {
@@ -75,7 +76,7 @@ std::string pcie_device_name(int kind) {
 std::string pcie_type(int generation) { return "Gen" + std::to_string(generation); }
 
 boost::json::object pcie_interface(const St_PcieDevice& device) {
-    boost::json::object link;
+    boost::json::object link(answer_storage());
     if (device.generation != 0) link["PCIeType"] = pcie_type(device.generation);
     link["MaxPCIeType"] = pcie_type(device.max_generation);
     link["LanesInUse"] = device.generation != 0 ? device.lanes : 0;

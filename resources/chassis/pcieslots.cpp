@@ -22,8 +22,7 @@ boost::json::object slot_member(const St_PcieSlot& slot) {
         return member;
     }
     member["Status"] = status_object(SENSOR_HEALTH_OK);
-    member["Links"] =
-        boost::json::object{{"PCIeDevice", boost::json::array{link(pcie_device_uri(*device))}}};
+    member["Links"] = boost::json::object{{"PCIeDevice", link_array(pcie_device_uri(*device))}};
     return member;
 }
 

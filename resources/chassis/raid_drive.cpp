@@ -1,5 +1,6 @@
 // A drive in the enclosure of a RAID controller, with its actions.
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi_sensors.h"
 #include "platform/libraid.h"
@@ -16,13 +17,15 @@ int drive_health(const St_RaidDrive& drive) {
 }
 
 boost::json::object drive_actions(const std::string& uri) {
-    return {{"#Drive.SecureErase", {{"target", uri + "/Actions/Drive.SecureErase"}}},
-            {"Oem",
-             {{"#TwrDrive.Indicate",
-               {{"target", uri + "/Actions/Oem/TwrDrive.Indicate"},
-                {"@Redfish.ActionInfo", uri + "/IndicateActionInfo"}}},
-              {"#TwrDrive.SecureEraseAbort",
-               {{"target", uri + "/Actions/Oem/TwrDrive.SecureEraseAbort"}}}}}};
+    return boost::json::object(
+        {{"#Drive.SecureErase", {{"target", uri + "/Actions/Drive.SecureErase"}}},
+         {"Oem",
+          {{"#TwrDrive.Indicate",
+            {{"target", uri + "/Actions/Oem/TwrDrive.Indicate"},
+             {"@Redfish.ActionInfo", uri + "/IndicateActionInfo"}}},
+           {"#TwrDrive.SecureEraseAbort",
+            {{"target", uri + "/Actions/Oem/TwrDrive.SecureEraseAbort"}}}}}},
+        answer_storage());
 }
 
 }  // namespace

@@ -71,11 +71,11 @@ void storagepod::set_sata_backplane() {
     set("Status", status_object(SENSOR_HEALTH_OK));
     boost::json::array drives = sata_drive_links();
     const std::size_t count = drives.size();
-    set("Links", {{"ComputerSystems", boost::json::array{link(host_system_uri)}},
+    set("Links", {{"ComputerSystems", link_array(host_system_uri)},
                   {"ContainedBy", link(chassis_uri)},
                   {"Drives", std::move(drives)},
                   {"Drives@odata.count", count},
-                  {"Storage", boost::json::array{link(sata_storage_uri)}}});
+                  {"Storage", link_array(sata_storage_uri)}});
 }
 
 // The RAID controllers report the drives in their enclosures; the host bus
@@ -85,7 +85,7 @@ void storagepod::set_controller_enclosure(const std::string& enclosure) {
     set("Description", "An enclosure that a storage controller reports");
     set("ChassisType", "StorageEnclosure");
     set("Status", status_object(SENSOR_HEALTH_OK));
-    boost::json::object links{{"ComputerSystems", boost::json::array{link(host_system_uri)}},
+    boost::json::object links{{"ComputerSystems", link_array(host_system_uri)},
                               {"ContainedBy", link(chassis_uri)}};
     const std::vector<raid_drive_ref> drives = raid_enclosure_drives(enclosure);
     if (!drives.empty()) {
@@ -94,7 +94,7 @@ void storagepod::set_controller_enclosure(const std::string& enclosure) {
             drive_links.push_back(link(raid_drive_uri(drive)));
         links["Drives"] = std::move(drive_links);
         links["Drives@odata.count"] = drives.size();
-        links["Storage"] = boost::json::array{link(raid_storage_uri(*drives.front().family))};
+        links["Storage"] = link_array(raid_storage_uri(*drives.front().family));
     }
     set("Links", std::move(links));
 }

@@ -54,7 +54,7 @@ certificatelocations::certificatelocations(request_context& context)
 
 int certificatelocations::get(request_context&) {
     set_common_properties();
-    set("Links", {{"Certificates", boost::json::array{link(https_certificate_uri)}}});
+    set("Links", {{"Certificates", link_array(https_certificate_uri)}});
     return 0;
 }
 

@@ -56,7 +56,7 @@ int hostinterface::get(request_context&) {
     set("ExternallyAccessible", false);
     set("AuthenticationModes", {"BasicAuth", "RedfishSessionAuth"});
     set("HostEthernetInterfaces", link(host_ethernet_uri));
-    set("Links", {{"ComputerSystems", boost::json::array{link("/redfish/v1/Systems/1")}}});
+    set("Links", {{"ComputerSystems", link_array("/redfish/v1/Systems/1")}});
     return 0;
 }
 

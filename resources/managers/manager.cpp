@@ -49,8 +49,8 @@ boost::json::object oem() {
 }
 
 boost::json::object links() {
-    return {{"ManagerForServers", boost::json::array{link("/redfish/v1/Systems/1")}},
-            {"ManagerForChassis", boost::json::array{link("/redfish/v1/Chassis/1")}},
+    return {{"ManagerForServers", link_array("/redfish/v1/Systems/1")},
+            {"ManagerForChassis", link_array("/redfish/v1/Chassis/1")},
             {"ManagerInChassis", link("/redfish/v1/Chassis/1")}};
 }
 

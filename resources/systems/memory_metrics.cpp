@@ -1,5 +1,6 @@
 // The ECC error counts and alarms of the host's memory modules.
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "resources/systems/member_uri.h"
 #include "resources/systems/memorymetrics.h"
 #include "resources/systems/smbios_lists.h"
@@ -16,8 +17,9 @@ St_MemoryErrorCounts module_error_counts(const St_SMBiosType17& module) {
 }
 
 boost::json::object error_count_period(uint64_t correctable, uint64_t uncorrectable) {
-    return {{"CorrectableECCErrorCount", correctable},
-            {"UncorrectableECCErrorCount", uncorrectable}};
+    return boost::json::object(
+        {{"CorrectableECCErrorCount", correctable}, {"UncorrectableECCErrorCount", uncorrectable}},
+        answer_storage());
 }
 
 memorymetrics::memorymetrics(request_context& context)

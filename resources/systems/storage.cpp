@@ -60,7 +60,7 @@ int storage::get(request_context& context) {
     const std::size_t count = drives.size();
     set("Drives", std::move(drives));
     set("Drives@odata.count", count);
-    set("Links", {{"Enclosures", boost::json::array{link(sata_backplane_uri)}}});
+    set("Links", {{"Enclosures", link_array(sata_backplane_uri)}});
     return 0;
 }
 
