@@ -101,12 +101,20 @@ void check_if_match(const request_context& context, const route& row) {
         throw_http_error(412, "Base.1.10.PreconditionFailed");
 }
 
+// One pass over the segments: a path may have thousands.
+bool has_dot_segment(std::string_view path) {
+    for (size_t start = 0; start <= path.size();) {
+        const size_t end = std::min(path.find('/', start), path.size());
+        const std::string_view segment = path.substr(start, end - start);
+        if (segment == "." || segment == "..") return true;
+        start = end + 1;
+    }
+    return false;
+}
+
 // Paths are plain: no "." or ".." segment and no percent-encoding.
 void check_path_form(const request_context& context) {
-    bool dot_segment = false;
-    for (size_t count = 0; const auto segment = context.segment_from_end(count); ++count)
-        dot_segment = dot_segment || *segment == "." || *segment == "..";
-    if (dot_segment || context.uri.find('%') != std::string::npos)
+    if (has_dot_segment(context.uri) || context.uri.find('%') != std::string::npos)
         throw_http_error(400, "Base.1.10.ResourceAtUriInUnknownFormat", {context.uri});
 }
 
