@@ -71,17 +71,18 @@ std::string record_path(const std::string& token) {
     return path.append(directory.get()).append(record_prefix).append(token);
 }
 
-fs::path sessions_directory() {
-    return platform::bmc_path("/tmp/www/redfish/v1/SessionService/Sessions");
+const std::string& sessions_directory() {
+    static platform::fixed_bmc_path directory("/tmp/www/redfish/v1/SessionService/Sessions");
+    return directory.get();
 }
 
-fs::path session_directory(int id) { return sessions_directory() / std::to_string(id); }
+std::string session_directory(int id) { return sessions_directory() + "/" + std::to_string(id); }
 
 // Where a session's directory is built before it is renamed into place, and
 // where it goes on removal before it is deleted. Only numeric names are
 // sessions, so the collection never lists these.
-fs::path scratch_directory(int id) {
-    return sessions_directory() / (scratch_prefix + std::to_string(id));
+std::string scratch_directory(int id) {
+    return sessions_directory() + "/" + scratch_prefix + std::to_string(id);
 }
 
 // The characters of token_alphabet, checked without a search of it.
@@ -189,24 +190,44 @@ std::optional<St_RedfishSession> read_whole_record(const std::string& path) {
     return record;
 }
 
-// The same, kept while neither the record nor its session's directory
-// changes: most requests bring the token of the one before.
-std::optional<St_RedfishSession> remembered_whole_record(const std::string& path) {
-    static struct {
-        std::string path;
-        std::optional<St_RedfishSession> record;
-        platform::watched_files watched;
-    } last;
-    if (last.path == path && last.watched.unchanged()) return last.record;
+// The whole record of the last token, kept while neither the record nor its
+// session's directory changes: most requests bring the token of the one
+// before.
+struct remembered_record {
+    std::string path;
+    std::optional<St_RedfishSession> record;
+    platform::watched_files watched;
+
     // Each is watched before it is looked at, so that a change made while
     // reading shows next time.
-    last.path = path;
-    last.watched.watch({path});
-    last.record = read_record(path);
-    if (!last.record || !valid_id(last.record->session_id) ||
-        !last.watched.watch_also({session_directory(last.record->session_id).string()}))
-        last.watched.forget();
-    if (last.record && half_made(*last.record)) last.record.reset();
+    void read(const std::string& record_path) {
+        path = record_path;
+        watched.watch({path});
+        record = read_record(path);
+        if (!record || !valid_id(record->session_id) ||
+            !watched.watch_also({session_directory(record->session_id)}))
+            watched.forget();
+        if (record && half_made(*record)) record.reset();
+    }
+
+    // What this process just wrote under the store lock, which every
+    // writer of records takes: nothing can change it before the watch.
+    void written(const std::string& record_path, const St_RedfishSession& whole) {
+        path = record_path;
+        record = whole;
+        if (!watched.watch({path}) || !watched.watch_also({session_directory(whole.session_id)}))
+            watched.forget();
+    }
+};
+
+remembered_record& last_record() {
+    static remembered_record last;
+    return last;
+}
+
+std::optional<St_RedfishSession> remembered_whole_record(const std::string& path) {
+    remembered_record& last = last_record();
+    if (last.path != path || !last.watched.unchanged()) last.read(path);
     return last.record;
 }
 
@@ -232,9 +253,9 @@ void remove_litter() {
             name.compare(token_end, std::strlen(temporary_marker), temporary_marker) == 0)
             unlink((tmp + "/" + name).c_str());
     });
-    for_each_entry(sessions_directory().string(), [](const std::string& name) {
+    for_each_entry(sessions_directory(), [](const std::string& name) {
         if (name.compare(0, std::strlen(scratch_prefix), scratch_prefix) == 0)
-            remove_directory(sessions_directory() / name);
+            remove_directory(sessions_directory() + "/" + name);
     });
 }
 
@@ -382,7 +403,7 @@ std::optional<St_RedfishSession> validate_token(const std::string& token) {
     }
     if (last_use(*record) != now) {
         set_last_use(*record, now);
-        write_record(*record);
+        if (write_record(*record)) last_record().written(path, *record);
     }
     return record;
 }
