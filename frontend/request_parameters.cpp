@@ -2,6 +2,9 @@
 
 #include <array>
 #include <cstdlib>
+#include <cstring>
+
+extern char** environ;
 
 namespace odata::redfish {
 namespace {
@@ -18,25 +21,54 @@ static_assert(std::size(parameter_names) == parameter_count);
 
 struct kept_parameters {
     bool within_request = false;
-    std::array<bool, parameter_count> looked_up = {};
+    bool looked_up = false;
     std::array<const char*, parameter_count> values = {};
 };
 
 kept_parameters kept;
 
+constexpr std::array<bool, 256> first_letters = [] {
+    std::array<bool, 256> letters = {};
+    for (std::string_view name : parameter_names) letters[static_cast<unsigned char>(name[0])] = true;
+    return letters;
+}();
+
+// By length: the parameters whose name has it, one bit each by cgi_parameter.
+constexpr std::array<unsigned, 32> names_of_length = [] {
+    std::array<unsigned, 32> names = {};
+    for (std::size_t at = 0; at < parameter_count; ++at)
+        names[parameter_names[at].size()] |= 1u << at;
+    return names;
+}();
+
+// Every parameter in one pass over the environment, instead of a search of
+// it for each; most entries are passed over by their first letter or the
+// length of their name.
+void look_up_all() {
+    for (char** entry = environ; entry && *entry; ++entry) {
+        if (!first_letters[static_cast<unsigned char>(**entry)]) continue;
+        const char* equals = std::strchr(*entry, '=');
+        if (!equals) continue;
+        const auto length = static_cast<std::size_t>(equals - *entry);
+        const unsigned candidates = length < names_of_length.size() ? names_of_length[length] : 0;
+        for (std::size_t at = 0; candidates >> at; ++at) {
+            if ((candidates >> at & 1u) && !kept.values[at] &&
+                std::memcmp(*entry, parameter_names[at].data(), length) == 0)
+                kept.values[at] = equals + 1;
+        }
+    }
+    kept.looked_up = true;
+}
+
 }  // namespace
 
-void keep_request_parameters(bool within_request) { kept = {within_request, {}, {}}; }
+void keep_request_parameters(bool within_request) { kept = {within_request, false, {}}; }
 
 std::optional<std::string_view> request_parameter(cgi_parameter parameter) {
     const auto at = static_cast<std::size_t>(parameter);
-    const char* value = kept.within_request && kept.looked_up[at]
-                            ? kept.values[at]
-                            : std::getenv(parameter_names[at].data());
-    if (kept.within_request) {
-        kept.looked_up[at] = true;
-        kept.values[at] = value;
-    }
+    if (kept.within_request && !kept.looked_up) look_up_all();
+    const char* value =
+        kept.within_request ? kept.values[at] : std::getenv(parameter_names[at].data());
     if (!value) return std::nullopt;
     return std::string_view(value);
 }
