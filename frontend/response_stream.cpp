@@ -121,7 +121,10 @@ std::streamsize counting_streambuf::xsputn(const char* text, std::streamsize cou
     return target_->sputn(text, count);
 }
 
-int counting_streambuf::sync() { return forward_buffered() ? target_->pubsync() : -1; }
+// Hands the buffered bytes on without flushing the FastCGI output: it writes
+// when its own buffer fills and when the request finishes, where the end of
+// the request joins the answer in one write to the web server.
+int counting_streambuf::sync() { return forward_buffered() ? 0 : -1; }
 
 std::streamsize response_bytes_written() {
     auto* counting = response_stream();
