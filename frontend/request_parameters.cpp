@@ -29,7 +29,8 @@ kept_parameters kept;
 
 constexpr std::array<bool, 256> first_letters = [] {
     std::array<bool, 256> letters = {};
-    for (std::string_view name : parameter_names) letters[static_cast<unsigned char>(name[0])] = true;
+    for (std::string_view name : parameter_names)
+        letters[static_cast<unsigned char>(name[0])] = true;
     return letters;
 }();
 

@@ -77,6 +77,24 @@ TEST(RequestParameters, KeptForOneRequestOnly) {
     EXPECT_EQ(request_parameter(cgi_parameter::auth_token), std::nullopt);
 }
 
+// Names that only begin or end like a parameter's are other headers; a value
+// keeps its own "=" signs.
+TEST(RequestParameters, WholeNamesAndWholeValues) {
+    setenv("HTTP_X_AUTH_TOKEN_X", "not-a-token", 1);
+    setenv("XHTTP_ORIGIN", "elsewhere", 1);
+    setenv("HTTP_AUTHORIZATION", "Basic YWRtaW46cGFzcw==", 1);
+    setenv("QUERY_STRING", "", 1);
+    keep_request_parameters(true);
+    EXPECT_EQ(request_parameter(cgi_parameter::auth_token), std::nullopt);
+    EXPECT_EQ(request_parameter(cgi_parameter::origin), std::nullopt);
+    EXPECT_EQ(request_parameter(cgi_parameter::authorization), "Basic YWRtaW46cGFzcw==");
+    EXPECT_EQ(request_parameter(cgi_parameter::query_string), "");
+    keep_request_parameters(false);
+    for (const char* name :
+         {"HTTP_X_AUTH_TOKEN_X", "XHTTP_ORIGIN", "HTTP_AUTHORIZATION", "QUERY_STRING"})
+        unsetenv(name);
+}
+
 TEST(RequestPath, SegmentsCountFromTheEnd) {
     request_context context;
     context.uri = "/redfish/v1/Tasks/3/TaskMonitor";
