@@ -1,5 +1,7 @@
 #include "platform/sim/storage_inventory.h"
 
+#include <charconv>
+
 #include "base/bmc_root.h"
 #include "platform/libstorage.h"
 #include "platform/sim/state_ini.h"
@@ -21,8 +23,16 @@ const char* key_of(platform::storage_count which) {
     }
 }
 
+// Parsed without the tree's translator, which makes a stream for every
+// read: the storage resources ask for these counts several times each.
 int stored_number(const char* key) {
-    int value = platform::sim::stored_state_ini(platform::storage_inventory_file())->get(key, 0);
+    const auto state = platform::sim::stored_state_ini(platform::storage_inventory_file());
+    const auto entry = state->get_child_optional(key);
+    if (!entry) return 0;
+    const std::string& text = entry->data();
+    int value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size()) return 0;
     return value < 0 || value > max_count ? 0 : value;
 }
 

@@ -71,4 +71,15 @@ TEST_F(HostConfig, StorageCountsAndLoading) {
     EXPECT_EQ(run({"storage", "set", "scsi", "1"}), bmcsim::exit_usage);
 }
 
+// A hand-edited or damaged file counts no controllers rather than a wrong
+// number of them.
+TEST_F(HostConfig, StorageCountsOutOfShapeReadAsNone) {
+    for (const char* value : {"3x", "x3", "-1", "65", "", "99999999999"}) {
+        sim_testing::write_text(path("/var/bmc/storage.ini"),
+                                std::string("[Controllers]\nBroadcom=") + value + "\nMarvell=4\n");
+        EXPECT_EQ(GetBRCMDeviceNum(), 0) << value;
+        EXPECT_EQ(UtilGetMRVLCtrlNum(), 4) << value;
+    }
+}
+
 }  // namespace
