@@ -98,7 +98,9 @@ const route* route_resolver::walk(const node& from, const std::vector<std::strin
                 continue;
             const int group_count = static_cast<int>(groups.size());
             for (int group = 1; group < group_count; ++group) {
-                if (groups[group].matched) captures.push_back(groups[group].str());
+                // Not str(), which appends a character at a time.
+                if (groups[group].matched)
+                    captures.emplace_back(groups[group].first, groups[group].second);
             }
         } else if (child.literal != segment) {
             continue;
