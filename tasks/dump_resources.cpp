@@ -2,6 +2,7 @@
 
 #include "base/utc_time.h"
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "platform/libweb.h"
 #include "platform/plt_result.h"
@@ -15,7 +16,7 @@ namespace {
 
 boost::json::object actions(const dump_kind& dump) {
     const std::string type = std::string("#") + dump.action_type;
-    boost::json::object found;
+    boost::json::object found(answer_storage());
     if (dump.generated_by_itself)
         found[type + ".Generate"] = {{"target", dump_action_uri(dump, "Generate")}};
     found[type + ".Download"] = {{"target", dump_action_uri(dump, "Download")}};

@@ -4,6 +4,7 @@
 
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi_sensors.h"
 #include "resources/chassis/chassis_uris.h"
@@ -46,7 +47,7 @@ std::vector<std::string> sata_drive_uris() {
 }
 
 boost::json::array sata_drive_links() {
-    boost::json::array links;
+    boost::json::array links(answer_storage());
     for (const std::string& uri : sata_drive_uris()) links.push_back(link(uri));
     return links;
 }

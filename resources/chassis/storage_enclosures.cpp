@@ -4,6 +4,7 @@
 
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi_sensors.h"
 #include "platform/libstorage.h"
@@ -85,11 +86,12 @@ void storagepod::set_controller_enclosure(const std::string& enclosure) {
     set("Description", "An enclosure that a storage controller reports");
     set("ChassisType", "StorageEnclosure");
     set("Status", status_object(SENSOR_HEALTH_OK));
-    boost::json::object links{{"ComputerSystems", link_array(host_system_uri)},
-                              {"ContainedBy", link(chassis_uri)}};
+    boost::json::object links(
+        {{"ComputerSystems", link_array(host_system_uri)}, {"ContainedBy", link(chassis_uri)}},
+        answer_storage());
     const std::vector<raid_drive_ref> drives = raid_enclosure_drives(enclosure);
     if (!drives.empty()) {
-        boost::json::array drive_links;
+        boost::json::array drive_links(answer_storage());
         for (const raid_drive_ref& drive : drives)
             drive_links.push_back(link(raid_drive_uri(drive)));
         links["Drives"] = std::move(drive_links);

@@ -1,5 +1,6 @@
 #include "resources/managers/log_entries.h"
 
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 
 namespace odata::redfish {
@@ -12,7 +13,7 @@ sel_entry_collection::sel_entry_collection(request_context& context, const sel_l
 // whole entry, as clients that read logs expect.
 int sel_entry_collection::get(request_context&) {
     set_common_properties();
-    boost::json::array members;
+    boost::json::array members(answer_storage());
     for (const sel_entry& entry : read_sel_entries())
         members.push_back(sel_log_entry(place_, entry));
     set("Members@odata.count", members.size());

@@ -4,6 +4,7 @@
 #include "framework/device_uuid.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "platform/libbmc.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_sensors.h"
@@ -43,27 +44,30 @@ constexpr const char* oem_links[][2] = {
 };
 
 boost::json::object oem() {
-    boost::json::object tarnwright;
+    boost::json::object tarnwright(answer_storage());
     for (const auto& [name, uri] : oem_links) tarnwright[name] = link(uri);
-    return {{"Tarnwright", std::move(tarnwright)}};
+    return boost::json::object({{"Tarnwright", std::move(tarnwright)}}, answer_storage());
 }
 
 boost::json::object links() {
-    return {{"ManagerForServers", link_array("/redfish/v1/Systems/1")},
-            {"ManagerForChassis", link_array("/redfish/v1/Chassis/1")},
-            {"ManagerInChassis", link("/redfish/v1/Chassis/1")}};
+    return boost::json::object({{"ManagerForServers", link_array("/redfish/v1/Systems/1")},
+                                {"ManagerForChassis", link_array("/redfish/v1/Chassis/1")},
+                                {"ManagerInChassis", link("/redfish/v1/Chassis/1")}},
+                               answer_storage());
 }
 
 // The allowable values also stand in the action: clients such as sushy
 // read them there.
 boost::json::object actions() {
-    boost::json::array reset_types;
+    boost::json::array reset_types(answer_storage());
     for (std::string_view name : manager_reset_type_names()) reset_types.emplace_back(name);
-    return {{"#Manager.Reset",
-             {{"target", manager_reset_target_uri},
-              {"ResetType@Redfish.AllowableValues", std::move(reset_types)},
-              {"@Redfish.ActionInfo", manager_reset_actioninfo_uri}}},
-            {"Oem", {{"#TwrManagerConfig.Reset", {{"target", manager_config_reset_uri}}}}}};
+    return boost::json::object(
+        {{"#Manager.Reset",
+          {{"target", manager_reset_target_uri},
+           {"ResetType@Redfish.AllowableValues", std::move(reset_types)},
+           {"@Redfish.ActionInfo", manager_reset_actioninfo_uri}}},
+         {"Oem", {{"#TwrManagerConfig.Reset", {{"target", manager_config_reset_uri}}}}}},
+        answer_storage());
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "base/utc_time.h"
 #include "framework/redfish.h"
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "platform/libsel.h"
 #include "platform/libweb.h"
 #include "resources/managers/manager_uris.h"
@@ -69,15 +70,16 @@ std::string sel_entry_uri(const sel_log_place& place, int id) {
 
 boost::json::object sel_log_entry(const sel_log_place& place, const sel_entry& entry) {
     const std::string id = std::to_string(entry.id);
-    return {{"@odata.id", sel_entry_uri(place, entry.id)},
-            {"@odata.type", schema_type(schema_file_of("LogEntry"))},
-            {"Id", id},
-            {"Name", "Log Entry " + id},
-            {"EntryType", "SEL"},
-            {"Severity", entry.code == event_failed_login ? "Warning" : "OK"},
-            {"Created", platform::utc_timestamp(entry.time)},
-            {"Message", entry.text},
-            {"Links", {{"OriginOfCondition", link(place.owner_uri)}}}};
+    return boost::json::object({{"@odata.id", sel_entry_uri(place, entry.id)},
+                                {"@odata.type", schema_type(schema_file_of("LogEntry"))},
+                                {"Id", id},
+                                {"Name", "Log Entry " + id},
+                                {"EntryType", "SEL"},
+                                {"Severity", entry.code == event_failed_login ? "Warning" : "OK"},
+                                {"Created", platform::utc_timestamp(entry.time)},
+                                {"Message", entry.text},
+                                {"Links", {{"OriginOfCondition", link(place.owner_uri)}}}},
+                               answer_storage());
 }
 
 }  // namespace odata::redfish

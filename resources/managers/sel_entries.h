@@ -42,7 +42,7 @@ std::string sel_clear_target_uri(const sel_log_place& place);
 std::string sel_clear_acknowledgements_target_uri(const sel_log_place& place);
 std::string sel_entry_uri(const sel_log_place& place, int id);
 
-// The LogEntry resource of one record.
+// The LogEntry resource of one record, built in the answer's storage.
 boost::json::object sel_log_entry(const sel_log_place& place, const sel_entry& entry);
 
 // A handler of the SEL bound to one place, as the route table names it.

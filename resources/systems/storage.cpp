@@ -2,6 +2,7 @@
 
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "platform/libipmi_sensors.h"
 #include "resources/chassis/sata_backplane.h"
 #include "resources/systems/member_uri.h"
@@ -18,12 +19,13 @@ std::string onboard_sata_uri() {
 }
 
 boost::json::object sata_controller() {
-    return {{"@odata.id", onboard_sata_uri() + "#/StorageControllers/0"},
-            {"MemberId", "0"},
-            {"Name", "Onboard SATA Controller"},
-            {"Status", status_object(SENSOR_HEALTH_OK)},
-            {"SupportedControllerProtocols", boost::json::array{"PCIe"}},
-            {"SupportedDeviceProtocols", boost::json::array{"SATA"}}};
+    return boost::json::object({{"@odata.id", onboard_sata_uri() + "#/StorageControllers/0"},
+                                {"MemberId", "0"},
+                                {"Name", "Onboard SATA Controller"},
+                                {"Status", status_object(SENSOR_HEALTH_OK)},
+                                {"SupportedControllerProtocols", boost::json::array{"PCIe"}},
+                                {"SupportedDeviceProtocols", boost::json::array{"SATA"}}},
+                               answer_storage());
 }
 
 }  // namespace
