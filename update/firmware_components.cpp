@@ -47,39 +47,60 @@ std::optional<std::string> staged_version(const char* id) {
     return std::string(version);
 }
 
-void add_raid_controllers(std::vector<firmware_component>& components) {
+// A component as the inventories name it, before its version is read: a
+// lookup reads the version of the one it finds only.
+struct named_component {
+    std::string id;
+    std::string oem_id;
+    int device;
+    const char* staged_entry;  // null for running firmware
+};
+
+std::vector<named_component> named_components() {
+    std::vector<named_component> named;
+    for (const running_component& each : running_components)
+        named.push_back({each.id, each.oem_id, each.device, nullptr});
     for (const raid_family& family : raid_families) {
-        const std::optional<std::string> version = running_version(family.device);
         const int count = family.count();
-        for (int index = 0; version && index < count; ++index)
-            components.push_back({family.id + std::to_string(index), *version, true, family.device,
-                                  family.oem_id + std::to_string(index)});
+        for (int index = 0; index < count; ++index)
+            named.push_back({family.id + std::to_string(index),
+                             family.oem_id + std::to_string(index), family.device, nullptr});
     }
+    for (const staged_component& each : staged_components())
+        named.push_back({each.inventory_entry, "", each.device, each.inventory_entry});
+    return named;
+}
+
+// The component with its version; none when it has no version, which is
+// when it is not there.
+std::optional<firmware_component> with_version(named_component&& named) {
+    const bool running = named.staged_entry == nullptr;
+    std::optional<std::string> version =
+        running ? running_version(named.device) : staged_version(named.staged_entry);
+    if (!version) return std::nullopt;
+    return firmware_component{std::move(named.id), std::move(*version), running, named.device,
+                              std::move(named.oem_id)};
 }
 
 }  // namespace
 
 std::vector<firmware_component> firmware_components() {
     std::vector<firmware_component> components;
-    for (const running_component& each : running_components)
-        if (std::optional<std::string> version = running_version(each.device))
-            components.push_back({each.id, *version, true, each.device, each.oem_id});
-    add_raid_controllers(components);
-    for (const staged_component& each : staged_components())
-        if (std::optional<std::string> version = staged_version(each.inventory_entry))
-            components.push_back({each.inventory_entry, *version, false, each.device, ""});
+    for (named_component& named : named_components())
+        if (std::optional<firmware_component> component = with_version(std::move(named)))
+            components.push_back(std::move(*component));
     return components;
 }
 
 std::optional<firmware_component> find_firmware_component(const std::string& id) {
-    for (firmware_component& each : firmware_components())
-        if (each.id == id) return each;
+    for (named_component& named : named_components())
+        if (named.id == id) return with_version(std::move(named));
     return std::nullopt;
 }
 
 std::optional<firmware_component> find_oem_firmware_component(const std::string& oem_id) {
-    for (firmware_component& each : firmware_components())
-        if (!each.oem_id.empty() && each.oem_id == oem_id) return each;
+    for (named_component& named : named_components())
+        if (!named.oem_id.empty() && named.oem_id == oem_id) return with_version(std::move(named));
     return std::nullopt;
 }
 
