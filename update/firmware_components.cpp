@@ -57,12 +57,19 @@ struct named_component {
 };
 
 std::vector<named_component> named_components() {
+    int raid_counts[std::size(raid_families)] = {};
+    std::size_t total = std::size(running_components) + staged_components().size();
+    for (std::size_t at = 0; at < std::size(raid_families); ++at) {
+        raid_counts[at] = raid_families[at].count();
+        total += static_cast<std::size_t>(raid_counts[at]);
+    }
     std::vector<named_component> named;
+    named.reserve(total);
     for (const running_component& each : running_components)
         named.push_back({each.id, each.oem_id, each.device, nullptr});
-    for (const raid_family& family : raid_families) {
-        const int count = family.count();
-        for (int index = 0; index < count; ++index)
+    for (std::size_t at = 0; at < std::size(raid_families); ++at) {
+        const raid_family& family = raid_families[at];
+        for (int index = 0; index < raid_counts[at]; ++index)
             named.push_back({family.id + std::to_string(index),
                              family.oem_id + std::to_string(index), family.device, nullptr});
     }
