@@ -1,6 +1,5 @@
 #include "platform/sim/alert_delivery.h"
 
-#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -41,18 +40,16 @@ bool start_detached(const std::vector<std::string>& command, const std::string& 
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-std::string alert_delivery_log_file() { return bmc_path("/var/log/alert_delivery.log"); }
+bounded_log alert_delivery_log() {
+    return {bmc_path("/var/log/alert_delivery.log"), max_delivery_log_bytes, 0644};
+}
 
 // The directory was made when the alert was queued: a sender that outlives
 // its BMC root (a removed test root) must not make it again.
-void append_delivery_log(const std::string& line) {
-    const std::string path = alert_delivery_log_file();
-    unique_fd fd(::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644));
-    if (fd.valid()) write_all(fd.get(), line.data(), line.size());
-}
+void append_delivery_log(const std::string& line) { append_line(alert_delivery_log(), line); }
 
 bool start_alert_delivery(int index, const char* kind, const std::string& request) {
-    make_parent_dirs(alert_delivery_log_file());
+    make_parent_dirs(alert_delivery_log().path);
     if (!enqueue_alert({index, kind, request})) {
         console_log("[ERROR] alert delivery: the alert cannot be queued\n");
         return false;

@@ -2,15 +2,21 @@
 // queue (alert_queue.h), and a detached process of the program
 // bmc-alert-send (alert_send/) takes it from there, retries as the event
 // service's settings say, appends the outcome to
-// <root>/var/log/alert_delivery.log and goes on with the next.
+// <root>/var/log/alert_delivery.log (a bounded log, bounded_log.h) and goes
+// on with the next.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
+#include "platform/sim/bounded_log.h"
+
 namespace platform::sim {
 
-std::string alert_delivery_log_file();
+constexpr std::size_t max_delivery_log_bytes = 64 * 1024;
+
+bounded_log alert_delivery_log();
 
 // Appends one line to the delivery log.
 void append_delivery_log(const std::string& line);

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <boost/json.hpp>
@@ -15,6 +14,7 @@
 #include "platform/libipmi.h"
 #include "platform/libsel.h"
 #include "platform/libweb.h"
+#include "platform/sim/bounded_log.h"
 #include "platform/sim/logged_alerts.h"
 #include "platform/sim/remote_syslog.h"
 #include "platform/sim/sim_file.h"
@@ -156,50 +156,12 @@ bool clear_event_log() {
 
 namespace {
 
-// Whether fd is still the file at path: a rotation may have renamed it
-// between the open and the lock.
-bool still_at(int fd, const std::string& path) {
-    struct stat opened, named;
-    return ::fstat(fd, &opened) == 0 && ::stat(path.c_str(), &named) == 0 &&
-           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
-}
-
-// A line that does not fit moves the log to its older part (replacing
-// that), and the line starts a new one.
-enum class append_outcome { written, rotated, failed };
-
-append_outcome append_to_open_log(int fd, const std::string& path, const std::string& line) {
-    struct stat before;
-    if (!still_at(fd, path)) return append_outcome::rotated;
-    if (::fstat(fd, &before) != 0) return append_outcome::failed;
-    if (before.st_size > 0 &&
-        static_cast<std::size_t>(before.st_size) + line.size() > platform::max_event_log_bytes)
-        return ::rename(path.c_str(), platform::older_event_log_file().c_str()) == 0
-                   ? append_outcome::rotated
-                   : append_outcome::failed;
-    if (platform::sim::write_all(fd, line.data(), line.size())) return append_outcome::written;
-    if (::ftruncate(fd, before.st_size) != 0)
-        console_log("[ERROR] LibSaveSysEvtLog: %s: partial line left\n", path.c_str());
-    return append_outcome::failed;
-}
-
-// One whole line appended under the log's lock, so that lines of concurrent
-// processes never mix; a failed write is cut off again so that it cannot
-// spoil the next line.
+// One whole line appended under the log's lock.
 bool append_event_line(int event_code, int argument, const char* text) {
-    std::string path = platform::event_log_file();
-    if (!platform::sim::make_parent_dirs(path)) return false;
-    const std::string line = event_line(event_code, argument, text);
-    for (int attempt = 0; attempt < 3; ++attempt) {
-        platform::sim::unique_fd fd(
-            ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644));
-        if (!fd.valid()) return false;
-        platform::sim::file_lock lock(fd.get(), LOCK_EX);
-        if (!lock.locked()) return false;
-        const append_outcome outcome = append_to_open_log(fd.get(), path, line);
-        if (outcome != append_outcome::rotated) return outcome == append_outcome::written;
-    }
-    return false;
+    const platform::sim::bounded_log log{platform::event_log_file(), platform::max_event_log_bytes,
+                                         0644};
+    return platform::sim::make_parent_dirs(log.path) &&
+           platform::sim::append_line(log, event_line(event_code, argument, text));
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "platform/libipmi.h"
 #include "platform/libipmi_users.h"
 #include "platform/session_record.h"
+#include "platform/sim/bounded_log.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/user_table.h"
 
@@ -48,21 +49,15 @@ std::string session_audit_file() { return bmc_path("/var/log/session_audit.log")
 
 }  // namespace platform
 
+// Every Basic request logs in: the directory is made only when missing.
 extern "C" int UtilSessionAduit(const char* name, const char* client_ip, int login) {
-    std::string path = platform::session_audit_file();
-    auto open_log = [&path] {
-        return ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
-    };
-    // Every Basic request logs in: the directory is made only when missing.
-    int opened = open_log();
-    if (opened < 0 && errno == ENOENT && platform::sim::make_parent_dirs(path)) opened = open_log();
-    platform::sim::unique_fd fd(opened);
-    if (!fd.valid()) return -1;
-    // One write in append mode: lines of several processes never interleave.
-    std::string line = std::to_string(lx_time_get()) + (login ? " login" : " logout") +
-                       " user=" + printable(name) + " address=" + printable(client_ip) + '\n';
-    return ::write(fd.get(), line.data(), line.size()) == static_cast<ssize_t>(line.size()) ? 0
-                                                                                            : -1;
+    const platform::sim::bounded_log log{platform::session_audit_file(),
+                                         platform::max_session_audit_bytes, 0600};
+    const std::string line = std::to_string(lx_time_get()) + (login ? " login" : " logout") +
+                             " user=" + printable(name) + " address=" + printable(client_ip) + '\n';
+    if (platform::sim::append_line(log, line)) return 0;
+    return platform::sim::make_parent_dirs(log.path) && platform::sim::append_line(log, line) ? 0
+                                                                                              : -1;
 }
 
 // Some record <root>/tmp/redfish_* belongs to the slot's current user (the

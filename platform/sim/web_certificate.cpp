@@ -78,7 +78,7 @@ std::string stored_key(int which) {
     return pair ? pair->key : "";
 }
 
-int copy_out(const std::string& text, char* pem, int size) {
+int copy_pem(const std::string& text, char* pem, int size) {
     if (!pem || size <= 0) return PLT_ERR_ARGUMENT;
     if (text.empty()) return PLT_ERR_IO;
     if (text.size() >= static_cast<std::size_t>(size)) return PLT_ERR_ARGUMENT;
@@ -112,11 +112,11 @@ std::string web_certificate_file() { return bmc_path("/etc/ssl/server.pem"); }
 extern "C" int PltWEB_GetCertificate(char* pem, int size) {
     if (!pem) return PLT_ERR_ARGUMENT;
     const std::shared_ptr<const served_pair> pair = stored_pair();
-    return pair ? copy_out(pair->chain, pem, size) : PLT_ERR_IO;
+    return pair ? copy_pem(pair->chain, pem, size) : PLT_ERR_IO;
 }
 
 extern "C" int PltWEB_GetKey(int which, char* pem, int size) {
-    return copy_out(stored_key(which), pem, size);
+    return copy_pem(stored_key(which), pem, size);
 }
 
 extern "C" int PltWEB_SetPendingKey(const char* key_pem) {

@@ -17,11 +17,11 @@ using namespace platform::sim;
 class AlertQueue : public sim_testing::sim_root {};
 
 TEST_F(AlertQueue, AFullQueueDropsItsOldestAlertsAndSaysSo) {
-    ASSERT_TRUE(make_parent_dirs(alert_delivery_log_file()));
+    ASSERT_TRUE(make_parent_dirs(alert_delivery_log().path));
     const std::size_t total = max_queued_alerts + 3;
     for (std::size_t n = 0; n < total; ++n)
         ASSERT_TRUE(enqueue_alert({static_cast<int>(n % 16), "Redfish", std::to_string(n)}));
-    EXPECT_EQ(sim_testing::file_text(alert_delivery_log_file()),
+    EXPECT_EQ(sim_testing::file_text(alert_delivery_log().path),
               "entry 0 Redfish: dropped, the delivery queue is full\n"
               "entry 1 Redfish: dropped, the delivery queue is full\n"
               "entry 2 Redfish: dropped, the delivery queue is full\n");

@@ -108,14 +108,14 @@ TEST_F(alert_table, a_delivery_that_keeps_failing_gives_up_after_its_attempts) {
     platform::event_service_settings settings;
     settings.delivery_retry_attempts = 1;
     settings.delivery_retry_interval_seconds = 1;
-    ASSERT_TRUE(platform::sim::make_parent_dirs(platform::sim::alert_delivery_log_file()));
+    ASSERT_TRUE(platform::sim::make_parent_dirs(platform::sim::alert_delivery_log().path));
     int attempts = 0;
     EXPECT_FALSE(
         platform::sim::deliver_with_retries(4, "Test", settings, [&attempts](std::string& error) {
             error = "refused " + std::to_string(++attempts);
             return false;
         }));
-    EXPECT_EQ(file_text(platform::sim::alert_delivery_log_file()),
+    EXPECT_EQ(file_text(platform::sim::alert_delivery_log().path),
               "entry 4 Test: gave up after 2 attempts: refused 2\n");
 }
 

@@ -217,6 +217,26 @@ TEST_F(Directory, TheLoginAuditIsOneLinePerEvent) {
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2);
 }
 
+TEST_F(Directory, TheLoginAuditTurnsOverWithinItsBoundAndStaysOwnerOnly) {
+    const std::string name(200, 'u');
+    const int lines = static_cast<int>(3 * platform::max_session_audit_bytes / name.size());
+    for (int n = 0; n < lines; ++n)
+        ASSERT_EQ(UtilSessionAduit(name.c_str(), std::to_string(n).c_str(), 1), 0);
+    const std::string older = platform::session_audit_file() + ".1";
+    for (const std::string& part : {platform::session_audit_file(), older}) {
+        struct stat status {};
+        ASSERT_EQ(stat(part.c_str(), &status), 0);
+        EXPECT_LE(static_cast<std::size_t>(status.st_size), platform::max_session_audit_bytes);
+        EXPECT_EQ(status.st_mode & 0777, 0600u);
+    }
+    // The newest line is kept whole, at the end of the current part.
+    const std::string text = file_text(platform::session_audit_file());
+    const std::string newest = " address=" + std::to_string(lines - 1) + "\n";
+    ASSERT_GE(text.size(), newest.size());
+    EXPECT_EQ(text.substr(text.size() - newest.size()), newest);
+    EXPECT_EQ(text.find(" login user="), text.find(' '));
+}
+
 // ---------------------------------------------------------------- SNMP
 
 TEST_F(Directory, SnmpKeysAreNeverStoredOrGivenBackInPlainText) {

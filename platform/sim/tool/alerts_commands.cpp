@@ -41,9 +41,12 @@ int show(std::ostream& out) {
 }
 
 int log(std::ostream& out) {
-    std::string text;
-    platform::sim::read_file(platform::sim::alert_delivery_log_file(), text);
-    out << text;
+    const platform::sim::bounded_log delivery_log = platform::sim::alert_delivery_log();
+    for (const std::string& path : {delivery_log.older_path(), delivery_log.path}) {
+        std::string text;
+        platform::sim::read_file(path, text);
+        out << text;
+    }
     return exit_ok;
 }
 
