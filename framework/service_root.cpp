@@ -5,6 +5,7 @@
 #include "framework/device_uuid.h"
 #include "framework/schema_files.h"
 #include "framework/top_level_services.h"
+#include "frontend/answer_storage.h"
 #include "platform/libweb.h"
 
 namespace odata::redfish {
@@ -14,9 +15,11 @@ constexpr const char* redfish_protocol_version = "1.9.0";
 
 // The service's own services, which DMTF's root has no property for.
 boost::json::object oem_services() {
-    return {{"Tarnwright",
-             {{"@odata.type", "#TwrServiceRootExtensions.v1_0_0.ServiceRoot"},
-              {"DumpService", link("/redfish/v1/Oem/Tarnwright/DumpService")}}}};
+    return boost::json::object(
+        {{"Tarnwright",
+          {{"@odata.type", "#TwrServiceRootExtensions.v1_0_0.ServiceRoot"},
+           {"DumpService", link("/redfish/v1/Oem/Tarnwright/DumpService")}}}},
+        answer_storage());
 }
 
 }  // namespace
@@ -49,7 +52,7 @@ int service_root::get(request_context&) {
 }
 
 void service_root::set_service_links() {
-    boost::json::object links;
+    boost::json::object links(answer_storage());
     for (const auto& service : top_level_services()) {
         switch (service.in_root) {
             case root_link::property:

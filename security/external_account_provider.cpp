@@ -1,6 +1,7 @@
 #include "security/external_account_provider.h"
 
 #include "framework/property_checks.h"
+#include "frontend/answer_storage.h"
 #include "platform/libdirectory.h"
 #include "security/directory_validation.h"
 #include "security/session_store.h"
@@ -16,13 +17,13 @@ void assign_if(std::optional<T> accepted, T& target) {
 }
 
 boost::json::array to_array(const std::vector<std::string>& texts) {
-    return boost::json::array(texts.begin(), texts.end());
+    return boost::json::array(texts.begin(), texts.end(), answer_storage());
 }
 
 boost::json::array mappings_json(const std::vector<role_mapping>& mappings) {
-    boost::json::array array;
+    boost::json::array array(answer_storage());
     for (const role_mapping& mapping : mappings) {
-        boost::json::object entry;
+        boost::json::object entry(answer_storage());
         if (!mapping.remote_user.empty()) entry["RemoteUser"] = mapping.remote_user;
         if (!mapping.remote_group.empty()) entry["RemoteGroup"] = mapping.remote_group;
         entry["LocalRole"] = mapping.local_role;
@@ -70,7 +71,7 @@ external_account_provider::external_account_provider(directory_service service)
     : service_(service), settings_(read_directory_settings(service)) {}
 
 boost::json::object external_account_provider::to_json() const {
-    boost::json::object provider;
+    boost::json::object provider(answer_storage());
     provider["ServiceEnabled"] = settings_.enabled;
     provider["ServiceAddresses"] = to_array(settings_.service_addresses);
     provider["Authentication"] = {{"Username", settings_.username},

@@ -4,6 +4,7 @@
 
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
@@ -37,19 +38,21 @@ snmp_state read_snmp(int slot) {
 }
 
 boost::json::object snmp_json(const snmp_state& state) {
-    return {{"AuthenticationProtocol",
-             snmp_protocol_name(snmp_protocol_kind::authentication, state.authentication_protocol)},
-            {"EncryptionProtocol",
-             snmp_protocol_name(snmp_protocol_kind::encryption, state.encryption_protocol)},
-            {"AuthenticationKey", nullptr},
-            {"EncryptionKey", nullptr},
-            {"AuthenticationKeySet", state.authentication_key_set != 0},
-            {"EncryptionKeySet", state.encryption_key_set != 0}};
+    return boost::json::object(
+        {{"AuthenticationProtocol",
+          snmp_protocol_name(snmp_protocol_kind::authentication, state.authentication_protocol)},
+         {"EncryptionProtocol",
+          snmp_protocol_name(snmp_protocol_kind::encryption, state.encryption_protocol)},
+         {"AuthenticationKey", nullptr},
+         {"EncryptionKey", nullptr},
+         {"AuthenticationKeySet", state.authentication_key_set != 0},
+         {"EncryptionKeySet", state.encryption_key_set != 0}},
+        answer_storage());
 }
 
 // Every account reaches Redfish; SNMP only with SNMPv3 settings.
 boost::json::array account_types(const snmp_state& state) {
-    boost::json::array types{"Redfish"};
+    boost::json::array types({"Redfish"}, answer_storage());
     if (state.authentication_protocol != 0) types.emplace_back("SNMP");
     return types;
 }
@@ -116,7 +119,7 @@ int manageraccount::get(request_context&) {
     // The reserved administrator is locked per address: as the caller sees it.
     set("Locked", account_locked(account.slot, InterfaceInfo->client_ip));
     set("AccountTypes", account_types(snmp));
-    boost::json::object links;
+    boost::json::object links(answer_storage());
     if (account_role) links["Role"] = link(role_uri(account_role->id));
     set("Links", std::move(links));
     set("SNMP", snmp_json(snmp));

@@ -1,6 +1,7 @@
 #include "security/role_resources.h"
 
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "security/roles.h"
 
@@ -8,7 +9,7 @@ namespace odata::redfish {
 namespace {
 
 boost::json::array texts(const std::vector<std::string_view>& names) {
-    return boost::json::array(names.begin(), names.end());
+    return boost::json::array(names.begin(), names.end(), answer_storage());
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
@@ -17,7 +18,7 @@ namespace odata::redfish {
 namespace {
 
 boost::json::array event_types_of(int bits) {
-    boost::json::array names;
+    boost::json::array names(answer_storage());
     for (const event_type_name& type : event_types())
         if (bits == 0 || (bits & type.bit)) names.emplace_back(type.name);
     return names;
@@ -26,13 +27,15 @@ boost::json::array event_types_of(int bits) {
 // Keys and the community are never given back.
 boost::json::object snmp_json(const St_AlertDest& entry) {
     const bool v3 = entry.type == ALERT_DEST_SNMPV3_TRAP;
-    return {{"TrapCommunity", nullptr},
-            {"AuthenticationProtocol", v3 ? snmp_protocol_name(snmp_protocol_kind::authentication,
-                                                               entry.authentication_protocol)
-                                          : "CommunityString"},
-            {"EncryptionProtocol",
-             v3 ? snmp_protocol_name(snmp_protocol_kind::encryption, entry.encryption_protocol)
-                : "None"}};
+    return boost::json::object(
+        {{"TrapCommunity", nullptr},
+         {"AuthenticationProtocol",
+          v3 ? snmp_protocol_name(snmp_protocol_kind::authentication, entry.authentication_protocol)
+             : "CommunityString"},
+         {"EncryptionProtocol",
+          v3 ? snmp_protocol_name(snmp_protocol_kind::encryption, entry.encryption_protocol)
+             : "None"}},
+        answer_storage());
 }
 
 const char* user_name(const St_AlertDest& entry) {

@@ -5,6 +5,7 @@
 
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
@@ -28,20 +29,21 @@ constexpr std::string_view authentication_methods[] = {"None", "AutoDetect", "Pl
 constexpr long max_port = 65535;
 
 boost::json::array event_types_for_subscription() {
-    boost::json::array names;
+    boost::json::array names(answer_storage());
     for (std::string_view name : event_type_names()) names.emplace_back(name);
     return names;
 }
 
 boost::json::object smtp_json(const platform::smtp_settings& smtp) {
-    return {{"ServiceEnabled", smtp.service_enabled},
-            {"Port", smtp.port},
-            {"ServerAddress", smtp.server_address},
-            {"FromAddress", smtp.from_address},
-            {"ConnectionProtocol", smtp.connection_protocol},
-            {"Authentication", smtp.authentication},
-            {"Username", smtp.username},
-            {"Password", nullptr}};
+    return boost::json::object({{"ServiceEnabled", smtp.service_enabled},
+                                {"Port", smtp.port},
+                                {"ServerAddress", smtp.server_address},
+                                {"FromAddress", smtp.from_address},
+                                {"ConnectionProtocol", smtp.connection_protocol},
+                                {"Authentication", smtp.authentication},
+                                {"Username", smtp.username},
+                                {"Password", nullptr}},
+                               answer_storage());
 }
 
 // What a PATCH changes, read onto settings.

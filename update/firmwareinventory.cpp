@@ -1,6 +1,7 @@
 #include "update/firmwareinventory.h"
 
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "update/firmware_components.h"
 #include "update/update_uris.h"
@@ -16,9 +17,10 @@ std::string inventory_of(const request_context& context) {
 
 // The update-mode actions of a member of the OEM inventory.
 boost::json::object oem_actions(const std::string& uri) {
-    boost::json::object actions;
+    boost::json::object actions(answer_storage());
     for (const char* action : {"EnterUpdateMode", "Upload", "Update", "Cancel"}) {
-        boost::json::object target{{"target", uri + "/Actions/TwrFirmwareInventory." + action}};
+        boost::json::object target({{"target", uri + "/Actions/TwrFirmwareInventory." + action}},
+                                   answer_storage());
         if (std::string_view(action) == "Update")
             target["@Redfish.ActionInfo"] = uri + "/UpdateActionInfo";
         actions[std::string("#TwrFirmwareInventory.") + action] = std::move(target);

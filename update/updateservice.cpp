@@ -1,12 +1,15 @@
 #include "update/updateservice.h"
 
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "update/update_uris.h"
 
 namespace odata::redfish {
 namespace {
 
-boost::json::object action(const char* target) { return {{"target", target}}; }
+boost::json::object action(const char* target) {
+    return boost::json::object({{"target", target}}, answer_storage());
+}
 
 boost::json::object actions() {
     boost::json::object simple_update = action(simple_update_uri);
@@ -14,17 +17,20 @@ boost::json::object actions() {
     simple_update["@Redfish.ActionInfo"] = simple_update_actioninfo_uri;
     boost::json::object install = action(install_uri);
     install["@Redfish.ActionInfo"] = install_actioninfo_uri;
-    return {{"#UpdateService.SimpleUpdate", std::move(simple_update)},
-            {"#UpdateService.StartUpdate", action(start_update_uri)},
-            {"Oem", {{"#TwrUpdateService.Install", std::move(install)}}}};
+    return boost::json::object({{"#UpdateService.SimpleUpdate", std::move(simple_update)},
+                                {"#UpdateService.StartUpdate", action(start_update_uri)},
+                                {"Oem", {{"#TwrUpdateService.Install", std::move(install)}}}},
+                               answer_storage());
 }
 
 boost::json::object oem() {
-    return {{"Tarnwright",
-             {{"@odata.type", "#TwrUpdateServiceExtensions.v1_0_0.UpdateService"},
-              {"SSLCert", link(ssl_cert_uri)},
-              {"IPMIConfig", link(ipmi_config_uri)},
-              {"TwrFirmwareInventory", link(twr_firmware_inventory_uri)}}}};
+    return boost::json::object(
+        {{"Tarnwright",
+          {{"@odata.type", "#TwrUpdateServiceExtensions.v1_0_0.UpdateService"},
+           {"SSLCert", link(ssl_cert_uri)},
+           {"IPMIConfig", link(ipmi_config_uri)},
+           {"TwrFirmwareInventory", link(twr_firmware_inventory_uri)}}}},
+        answer_storage());
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
 #include "platform/libipmi_sensors.h"
@@ -44,11 +45,12 @@ std::string board_id_text(uint32_t board_id) {
 }
 
 boost::json::object oem_object(const std::optional<chassis_fru>& fru) {
-    boost::json::object tarnwright{{"@odata.type", "#TwrChassisExtensions.v1_0_0.Chassis"}};
+    boost::json::object tarnwright({{"@odata.type", "#TwrChassisExtensions.v1_0_0.Chassis"}},
+                                   answer_storage());
     if (fru) tarnwright["BoardSerialNumber"] = fru->board_serial_number;
     tarnwright["GUID"] = device_uuid_text();
     if (fru) tarnwright["BoardID"] = board_id_text(fru->board_id);
-    return {{"Tarnwright", std::move(tarnwright)}};
+    return boost::json::object({{"Tarnwright", std::move(tarnwright)}}, answer_storage());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The host's network adapters in the chassis.
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "platform/libipmi_sensors.h"
 #include "resources/chassis/chassis_uris.h"
 #include "resources/chassis/host_adapters.h"
@@ -13,7 +14,7 @@ namespace odata::redfish {
 namespace {
 
 boost::json::array member_links(const std::string& collection_uri, int count) {
-    boost::json::array links;
+    boost::json::array links(answer_storage());
     for (int number = 1; number <= count; ++number)
         links.push_back(link(collection_uri + "/" + std::to_string(number)));
     return links;
@@ -22,16 +23,19 @@ boost::json::array member_links(const std::string& collection_uri, int count) {
 boost::json::array controllers(const St_HostNicAdapter& adapter) {
     const std::string uri = network_adapter_member_uri(adapter.adapter);
     const std::optional<St_PcieDevice> device = find_pcie_device(PCIE_KIND_NIC, adapter.adapter);
-    boost::json::object links{
-        {"PCIeDevices", link_array(pcie_device_uri(PCIE_KIND_NIC, adapter.adapter))},
-        {"NetworkPorts", member_links(uri + "/NetworkPorts", adapter.port_count)},
-        {"NetworkDeviceFunctions",
-         member_links(uri + "/NetworkDeviceFunctions", adapter.port_count)}};
-    return {boost::json::object{
-        {"FirmwarePackageVersion", adapter.firmware_version},
-        {"ControllerCapabilities", {{"NetworkPortCount", adapter.port_count}}},
-        {"PCIeInterface", device ? pcie_interface(*device) : boost::json::object{}},
-        {"Links", std::move(links)}}};
+    boost::json::object links(
+        {{"PCIeDevices", link_array(pcie_device_uri(PCIE_KIND_NIC, adapter.adapter))},
+         {"NetworkPorts", member_links(uri + "/NetworkPorts", adapter.port_count)},
+         {"NetworkDeviceFunctions",
+          member_links(uri + "/NetworkDeviceFunctions", adapter.port_count)}},
+        answer_storage());
+    return boost::json::array(
+        {{{"FirmwarePackageVersion", adapter.firmware_version},
+          {"ControllerCapabilities", {{"NetworkPortCount", adapter.port_count}}},
+          {"PCIeInterface",
+           device ? pcie_interface(*device) : boost::json::object(answer_storage())},
+          {"Links", std::move(links)}}},
+        answer_storage());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // A network adapter's ports as the adapter's management controller reports
 // them, and the Ethernet function that serves each.
 #include "resources/chassis/network_ports.h"
+#include "frontend/answer_storage.h"
 
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
@@ -109,9 +110,9 @@ int networkport::get(request_context& context) {
     set("ActiveLinkTechnology", "Ethernet");
     set("CurrentLinkSpeedMbps", port.speed_mbps);
     set("SupportedLinkCapabilities",
-        boost::json::array{boost::json::object{
-            {"LinkNetworkTechnology", "Ethernet"},
-            {"CapableLinkSpeedMbps", boost::json::array{port.max_speed_mbps}}}});
+        boost::json::array({{{"LinkNetworkTechnology", "Ethernet"},
+                             {"CapableLinkSpeedMbps", {port.max_speed_mbps}}}},
+                           answer_storage()));
     set("AssociatedNetworkAddresses", {port.mac_address});
     set("Status", status_object(SENSOR_HEALTH_OK));
     return 0;

@@ -1,5 +1,6 @@
 #include "resources/chassis/physical_security.h"
 
+#include "frontend/answer_storage.h"
 #include "platform/libipmi_sensors.h"
 #include "platform/libweb.h"
 #include "resources/chassis/sdr_sensors.h"
@@ -24,9 +25,10 @@ boost::json::value intrusion_state_of(const St_SensorData& sensor) {
 boost::json::value physical_security() {
     const St_SensorData* sensor = find_sensor_named(intrusion_sensor_name);
     if (!sensor) return nullptr;
-    return boost::json::object{{"IntrusionSensorNumber", sensor->sensor_number},
-                               {"IntrusionSensor", intrusion_state_of(*sensor)},
-                               {"IntrusionSensorReArm", rearm_policy}};
+    return boost::json::object({{"IntrusionSensorNumber", sensor->sensor_number},
+                                {"IntrusionSensor", intrusion_state_of(*sensor)},
+                                {"IntrusionSensorReArm", rearm_policy}},
+                               answer_storage());
 }
 
 const std::vector<std::string>& settable_intrusion_states() {

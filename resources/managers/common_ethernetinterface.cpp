@@ -5,6 +5,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
 #include "platform/libipmi_sensors.h"
@@ -27,17 +28,20 @@ St_LanConfig read_lan_config() {
 }
 
 boost::json::array ipv4_addresses(const St_LanConfig& lan) {
-    return {{{"Address", lan.ipv4_address},
-             {"SubnetMask", lan.subnet_mask},
-             {"Gateway", lan.gateway},
-             {"AddressOrigin", lan.dhcp_enabled ? "DHCP" : "Static"}}};
+    return boost::json::array({{{"Address", lan.ipv4_address},
+                                {"SubnetMask", lan.subnet_mask},
+                                {"Gateway", lan.gateway},
+                                {"AddressOrigin", lan.dhcp_enabled ? "DHCP" : "Static"}}},
+                              answer_storage());
 }
 
 // While DHCP is on the address is leased: there is no static one.
 boost::json::array ipv4_static_addresses(const St_LanConfig& lan) {
-    if (lan.dhcp_enabled) return {};
-    return {
-        {{"Address", lan.ipv4_address}, {"SubnetMask", lan.subnet_mask}, {"Gateway", lan.gateway}}};
+    if (lan.dhcp_enabled) return boost::json::array(answer_storage());
+    return boost::json::array({{{"Address", lan.ipv4_address},
+                                {"SubnetMask", lan.subnet_mask},
+                                {"Gateway", lan.gateway}}},
+                              answer_storage());
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
 #include "platform/libipmi_sensors.h"
@@ -50,8 +51,8 @@ int hostinterface::get(request_context&) {
     set_common_properties();
     set("Description", "Redfish host interface of the BMC");
     set("HostInterfaceType", "NetworkHostInterface");
-    set("Status",
-        enabled ? status_object(SENSOR_HEALTH_OK) : boost::json::object{{"State", "Disabled"}});
+    set("Status", enabled ? status_object(SENSOR_HEALTH_OK)
+                          : boost::json::object({{"State", "Disabled"}}, answer_storage()));
     set("InterfaceEnabled", enabled);
     set("ExternallyAccessible", false);
     set("AuthenticationModes", {"BasicAuth", "RedfishSessionAuth"});
@@ -97,10 +98,11 @@ int hostethernetinterface::get(request_context& context) {
     // The host takes the address from these settings, not from a DHCP
     // server; the link reaches the BMC only, so it has no gateway, names or
     // name servers, and a USB link has no Ethernet speed.
-    const boost::json::array addresses{{{"Address", nic.ipv4_address},
-                                        {"SubnetMask", nic.subnet_mask},
-                                        {"AddressOrigin", "Static"},
-                                        {"Gateway", nullptr}}};
+    const boost::json::array addresses({{{"Address", nic.ipv4_address},
+                                         {"SubnetMask", nic.subnet_mask},
+                                         {"AddressOrigin", "Static"},
+                                         {"Gateway", nullptr}}},
+                                       answer_storage());
     set_common_properties();
     set("Description", "The host's side of the Redfish host interface");
     set("Status", std::move(status));

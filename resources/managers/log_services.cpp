@@ -4,6 +4,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_sensors.h"
@@ -66,8 +67,8 @@ int sel_log_service::get(request_context&) {
     set("LogEntryType", "SEL");
     set("Status", status_object(place_.shows_alerts ? alert_health() : SENSOR_HEALTH_OK));
     set("Entries", link(sel_entries_uri(place_)));
-    boost::json::object actions{
-        {"#LogService.ClearLog", {{"target", sel_clear_target_uri(place_)}}}};
+    boost::json::object actions(
+        {{"#LogService.ClearLog", {{"target", sel_clear_target_uri(place_)}}}}, answer_storage());
     if (place_.shows_alerts)
         actions["Oem"] = {{"#TwrLogService.ClearAcknowledgements",
                            {{"target", sel_clear_acknowledgements_target_uri(place_)}}}};

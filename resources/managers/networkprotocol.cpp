@@ -5,6 +5,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
 #include "platform/libipmi_sensors.h"
@@ -69,7 +70,8 @@ int networkprotocol::get(request_context&) {
             console_log("[ERROR] NetworkProtocol: no state of %s\n", protocol.name);
             continue;
         }
-        boost::json::object settings{{"ProtocolEnabled", state.enabled != 0}, {"Port", state.port}};
+        boost::json::object settings(
+            {{"ProtocolEnabled", state.enabled != 0}, {"Port", state.port}}, answer_storage());
         if (protocol.service == NET_SERVICE_HTTPS)
             settings["Certificates"] = link(https_certificates_uri);
         if (protocol.service == NET_SERVICE_NTP) settings["NTPServers"] = ntp_servers();

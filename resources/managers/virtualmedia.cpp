@@ -1,6 +1,7 @@
 #include "resources/managers/virtualmedia.h"
 
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "platform/libvmedia.h"
 #include "platform/libweb.h"
@@ -11,18 +12,20 @@ namespace odata::redfish {
 namespace {
 
 boost::json::array media_types(int kind) {
-    if (kind == VMEDIA_CD) return {"CD", "DVD"};
-    return {"Floppy", "USBStick"};
+    if (kind == VMEDIA_CD) return boost::json::array({"CD", "DVD"}, answer_storage());
+    return boost::json::array({"Floppy", "USBStick"}, answer_storage());
 }
 
 // The last segment of the image's path.
 std::string image_name(const std::string& image) { return image.substr(image.rfind('/') + 1); }
 
 boost::json::object actions(const std::string& uri) {
-    return {{"#VirtualMedia.InsertMedia",
-             {{"target", uri + "/Actions/VirtualMedia.InsertMedia"},
-              {"@Redfish.ActionInfo", uri + "/InsertMediaActionInfo"}}},
-            {"#VirtualMedia.EjectMedia", {{"target", uri + "/Actions/VirtualMedia.EjectMedia"}}}};
+    return boost::json::object(
+        {{"#VirtualMedia.InsertMedia",
+          {{"target", uri + "/Actions/VirtualMedia.InsertMedia"},
+           {"@Redfish.ActionInfo", uri + "/InsertMediaActionInfo"}}},
+         {"#VirtualMedia.EjectMedia", {{"target", uri + "/Actions/VirtualMedia.EjectMedia"}}}},
+        answer_storage());
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "frontend/response_headers.h"
 #include "resources/systems/bios_attributes.h"
@@ -19,8 +20,9 @@ std::string bios_uri(const request_context& context) {
 }
 
 boost::json::object settings_annotation() {
-    return {{"@odata.type", schema_type(schema_file_of("Settings"))},
-            {"SettingsObject", link(bios_settings_uri)}};
+    return boost::json::object({{"@odata.type", schema_type(schema_file_of("Settings"))},
+                                {"SettingsObject", link(bios_settings_uri)}},
+                               answer_storage());
 }
 
 struct bios_changes {

@@ -5,6 +5,7 @@
 #include "base/utc_time.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "platform/libipmi.h"
 #include "platform/libipmi_sensors.h"
@@ -48,19 +49,20 @@ const crashdump_entry& entry_in(std::string_view path) {
 
 boost::json::object log_entry(const crashdump_entry& entry, const DumpInfo& info) {
     const std::string uri = entry_uri(entry);
-    return {{"@odata.id", uri},
-            {"@odata.type", schema_type(schema_file_of("LogEntry"))},
-            {"Id", entry.id},
-            {"Name", std::string("CPU Crashdump ") + entry.id},
-            {"EntryType", "Oem"},
-            {"OemRecordFormat", "Crashdump"},
-            {"Severity", "OK"},
-            {"Created", platform::utc_timestamp(info.created)},
-            {"Message", info.file_name},
-            {"DiagnosticDataType", "OEM"},
-            {"OEMDiagnosticDataType", entry.id},
-            {"AdditionalDataURI", uri + attachment_segment},
-            {"AdditionalDataSizeBytes", info.size}};
+    return boost::json::object({{"@odata.id", uri},
+                                {"@odata.type", schema_type(schema_file_of("LogEntry"))},
+                                {"Id", entry.id},
+                                {"Name", std::string("CPU Crashdump ") + entry.id},
+                                {"EntryType", "Oem"},
+                                {"OemRecordFormat", "Crashdump"},
+                                {"Severity", "OK"},
+                                {"Created", platform::utc_timestamp(info.created)},
+                                {"Message", info.file_name},
+                                {"DiagnosticDataType", "OEM"},
+                                {"OEMDiagnosticDataType", entry.id},
+                                {"AdditionalDataURI", uri + attachment_segment},
+                                {"AdditionalDataSizeBytes", info.size}},
+                               answer_storage());
 }
 
 }  // namespace
@@ -112,7 +114,7 @@ crashdumpcollection::crashdumpcollection(request_context& context)
 // Members are expanded, as DMTF's LogEntryCollection has them.
 int crashdumpcollection::get(request_context&) {
     set_common_properties();
-    boost::json::array members;
+    boost::json::array members(answer_storage());
     for (const crashdump_entry& entry : entries) {
         DumpInfo info{};
         if (DumpGetInfo(entry.kind, &info) == PLT_OK) members.push_back(log_entry(entry, info));

@@ -2,6 +2,7 @@
 
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "resources/systems/member_uri.h"
 #include "resources/systems/processor_identity.h"
 #include "resources/systems/smbios_lists.h"
@@ -15,9 +16,10 @@ namespace {
 constexpr uint8_t central_processor = 3;
 
 boost::json::object processor_id(const St_SMBiosType4& record, bool x86) {
-    boost::json::object id{
-        {"VendorId", smbios_text(record.manufacturer)},
-        {"IdentificationRegisters", identification_registers(record.processor_id)}};
+    boost::json::object id(
+        {{"VendorId", smbios_text(record.manufacturer)},
+         {"IdentificationRegisters", identification_registers(record.processor_id)}},
+        answer_storage());
     if (!x86) return id;
     const x86_signature signature = decode_x86_signature(record.processor_id);
     id["EffectiveFamily"] = signature.effective_family;
@@ -28,7 +30,7 @@ boost::json::object processor_id(const St_SMBiosType4& record, bool x86) {
 
 boost::json::object processor_status(const St_SMBiosType4& record) {
     if ((record.status & SMBIOS_CPU_STATUS_MASK) != SMBIOS_CPU_STATUS_ENABLED)
-        return {{"State", "Disabled"}};
+        return boost::json::object({{"State", "Disabled"}}, answer_storage());
     return status_object(processor_health_code());
 }
 

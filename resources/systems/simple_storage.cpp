@@ -2,6 +2,7 @@
 // one device per bay, an empty bay showing as "Absent".
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "platform/libipmi_sensors.h"
 #include "resources/chassis/sata_backplane.h"
 #include "resources/systems/member_uri.h"
@@ -15,9 +16,9 @@ namespace {
 constexpr int onboard_sata_controller = 1;
 
 boost::json::object device_of(const St_SataDrive& drive) {
-    boost::json::object device{{"Name", sata_bay_name(drive.bay)}};
+    boost::json::object device({{"Name", sata_bay_name(drive.bay)}}, answer_storage());
     if (!drive.present) {
-        device["Status"] = boost::json::object{{"State", "Absent"}};
+        device["Status"] = {{"State", "Absent"}};
         return device;
     }
     device["Manufacturer"] = drive.manufacturer;
@@ -28,7 +29,7 @@ boost::json::object device_of(const St_SataDrive& drive) {
 }
 
 boost::json::array sata_devices() {
-    boost::json::array devices;
+    boost::json::array devices(answer_storage());
     for (const St_SataDrive& drive : sata_bays()) devices.push_back(device_of(drive));
     return devices;
 }

@@ -3,6 +3,7 @@
 #include "framework/property_checks.h"
 #include "framework/schema_files.h"
 #include "framework/status_object.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "platform/libbios.h"
 #include "platform/libipmi.h"
@@ -41,38 +42,45 @@ constexpr int serial_console_ssh_port = 2200;
 std::string system_path(const char* path) { return std::string(system_uri) + path; }
 
 boost::json::object reset_action() {
-    return {{"target", system_reset_target_uri},
-            {"@Redfish.ActionInfo", system_reset_actioninfo_uri}};
+    return boost::json::object(
+        {{"target", system_reset_target_uri}, {"@Redfish.ActionInfo", system_reset_actioninfo_uri}},
+        answer_storage());
 }
 
 boost::json::object oem_object() {
-    boost::json::object tarnwright{{"@odata.type", "#TwrSystemExtensions.v1_0_0.System"}};
+    boost::json::object tarnwright({{"@odata.type", "#TwrSystemExtensions.v1_0_0.System"}},
+                                   answer_storage());
     if (at_p_St_GlobalVar->node_manager_present)
         tarnwright["NodeManager"] = link(system_path("/Oem/Tarnwright/NodeManager"));
     tarnwright["OOB"] = link(system_path("/Oem/Tarnwright/OOB"));
     tarnwright["BmcInfo"] = link(system_path("/Oem/Tarnwright/BmcInfo"));
-    return {{"Tarnwright", std::move(tarnwright)}};
+    return boost::json::object({{"Tarnwright", std::move(tarnwright)}}, answer_storage());
 }
 
 // Serial over LAN through IPMI, and the same console through the BMC's SSH.
 boost::json::object serial_console() {
-    return {{"MaxConcurrentSessions", serial_console_sessions},
-            {"IPMI", {{"ServiceEnabled", true}}},
-            {"SSH", {{"ServiceEnabled", true}, {"Port", serial_console_ssh_port}}}};
+    return boost::json::object(
+        {{"MaxConcurrentSessions", serial_console_sessions},
+         {"IPMI", {{"ServiceEnabled", true}}},
+         {"SSH", {{"ServiceEnabled", true}, {"Port", serial_console_ssh_port}}}},
+        answer_storage());
 }
 
 boost::json::object processor_summary(const smbios_inventory& inventory) {
-    return {{"Count", inventory.processor_count},
-            {"Model", inventory.processor_model},
-            {"Status", status_object(processor_health_code())},
-            {"Metrics", link(system_path("/ProcessorSummary/ProcessorMetrics"))}};
+    return boost::json::object(
+        {{"Count", inventory.processor_count},
+         {"Model", inventory.processor_model},
+         {"Status", status_object(processor_health_code())},
+         {"Metrics", link(system_path("/ProcessorSummary/ProcessorMetrics"))}},
+        answer_storage());
 }
 
 boost::json::object memory_summary(const smbios_inventory& inventory) {
-    return {{"TotalSystemMemoryGiB", inventory.memory_gib},
-            {"MemoryMirroring", "System"},
-            {"Status", status_object(UtilCheckAllMemHealthAndTemp())},
-            {"Metrics", link(system_path("/MemorySummary/MemoryMetrics"))}};
+    return boost::json::object({{"TotalSystemMemoryGiB", inventory.memory_gib},
+                                {"MemoryMirroring", "System"},
+                                {"Status", status_object(UtilCheckAllMemHealthAndTemp())},
+                                {"Metrics", link(system_path("/MemorySummary/MemoryMetrics"))}},
+                               answer_storage());
 }
 
 }  // namespace

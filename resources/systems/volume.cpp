@@ -1,6 +1,7 @@
 #include "resources/systems/volume.h"
 
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "resources/systems/system_uris.h"
 
@@ -14,11 +15,13 @@ boost::json::object volume_status(const St_RaidVolume& info) {
                         : info.init_percent < 100         ? "Starting"
                                                           : "Enabled";
     const char* health = info.state == RAID_VOLUME_OPTIMAL ? "OK" : "Warning";
-    return {{"State", state}, {"Health", health}, {"HealthRollup", health}};
+    return boost::json::object({{"State", state}, {"Health", health}, {"HealthRollup", health}},
+                               answer_storage());
 }
 
 boost::json::object action(const std::string& uri, const char* name, bool with_info) {
-    boost::json::object entry{{"target", uri + "/Actions/Oem/TwrVolume." + name}};
+    boost::json::object entry({{"target", uri + "/Actions/Oem/TwrVolume." + name}},
+                              answer_storage());
     if (with_info) entry["@Redfish.ActionInfo"] = uri + "/Oem/Tarnwright/IndicateActionInfo";
     return entry;
 }
@@ -26,15 +29,17 @@ boost::json::object action(const std::string& uri, const char* name, bool with_i
 boost::json::object volume_actions(const raid_volume_ref& ref) {
     const std::string uri = raid_volume_uri(ref);
     const char* deletion = ref.family->family == RAID_FAMILY_MARVELL ? "DeleteVD" : "Delete";
-    return {{"Oem",
-             {{"#TwrVolume.Indicate", action(uri, "Indicate", true)},
-              {std::string("#TwrVolume.") + deletion, action(uri, deletion, false)},
-              {"#TwrVolume.RebuildVD", action(uri, "RebuildVD", false)},
-              {"#TwrVolume.ImportVD", action(uri, "ImportVD", false)}}}};
+    return boost::json::object(
+        {{"Oem",
+          {{"#TwrVolume.Indicate", action(uri, "Indicate", true)},
+           {std::string("#TwrVolume.") + deletion, action(uri, deletion, false)},
+           {"#TwrVolume.RebuildVD", action(uri, "RebuildVD", false)},
+           {"#TwrVolume.ImportVD", action(uri, "ImportVD", false)}}}},
+        answer_storage());
 }
 
 boost::json::array member_drives(const raid_volume_ref& ref, const St_RaidVolume& info) {
-    boost::json::array drives;
+    boost::json::array drives(answer_storage());
     for (int i = 0; i < info.drive_count; ++i)
         drives.push_back(link(raid_drive_uri({ref.family, ref.controller, info.bays[i]})));
     return drives;
@@ -89,8 +94,8 @@ int volume::get(request_context& context) {
     set("CapacityBytes", info.capacity_bytes);
     set("Status", volume_status(info));
     if (info.init_percent < 100)
-        set("Operations", boost::json::array{{{"OperationName", "Initialize"},
-                                              {"PercentageComplete", info.init_percent}}});
+        set("Operations",
+            {{{"OperationName", "Initialize"}, {"PercentageComplete", info.init_percent}}});
     boost::json::array drives = member_drives(found.ref, info);
     const std::size_t count = drives.size();
     set("Links", {{"Drives", std::move(drives)}, {"Drives@odata.count", count}});
