@@ -17,11 +17,15 @@ jsonschemafilecollection::jsonschemafilecollection(request_context& context)
 int jsonschemafilecollection::get(request_context&) {
     set_common_properties();
     set("Description", "Schema Repository");
-    std::vector<std::string> members;
-    for (const auto& schema : schema_files()) {
-        if (schema.json_published)
-            members.push_back(schemas_uri + ("/" + std::string(schema.name)));
-    }
+    // The published schemas are a fixed table: their URIs are made once.
+    static const std::vector<std::string> members = [] {
+        std::vector<std::string> uris;
+        for (const auto& schema : schema_files()) {
+            if (schema.json_published)
+                uris.push_back(schemas_uri + ("/" + std::string(schema.name)));
+        }
+        return uris;
+    }();
     set_members(members);
     return 0;
 }
