@@ -125,7 +125,13 @@ namespace platform {
 
 std::string event_log_file() { return bmc_path("/var/log/bmc_events.jsonl"); }
 
-std::string older_event_log_file() { return event_log_file() + ".1"; }
+namespace {
+
+sim::bounded_log event_log() { return {event_log_file(), max_event_log_bytes, 0644}; }
+
+}  // namespace
+
+std::string older_event_log_file() { return event_log().older_path(); }
 
 void for_each_event(const std::function<bool(const event_record&)>& visit) {
     if (visit_records(older_event_log_file(), visit)) visit_records(event_log_file(), visit);
@@ -158,8 +164,7 @@ namespace {
 
 // One whole line appended under the log's lock.
 bool append_event_line(int event_code, int argument, const char* text) {
-    const platform::sim::bounded_log log{platform::event_log_file(), platform::max_event_log_bytes,
-                                         0644};
+    const platform::sim::bounded_log log = platform::event_log();
     return platform::sim::make_parent_dirs(log.path) &&
            platform::sim::append_line(log, event_line(event_code, argument, text));
 }
