@@ -50,11 +50,6 @@ boost::json::string odata_type(std::string_view type, std::string_view version,
     return text.append(type);
 }
 
-// The most properties that Boost.JSON finds by a scan rather than a hash:
-// a typical resource has fewer, and scanning them is cheaper than hashing
-// each name.
-constexpr std::size_t typical_properties = 18;
-
 }  // namespace
 
 redfish::redfish(request_context& context, std::string entity_type, std::string schema_version,
@@ -67,9 +62,9 @@ redfish::redfish(request_context& context, std::string entity_type, std::string 
       value_(answer_storage()) {}
 
 void redfish::set(std::string_view name, boost::json::value property) {
-    // Room for a typical resource's properties, taken at the first, since a
-    // reused answer sets none.
-    if (value_.empty()) value_.reserve(typical_properties);
+    // Room for a typical resource's properties, which are few enough to be
+    // scanned, taken at the first, since a reused answer sets none.
+    if (value_.empty()) value_.reserve(scanned_properties);
     value_.insert_or_assign(name, std::move(property));
 }
 

@@ -6,10 +6,15 @@
 #pragma once
 
 #include <boost/json/storage_ptr.hpp>
+#include <cstddef>
 
 namespace odata::redfish {
 
 boost::json::storage_ptr answer_storage();
+
+// The most properties that Boost.JSON finds by a scan rather than a hash:
+// an object built with room for more hashes every name it looks up.
+inline constexpr std::size_t scanned_properties = 18;
 
 // Called by the service loop on its own thread as each request begins and
 // after its answer has gone out.

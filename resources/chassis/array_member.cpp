@@ -4,13 +4,6 @@
 #include "frontend/answer_storage.h"
 
 namespace odata::redfish {
-namespace {
-
-// Room for the properties a member gets after its first ones, so that it
-// never rehashes while its builder adds them.
-constexpr std::size_t member_properties = 24;
-
-}  // namespace
 
 std::string array_member_uri(std::string_view resource_uri, std::string_view array, size_t index) {
     const std::string number = std::to_string(index);
@@ -26,7 +19,8 @@ boost::json::object array_member(std::string_view resource_uri, std::string_view
     std::string odata_type;
     odata_type.reserve(schema.size() + version.size() + type.size() + 3);
     odata_type.append("#").append(schema).append(".").append(version).append(".").append(type);
-    boost::json::object member(member_properties, answer_storage());
+    // Room for the properties its builder adds, as many as are still scanned.
+    boost::json::object member(scanned_properties, answer_storage());
     member.emplace("@odata.id", array_member_uri(resource_uri, array, index));
     member.emplace("@odata.type", odata_type);
     member.emplace("MemberId", std::to_string(index));
