@@ -7,12 +7,14 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <ctime>
 #include <filesystem>
 #include <functional>
 #include <vector>
 
 #include "base/bmc_root.h"
 #include "platform/libdump.h"
+#include "platform/libipmi.h"
 #include "platform/libtask.h"
 #include "platform/plt_result.h"
 #include "platform/sim/sim_file.h"
@@ -56,6 +58,16 @@ bool stat_dump(int kind, DumpInfo& info) {
     info.created = status.st_mtim.tv_sec;
     copy_text(info.file_name, file_names[kind]);
     return true;
+}
+
+// A dump is written when the BMC's clock says, which a set clock takes away
+// from the host's; its time of writing is where the store keeps that.
+bool stamp_with_bmc_clock(const std::string& path) {
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    now.tv_sec = static_cast<time_t>(lx_time_get());
+    const timespec times[2] = {now, now};
+    return ::utimensat(AT_FDCWD, path.c_str(), times, 0) == 0;
 }
 
 bool remove_file(const std::string& path) { return ::unlink(path.c_str()) == 0 || errno == ENOENT; }
@@ -156,7 +168,8 @@ bool put_dump_in_place(int kind, const std::string& part, std::string& reason) {
         return false;
     }
     const bool placed = with_store_lock([&] {
-        if (::rename(part.c_str(), dump_file(kind).c_str()) != 0) return false;
+        if (!stamp_with_bmc_clock(part) || ::rename(part.c_str(), dump_file(kind).c_str()) != 0)
+            return false;
         make_room(kind);
         return true;
     });

@@ -29,7 +29,8 @@ bool set_dump_generation_held(bool held);
 
 // Where this process writes the dump of kind until it is whole.
 std::string dump_part_file(int kind);
-// Renames the part file into place for kind, then removes the oldest dumps
+// Renames the part file into place for kind, its time of writing set by
+// the BMC's clock (the dump's creation), then removes the oldest dumps
 // of other kinds until the store fits its limit; a dump larger than the
 // limit alone is refused (reason says so) and the part removed.
 bool put_dump_in_place(int kind, const std::string& part, std::string& reason);

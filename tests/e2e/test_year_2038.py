@@ -1,6 +1,6 @@
 """The BMC's clock past 2038-01-19T03:14:07Z, the last second that 32 bits
-of signed seconds hold: sessions, the event log, tasks and certificates go
-on as before, and every time shows its whole year."""
+of signed seconds hold: sessions, the event log, tasks, dumps and
+certificates go on as before, and every time shows its whole year."""
 
 import datetime
 import os
@@ -14,6 +14,7 @@ from cryptography.x509.oid import NameOID
 
 from bmc_instance import BmcInstance
 from test_certificates import CERTIFICATE, REPLACE, pem_file
+from test_dumps import BMC_EVIDENCE, GENERATE_BMC, generated
 from test_update import finished_task, simple_update
 from update_servers import SilentServer
 
@@ -58,7 +59,7 @@ def test_a_session_lasts_across_the_limit_and_then_expires(bmc):
     bmc.bmcsim("clock", "reset")
 
 
-def test_events_and_tasks_carry_their_time_after_2038(bmc):
+def test_events_tasks_and_dumps_carry_their_time_after_2038(bmc):
     admin = bmc.admin()
     set_clock(bmc, "2040-02-29T12:00:00Z")
     bmc.bmcsim("eventlog", "add", "200", "Fan 3 failed")
@@ -71,6 +72,8 @@ def test_events_and_tasks_carry_their_time_after_2038(bmc):
     finally:
         silent.stop()
     assert ended["StartTime"][:16] == ended["EndTime"][:16] == "2040-02-29T12:00"
+    generated(bmc, admin, GENERATE_BMC)
+    assert admin.get(bmc.url(BMC_EVIDENCE), timeout=10).json()["Created"][:16] == "2040-02-29T12:00"
     bmc.bmcsim("clock", "reset")
 
 
