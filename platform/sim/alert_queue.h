@@ -1,15 +1,16 @@
-// The one queue of alert deliveries and the slots of their senders. Every
-// alert waits in <root>/var/spool/alerts/queue (mode 0600: requests hold
-// SMTP passwords and SNMPv3 keys; changed under an flock on "queue.lock"
-// and replaced whole) until one of at most max_alert_senders processes of
-// bmc-alert-send takes it. A sender holds the flock of one slot file
-// (slot.<n>) while it lives, so a killed sender frees its slot at once and
-// nothing counts senders that are gone. A full queue drops its oldest alert
-// with a line in the delivery log.
+// The one queue of alert deliveries and the slots of their senders
+// (spool_queue.h). Every alert waits in <root>/var/spool/alerts/queue
+// (requests hold SMTP passwords and SNMPv3 keys) until one of at most
+// max_alert_senders processes of bmc-alert-send, each holding one of the
+// slots slot.0 ..., takes it. A full queue drops its oldest alert with a
+// line in the delivery log.
 #pragma once
 
+#include <boost/describe/class.hpp>
 #include <cstddef>
 #include <string>
+
+#include "platform/sim/spool_queue.h"
 
 namespace platform::sim {
 
@@ -22,6 +23,7 @@ struct queued_alert {
     std::string kind;  // "Redfish", "SMTP", "SNMPv2c", "SNMPv3"
     std::string request;
 };
+BOOST_DESCRIBE_STRUCT(queued_alert, (), (index, kind, request))
 
 std::string alert_queue_file();
 
@@ -35,18 +37,9 @@ bool take_queued_alert(queued_alert& alert);
 bool alerts_queued();
 
 // One sender slot, held from take() until destruction.
-class sender_slot {
+class sender_slot : public spool_slot {
 public:
-    sender_slot() = default;
-    sender_slot(const sender_slot&) = delete;
-    sender_slot& operator=(const sender_slot&) = delete;
-    ~sender_slot() { release(); }
-    // Takes a free slot without waiting; false when every one is held.
-    bool take();
-    void release();
-
-private:
-    int fd_ = -1;
+    sender_slot() : spool_slot("slot", max_alert_senders) {}
 };
 
 // Whether a slot is free now.

@@ -5,7 +5,6 @@
 // The program leaves its caller's session and descriptors, tries as the
 // event service's settings say, and logs each outcome
 // (delivery_attempts.h).
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <boost/json.hpp>
@@ -19,6 +18,7 @@
 #include "platform/sim/alert_requests.h"
 #include "platform/sim/alert_send/alert_transports.h"
 #include "platform/sim/alert_send/delivery_attempts.h"
+#include "platform/sim/queue_worker.h"
 
 namespace {
 
@@ -45,32 +45,10 @@ attempt_function attempt_for(const std::string& kind, const boost::json::value& 
     return {};
 }
 
-// The caller's descriptors (its client connection above all) must not stay
-// open while a slow receiver is retried.
-void detach_descriptors() {
-    const int null = ::open("/dev/null", O_RDWR);
-    for (int fd = 0; fd <= 2; ++fd)
-        if (null >= 0) ::dup2(null, fd);
-    ::close_range(3, ~0U, 0);
-}
-
-// Deliveries one process makes before it starts afresh.
-constexpr int max_deliveries = 256;
-// Passes over the queue (slot taken, alerts taken, slot freed) per process.
-constexpr int max_passes = 1024;
-
 const char* program_path = nullptr;
 
-// A fresh copy of the program, with the same slot free to take: after the
-// bound of deliveries, or when one delivery overran its time.
-[[noreturn]] void start_afresh() {
-    ::alarm(0);
-    char* const arguments[] = {const_cast<char*>(program_path), nullptr};
-    ::execv(program_path, arguments);
-    ::_exit(1);
-}
-
-void on_overrun(int) { start_afresh(); }
+// A delivery that overran its time starts a fresh copy, its slot free.
+void on_overrun(int) { start_afresh(program_path); }
 
 void deliver(const queued_alert& alert) {
     boost::system::error_code error;
@@ -88,23 +66,11 @@ void deliver(const queued_alert& alert) {
     ::alarm(0);
 }
 
-// Takes alerts while it holds a slot. After freeing the slot it looks once
-// more: an alert queued while every slot looked busy is not left behind.
-int work_the_queue() {
-    sender_slot slot;
-    int delivered = 0;
-    for (int pass = 0; pass < max_passes; ++pass) {
-        if (!slot.take()) return 0;
-        queued_alert alert;
-        while (delivered < max_deliveries && take_queued_alert(alert)) {
-            deliver(alert);
-            ++delivered;
-        }
-        slot.release();
-        if (delivered == max_deliveries) start_afresh();
-        if (!alerts_queued()) return 0;
-    }
-    return 0;
+bool deliver_next() {
+    queued_alert alert;
+    if (!take_queued_alert(alert)) return false;
+    deliver(alert);
+    return true;
 }
 
 int fail(const char* reason) {
@@ -126,5 +92,7 @@ int main(int argc, char** argv) {
     overrun.sa_flags = SA_NODEFER;
     ::sigaction(SIGALRM, &overrun, nullptr);
     detach_descriptors();
-    return work_the_queue();
+    sender_slot slot;
+    work_queue(slot, deliver_next, alerts_queued, program_path);
+    return 0;
 }
