@@ -15,11 +15,13 @@ ln -sfn "$build/service/index.fcgi" "$root/tmp/web/bin/index.fcgi"
 # Session records are named by their tokens: only the user that runs the
 # web server and the service may list the BMC's /tmp.
 chmod 700 "$root/tmp"
-# The simulated BMC's flash program, and the service's programs for alert
-# delivery and image downloads, where the service runs them.
+# The simulated BMC's flash program, event filter and alert delivery, and
+# the service's programs for event alerts and image downloads, where they
+# run.
 mkdir -p "$root/usr/sbin"
 ln -sfn "$build/platform/sim/fw_update/fw_update" "$root/usr/sbin/fw_update"
 ln -sfn "$build/platform/sim/alert_send/bmc-alert-send" "$root/usr/sbin/bmc-alert-send"
+ln -sfn "$build/platform/sim/event_filter/bmc-event-filter" "$root/usr/sbin/bmc-event-filter"
 ln -sfn "$build/update/image_fetch/bmc-image-fetch" "$root/usr/sbin/bmc-image-fetch"
 ln -sfn "$build/tasks/event_alert/bmc-event-alert" "$root/usr/sbin/bmc-event-alert"
 

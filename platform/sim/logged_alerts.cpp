@@ -2,7 +2,10 @@
 
 #include "base/bmc_root.h"
 #include "platform/libalert.h"
+#include "platform/libweb.h"
 #include "platform/sim/alert_delivery.h"
+#include "platform/sim/event_queue.h"
+#include "platform/sim/sim_file.h"
 
 namespace platform::sim {
 namespace {
@@ -44,9 +47,14 @@ bool any_receiver(int event_type_bit) {
 void raise_logged_alert(int code, int argument, const std::string& text) {
     const int event_type_bit = event_type_of(code);
     if (event_type_bit == 0 || !any_receiver(event_type_bit)) return;
-    start_detached({bmc_path("/usr/sbin/bmc-event-alert"), std::to_string(code),
-                    std::to_string(argument), text},
-                   "");
+    make_parent_dirs(alert_delivery_log().path);
+    if (!event_queue().push({code, argument, text})) {
+        console_log("[ERROR] event filter: event %d cannot be queued\n", code);
+        return;
+    }
+    // A busy filter takes the event when it is done with its own; one that
+    // is just leaving looks at the queue once more after freeing its slot.
+    if (filter_slot().any_free()) start_detached({bmc_path("/usr/sbin/bmc-event-filter")}, "");
 }
 
 }  // namespace platform::sim

@@ -5,10 +5,12 @@ import os
 import shutil
 import ssl
 import subprocess
+import threading
 
 import pytest
 import requests
 
+from bmc_instance import process_commands
 from event_receivers import HttpListener, SilentListener, SmtpSink, TrapReceiver, wait_until
 
 SERVICE = "/redfish/v1/EventService"
@@ -221,6 +223,87 @@ def test_power_changes_and_sensor_crossings_reach_matching_subscriptions(bmc, ad
         bmc.bmcsim("sensors", "reset")
         status.stop()
 
+
+def program_counts(bmc, programs):
+    """How many processes of each of the instance's programs run; a fork
+    that has not yet become another program is its parent's, not one more."""
+    paths = {os.path.join(bmc.root, "usr", "sbin", program).encode(): program
+             for program in programs}
+    started = {pid: (parent, command.split(b"\0")[0])
+               for pid, parent, command in process_commands()}
+    counts = dict.fromkeys(programs, 0)
+    for parent, path in started.values():
+        if path in paths and started.get(parent, (0, b""))[1] != path:
+            counts[paths[path]] += 1
+    return counts
+
+
+def test_a_burst_of_logged_events_runs_one_event_alert_at_a_time(bmc, admin, listener):
+    """Account changes logged by four writers at once: the events wait in the
+    filter's queue, one bmc-event-alert at a time turns them into alerts,
+    and none of them is lost."""
+    subscribe(bmc, admin, Destination=listener.url, Protocol="Redfish",
+              EventTypes=["ResourceUpdated"])
+    names = ["burst%d" % number for number in range(40)]
+
+    def log_changes(share):
+        for name in share:
+            bmc.bmcsim("eventlog", "add", "148", name + ", modified")
+
+    writers = [threading.Thread(target=log_changes, args=(names[start::4],))
+               for start in range(4)]
+    for writer in writers:
+        writer.start()
+    # A filter started while the slot looked free leaves at once if another
+    # holds it; only the holder runs bmc-event-alert.
+    most = {"bmc-event-alert": 0, "bmc-event-filter": 0}
+    counts = most
+    for _ in range(3000):
+        counts = program_counts(bmc, most)
+        most = {program: max(most[program], counts[program]) for program in most}
+        if not any(writer.is_alive() for writer in writers) and not any(counts.values()):
+            break
+    for writer in writers:
+        writer.join(timeout=60)
+    assert most["bmc-event-alert"] <= 1 and most["bmc-event-filter"] >= 1, most
+    assert not any(counts.values()), counts
+
+    def arrived():
+        return {event["MessageArgs"][0] for event in listener.events()} >= set(names)
+
+    assert wait_until(arrived, attempts=300), sorted(
+        {event["MessageArgs"][0] for event in listener.events()})
+    assert "dropped" not in bmc.bmcsim("alerts", "log")
+
+
+
+def replace_program(path, make):
+    """Puts what make writes at path in place of the file there, whole."""
+    fresh = path + ".new"
+    make(fresh)
+    os.replace(fresh, path)
+
+
+def test_an_event_alert_that_hangs_is_killed_and_later_events_go_out(bmc, admin, listener):
+    subscribe(bmc, admin, Destination=listener.url, Protocol="Redfish",
+              EventTypes=["ResourceUpdated"])
+    program = os.path.join(bmc.root, "usr", "sbin", "bmc-event-alert")
+    service_program = os.readlink(program)
+
+    def hanging(path):
+        with open(path, "w") as script:
+            script.write("#!/bin/sh\nexec sleep 60\n")
+        os.chmod(path, 0o700)
+
+    replace_program(program, hanging)
+    try:
+        bmc.bmcsim("eventlog", "add", "148", "hung, modified")
+        assert wait_until(lambda: "event 148: bmc-event-alert overran 5 seconds, killed" in
+                          bmc.bmcsim("alerts", "log"), attempts=200)
+    finally:
+        replace_program(program, lambda path: os.symlink(service_program, path))
+    bmc.bmcsim("eventlog", "add", "148", "later, modified")
+    assert listener.wait_for(lambda event: event["MessageArgs"][0] == "later")
 
 def test_snmp_traps_arrive_at_snmptrapd(bmc, admin):
     receiver = TrapReceiver(bmc.bmcsim("alerts", "engine-id").strip())

@@ -148,12 +148,7 @@ TEST_F(alert_table, a_redfish_event_needs_the_document_the_service_made) {
     write_text(path("/usr/sbin/bmc-alert-send"), "#!/bin/sh\ncat >/dev/null\n");
     std::filesystem::permissions(path("/usr/sbin/bmc-alert-send"),
                                  std::filesystem::perms::owner_all);
-    ASSERT_EQ(lx_mutex_get(ALERT_TABLE_MUTEX), 0);
-    ASSERT_EQ(set_config_alert_dest(0, "http://127.0.0.1:9/events"), 0);
-    ASSERT_EQ(set_config_alert_proto(0, ALERT_DEST_REDFISH), 0);
-    ASSERT_EQ(enable_pef_filter(0, 1), 0);
-    ASSERT_EQ(PSCommit(), 0);
-    ASSERT_EQ(lx_mutex_put(ALERT_TABLE_MUTEX), 0);
+    sim_testing::add_redfish_destination(0, "http://127.0.0.1:9/events");
     EXPECT_EQ(SendRedfishEvent(0, &event), -1);
     const std::string text = boost::json::serialize(document);
     event.document = text.c_str();

@@ -14,6 +14,7 @@
 #include <string>
 
 #include "base/bmc_root.h"
+#include "platform/libalert.h"
 #include "platform/libipmi_users.h"
 
 namespace sim_testing {
@@ -32,6 +33,16 @@ inline void add_user(int slot, const char* name, const char* password, int level
     ASSERT_EQ(UtilSetUserEnable(slot, enabled ? 1 : 0), 0);
     ASSERT_EQ(PSCommit(), 0);
     ASSERT_EQ(lx_mutex_put(USER_TABLE_MUTEX), 0);
+}
+
+// An enabled Redfish destination for every event type, committed.
+inline void add_redfish_destination(int index, const char* url) {
+    ASSERT_EQ(lx_mutex_get(ALERT_TABLE_MUTEX), 0);
+    ASSERT_EQ(set_config_alert_dest(index, url), 0);
+    ASSERT_EQ(set_config_alert_proto(index, ALERT_DEST_REDFISH), 0);
+    ASSERT_EQ(enable_pef_filter(index, 1), 0);
+    ASSERT_EQ(PSCommit(), 0);
+    ASSERT_EQ(lx_mutex_put(ALERT_TABLE_MUTEX), 0);
 }
 
 // Runs body in a forked child; its result is the child's exit status.
