@@ -285,8 +285,11 @@ def replace_program(path, make):
 
 
 def test_an_event_alert_that_hangs_is_killed_and_later_events_go_out(bmc, admin, listener):
-    subscribe(bmc, admin, Destination=listener.url, Protocol="Redfish",
-              EventTypes=["ResourceUpdated"])
+    # A client of its own: the wait outlasts the web server's keep-alive
+    # idle time, and admin's clean-up must not reuse a connection it closed.
+    with bmc.admin() as client:
+        subscribe(bmc, client, Destination=listener.url, Protocol="Redfish",
+                  EventTypes=["ResourceUpdated"])
     program = os.path.join(bmc.root, "usr", "sbin", "bmc-event-alert")
     service_program = os.readlink(program)
 
