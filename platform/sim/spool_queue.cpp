@@ -47,8 +47,12 @@ record_list json_spool::read() const {
     record_list records;
     std::string text;
     if (!read_file(file(), text) || text.empty()) return records;
+    // Records may carry bytes that are not UTF-8 (logged texts), written as
+    // they are.
+    boost::json::parse_options options;
+    options.allow_invalid_utf8 = true;
     boost::system::error_code error;
-    const boost::json::value document = boost::json::parse(text, error);
+    const boost::json::value document = boost::json::parse(text, error, {}, options);
     const boost::json::array* list = error ? nullptr : document.if_array();
     for (const boost::json::value& record : list ? *list : boost::json::array()) {
         if (!valid_(record)) {

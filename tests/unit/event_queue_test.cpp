@@ -58,6 +58,14 @@ TEST_F(EventQueue, ABurstOfLoggedAlertsWaitsInTheBoundedQueue) {
     ASSERT_TRUE(event_queue().push({172, 3, "CPU1 Temp, 95"}));
     ASSERT_TRUE(event_queue().take(event));
     EXPECT_EQ(event.argument, 3);
+    // Texts are the bytes logged, not always UTF-8: one such event must not
+    // spoil the queue for the others.
+    ASSERT_TRUE(event_queue().push({148, 0, "caf\xe9, modified"}));
+    ASSERT_TRUE(event_queue().push({148, 0, "bob, modified"}));
+    ASSERT_TRUE(event_queue().take(event));
+    EXPECT_EQ(event.text, "caf\xe9, modified");
+    ASSERT_TRUE(event_queue().take(event));
+    EXPECT_EQ(event.text, "bob, modified");
     EXPECT_FALSE(event_queue().push({170, 1, std::string(max_queued_event_bytes, 'x')}));
 }
 
