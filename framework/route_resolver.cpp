@@ -38,7 +38,7 @@ bool is_pattern(std::string_view segment) { return !segment.empty() && segment.f
 
 }  // namespace
 
-route_resolver::route_resolver(const std::vector<route>& routes) {
+route_resolver::route_resolver(boost::span<const route> routes) {
     for (const route& entry : routes) {
         node* at = &root_;
         for (std::string_view segment : split_segments(entry.path)) {

@@ -2,6 +2,7 @@
 // literal or regular-expression, once per process.
 #pragma once
 
+#include <boost/core/span.hpp>
 #include <boost/regex.hpp>
 #include <memory>
 #include <stdexcept>
@@ -58,8 +59,9 @@ struct invalid_uri : std::invalid_argument {
 
 class route_resolver {
 public:
-    // Compiles the routes into a tree; the first row of a path wins.
-    explicit route_resolver(const std::vector<route>& routes);
+    // Compiles the routes, which outlive it, into a tree; the first row of
+    // a path wins.
+    explicit route_resolver(boost::span<const route> routes);
 
     // The route that path ends at, with captures filled: a served one when
     // one matches, else a row not served yet; null for none. Throws

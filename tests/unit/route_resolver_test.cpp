@@ -61,14 +61,14 @@ rf::handler_factory factory_for(std::string_view name) {
 }
 
 // The routes, each served by a handler named after its class.
-std::vector<rf::route> named(const std::vector<rf::route>& routes) {
-    std::vector<rf::route> served = routes;
+std::vector<rf::route> named(std::vector<rf::route> served) {
     for (rf::route& entry : served) entry.factory = factory_for(entry.handler_class);
     return served;
 }
 
 const rf::route_resolver& service_resolver() {
-    static const std::vector<rf::route> routes = named(rf::route_table());
+    static const std::vector<rf::route> routes =
+        named({rf::route_table().begin(), rf::route_table().end()});
     static const rf::route_resolver resolver(routes);
     return resolver;
 }
