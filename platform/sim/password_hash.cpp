@@ -2,12 +2,12 @@
 
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
-#include <openssl/rand.h>
 
 #include <array>
 #include <charconv>
 #include <cstdint>
 
+#include "platform/sim/random_bytes.h"
 #include "platform/sim/verified_secrets.h"
 
 namespace platform::sim {
@@ -91,17 +91,23 @@ bool derived_matches(std::string_view stored, std::string_view secret) {
     return CRYPTO_memcmp(form.hash.data(), actual.data(), hash_size) == 0;
 }
 
+std::string stored_text(const std::array<unsigned char, salt_size>& salt,
+                        const std::array<unsigned char, hash_size>& hash) {
+    return std::string(scheme) + '$' + std::to_string(iterations) + '$' +
+           to_hex(salt.data(), salt.size()) + '$' + to_hex(hash.data(), hash.size());
+}
+
 }  // namespace
 
 std::string hash_secret(std::string_view secret) {
     std::array<unsigned char, salt_size> salt;
     std::array<unsigned char, hash_size> hash;
-    if (RAND_bytes(salt.data(), static_cast<int>(salt.size())) != 1 ||
-        !derive(secret, salt.data(), iterations, hash))
+    if (!random_bytes(salt.data(), salt.size()) || !derive(secret, salt.data(), iterations, hash))
         return {};
-    return std::string(scheme) + '$' + std::to_string(iterations) + '$' +
-           to_hex(salt.data(), salt.size()) + '$' + to_hex(hash.data(), hash.size());
+    return stored_text(salt, hash);
 }
+
+std::string unmatched_secret() { return stored_text({}, {}); }
 
 bool verify_secret(std::string_view stored, std::string_view secret) {
     if (verified_before(stored, secret)) return true;
@@ -118,7 +124,7 @@ bool well_formed_secret(std::string_view stored) {
 unsigned random_key() {
     for (int attempt = 0; attempt < 8; ++attempt) {
         uint32_t key = 0;
-        if (RAND_bytes(reinterpret_cast<unsigned char*>(&key), sizeof key) != 1) return 0;
+        if (!random_bytes(&key, sizeof key)) return 0;
         if (key != 0) return key;
     }
     return 0;

@@ -12,6 +12,10 @@ namespace platform::sim {
 // The stored form of secret; empty when no random salt could be drawn.
 std::string hash_secret(std::string_view secret);
 
+// A stored form with the usual iterations that no secret is found to match:
+// checking against it costs what checking a wrong secret does.
+std::string unmatched_secret();
+
 // Whether secret is the one that stored was made from; the hashes are
 // compared in constant time. A malformed stored form matches nothing.
 bool verify_secret(std::string_view stored, std::string_view secret);

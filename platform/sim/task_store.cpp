@@ -3,7 +3,6 @@
 // readers need no lock and a writer killed midway leaves the old document.
 #include <unistd.h>
 
-#include <openssl/rand.h>
 #include <boost/json.hpp>
 #include <cstring>
 #include <ctime>
@@ -17,6 +16,7 @@
 #include "platform/libtask.h"
 #include "platform/sim/process_identity.h"
 #include "platform/sim/published_events.h"
+#include "platform/sim/random_bytes.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/state_ini.h"
 #include "platform/sim/task_store.h"
@@ -167,7 +167,7 @@ int change_task(int task_id, const std::function<void(json::object&)>& change) {
 
 std::string new_monitor_id() {
     unsigned char bytes[TASK_MONITOR_ID_MAX / 2];
-    if (RAND_bytes(bytes, sizeof bytes) != 1) return {};
+    if (!platform::sim::random_bytes(bytes, sizeof bytes)) return {};
     static const char hex[] = "0123456789abcdef";
     std::string id;
     for (unsigned char byte : bytes) {

@@ -482,7 +482,7 @@ extern "C" int UtilFindUser(const char* name) {
 // A name that is no user costs one hash like a wrong password does, so the
 // time of the answer does not tell the two apart.
 extern "C" int UtilCheckUserPassword(int slot, const char* password) {
-    static const std::string dummy = platform::sim::hash_secret("no user has this password");
+    static const std::string dummy = platform::sim::unmatched_secret();
     if (!password) return -1;
     std::string stored;
     if (valid_slot(slot)) {

@@ -3,10 +3,11 @@
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
 #include <openssl/params.h>
-#include <openssl/rand.h>
 
 #include <array>
 #include <string>
+
+#include "platform/sim/random_bytes.h"
 
 namespace platform::sim {
 namespace {
@@ -28,7 +29,7 @@ struct memory {
 
 EVP_MAC_CTX* new_keyed_mac() {
     std::array<unsigned char, digest_size> key{};
-    if (RAND_bytes(key.data(), static_cast<int>(key.size())) != 1) return nullptr;
+    if (!random_bytes(key.data(), key.size())) return nullptr;
     EVP_MAC* hmac = EVP_MAC_fetch(nullptr, "HMAC", nullptr);
     EVP_MAC_CTX* context = hmac ? EVP_MAC_CTX_new(hmac) : nullptr;
     EVP_MAC_free(hmac);

@@ -9,7 +9,9 @@
 namespace {
 
 using platform::sim::hash_secret;
+using platform::sim::unmatched_secret;
 using platform::sim::verify_secret;
+using platform::sim::well_formed_secret;
 
 TEST(VerifiedSecrets, OnlyTheVerifiedPairPassesAgain) {
     const std::string stored = hash_secret("Right-pass1");
@@ -34,6 +36,16 @@ TEST(VerifiedSecrets, MoreAccountsThanRememberedStillVerify) {
             EXPECT_TRUE(verify_secret(stored[i], "pass-" + std::to_string(i)));
             EXPECT_FALSE(verify_secret(stored[i], "pass-" + std::to_string((i + 1) % 12)));
         }
+}
+
+// Each hash draws its own salt; the form that unknown names are checked
+// against parses, so it costs a derivation, and lets nothing in.
+TEST(VerifiedSecrets, SaltsDifferAndTheUnmatchedFormLetsNothingIn) {
+    EXPECT_NE(hash_secret("Same-pass1"), hash_secret("Same-pass1"));
+    const std::string unmatched = unmatched_secret();
+    EXPECT_TRUE(well_formed_secret(unmatched));
+    for (const char* secret : {"", "0", "no user has this password", "Right-pass1"})
+        EXPECT_FALSE(verify_secret(unmatched, secret)) << secret;
 }
 
 }  // namespace
