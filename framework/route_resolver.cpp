@@ -11,14 +11,8 @@ namespace {
 // The numeric member shorthand of route paths.
 constexpr std::string_view number_shorthand = "{n}";
 constexpr std::string_view number_pattern = "([0-9]+)";
-constexpr std::string_view any_pattern = "(.+)";
 // Deeper than any route, so that splitting a path allocates once.
 constexpr size_t usual_segment_count = 16;
-
-// No resource name is longer than a file name; longer segments are not
-// given to the regular-expression engine, whose matching recurses per
-// character.
-constexpr size_t max_pattern_segment = 255;
 
 // The non-empty segments of path, so that "//" and a trailing "/" add none.
 std::vector<std::string_view> split_segments(std::string_view path) {
@@ -34,8 +28,6 @@ std::vector<std::string_view> split_segments(std::string_view path) {
     return segments;
 }
 
-bool is_pattern(std::string_view segment) { return !segment.empty() && segment.front() == '('; }
-
 }  // namespace
 
 route_resolver::route_resolver(boost::span<const route> routes) {
@@ -43,26 +35,14 @@ route_resolver::route_resolver(boost::span<const route> routes) {
         node* at = &root_;
         for (std::string_view segment : split_segments(entry.path)) {
             if (segment == number_shorthand) segment = number_pattern;
-            // The common number and any segments are matched without the
-            // regex engine.
-            const bool numeric = segment == number_pattern;
-            const bool any = segment == any_pattern;
             node* next = nullptr;
             for (node& child : at->children) {
-                if (child.literal == segment) {
+                if (child.segment.text() == segment) {
                     next = &child;
                     break;
                 }
             }
-            if (!next) {
-                node& child = at->children.emplace_back();
-                child.literal = std::string(segment);
-                child.numeric = numeric;
-                child.any = any;
-                if (is_pattern(segment) && !numeric && !any)
-                    child.pattern = std::make_unique<boost::regex>(child.literal);
-                next = &child;
-            }
+            if (!next) next = &at->children.emplace_back(segment);
             at = next;
         }
         if (!at->row) at->row = &entry;
@@ -83,28 +63,7 @@ const route* route_resolver::walk(const node& from, const std::vector<std::strin
     std::string_view segment = segments[index];
     for (const node& child : from.children) {
         const size_t kept = captures.size();
-        if (child.numeric) {
-            if (segment.empty() || segment.size() > max_pattern_segment ||
-                segment.find_first_not_of("0123456789") != std::string_view::npos)
-                continue;
-            captures.emplace_back(segment);
-        } else if (child.any) {
-            if (segment.size() > max_pattern_segment) continue;
-            captures.emplace_back(segment);
-        } else if (child.pattern) {
-            if (segment.size() > max_pattern_segment) continue;
-            boost::match_results<std::string_view::const_iterator> groups;
-            if (!boost::regex_match(segment.begin(), segment.end(), groups, *child.pattern))
-                continue;
-            const int group_count = static_cast<int>(groups.size());
-            for (int group = 1; group < group_count; ++group) {
-                // Not str(), which appends a character at a time.
-                if (groups[group].matched)
-                    captures.emplace_back(groups[group].first, groups[group].second);
-            }
-        } else if (child.literal != segment) {
-            continue;
-        }
+        if (!child.segment.match(segment, captures)) continue;
         if (const route* found = walk(child, segments, index + 1, captures, unserved)) return found;
         // A dead end: try the next sibling without this one's captures.
         captures.resize(kept);

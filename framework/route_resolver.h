@@ -3,7 +3,6 @@
 #pragma once
 
 #include <boost/core/span.hpp>
-#include <boost/regex.hpp>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -12,6 +11,7 @@
 #include <vector>
 
 #include "framework/route_privileges.h"
+#include "framework/segment_pattern.h"
 #include "framework/webservice.h"
 
 namespace odata::redfish {
@@ -74,12 +74,10 @@ public:
 
 private:
     struct node {
-        std::string literal;                    // the segment text, also of a pattern
-        std::unique_ptr<boost::regex> pattern;  // null for a literal or numeric segment
-        bool numeric = false;                   // "{n}": digits, matched without a regex
-        bool any = false;                       // "(.+)": any segment, without a regex
-        const route* row = nullptr;             // null: no route ends here
-        std::vector<node> children;             // in table order
+        explicit node(std::string_view text) : segment(text) {}
+        segment_pattern segment;
+        const route* row = nullptr;  // null: no route ends here
+        std::vector<node> children;  // in table order
     };
     // A match of a row not served yet, kept while served ones are looked for.
     struct unserved_match {
@@ -89,7 +87,7 @@ private:
     const route* walk(const node& from, const std::vector<std::string_view>& segments, size_t index,
                       std::vector<std::string>& captures, unserved_match& unserved) const;
 
-    node root_;
+    node root_{""};
 };
 
 // The methods a handler class serves: those whose operation it (or a base
