@@ -9,11 +9,11 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <random>
 #include <string>
 
 #include "base/bmc_root.h"
 #include "base/file_cache.h"
+#include "platform/sim/random_bytes.h"
 #include "platform/sim/sim_file.h"
 
 namespace {
@@ -34,14 +34,12 @@ bool read_guid(const std::string& path, unsigned char* guid) {
     return true;
 }
 
-// A random GUID of version 4, variant 1.
-guid_bytes random_guid() {
-    std::random_device source;
-    guid_bytes guid;
-    for (auto& byte : guid) byte = static_cast<unsigned char>(source());
+// A random GUID of version 4, variant 1; false when no random bytes.
+bool random_guid(guid_bytes& guid) {
+    if (!platform::sim::random_bytes(guid.data(), guid.size())) return false;
     guid[6] = static_cast<unsigned char>((guid[6] & 0x0f) | 0x40);
     guid[8] = static_cast<unsigned char>((guid[8] & 0x3f) | 0x80);
-    return guid;
+    return true;
 }
 
 // Written under a temporary name and linked into place, which never
@@ -51,8 +49,8 @@ bool create_guid(const std::string& path) {
     std::string temporary = path + ".XXXXXX";
     platform::sim::unique_fd fd(::mkstemp(temporary.data()));
     if (!fd.valid()) return false;
-    guid_bytes guid = random_guid();
-    bool written = ::fchmod(fd.get(), 0644) == 0 &&
+    guid_bytes guid;
+    bool written = random_guid(guid) && ::fchmod(fd.get(), 0644) == 0 &&
                    platform::sim::write_all(fd.get(), guid.data(), guid.size()) &&
                    ::fsync(fd.get()) == 0;
     bool linked = written && (::link(temporary.c_str(), path.c_str()) == 0 || errno == EEXIST);
