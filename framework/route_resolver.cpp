@@ -10,7 +10,6 @@ namespace {
 
 // The numeric member shorthand of route paths.
 constexpr std::string_view number_shorthand = "{n}";
-constexpr std::string_view number_pattern = "([0-9]+)";
 // Deeper than any route, so that splitting a path allocates once.
 constexpr size_t usual_segment_count = 16;
 
@@ -34,7 +33,7 @@ route_resolver::route_resolver(boost::span<const route> routes) {
     for (const route& entry : routes) {
         node* at = &root_;
         for (std::string_view segment : split_segments(entry.path)) {
-            if (segment == number_shorthand) segment = number_pattern;
+            if (segment == number_shorthand) segment = number_expression;
             node* next = nullptr;
             for (node& child : at->children) {
                 if (child.segment.text() == segment) {

@@ -5,7 +5,6 @@
 namespace odata::redfish {
 namespace {
 
-constexpr std::string_view number_group = "([0-9]+)";
 constexpr std::string_view any_group = "(.+)";
 constexpr std::string_view digits = "0123456789";
 constexpr std::string_view name_characters =
@@ -26,18 +25,18 @@ std::vector<std::string_view> plain_names(std::string_view text, bool& then_numb
     const size_t close = text.find(')');
     if (text.front() != '(' || close == std::string_view::npos) return {};
     const std::string_view rest = text.substr(close + 1);
-    if (!rest.empty() && rest != number_group) return {};
+    if (!rest.empty() && rest != number_expression) return {};
     then_number = !rest.empty();
     std::vector<std::string_view> names;
     std::string_view alternatives = text.substr(1, close - 1);
-    for (size_t bar = 0; bar != std::string_view::npos; alternatives.remove_prefix(bar + 1)) {
-        bar = alternatives.find('|');
+    while (true) {
+        const size_t bar = alternatives.find('|');
         const std::string_view name = alternatives.substr(0, bar);
         if (!all_of(name, name_characters)) return {};
         names.push_back(name);
-        if (bar == std::string_view::npos) break;
+        if (bar == std::string_view::npos) return names;
+        alternatives.remove_prefix(bar + 1);
     }
-    return names;
 }
 
 }  // namespace
@@ -46,7 +45,7 @@ segment_pattern::segment_pattern(std::string_view text) : text_(text) {
     bool then_number = false;
     if (text.empty() || text.front() != '(') {
         shape_ = shape::literal;
-    } else if (text == number_group) {
+    } else if (text == number_expression) {
         shape_ = shape::number;
     } else if (text == any_group) {
         shape_ = shape::any;

@@ -10,6 +10,9 @@
 
 namespace odata::redfish {
 
+// A member number, such as the "3" of ".../Sensors/3".
+constexpr std::string_view number_expression = "([0-9]+)";
+
 class segment_pattern {
 public:
     // text is a literal name, or an expression when it begins with "(";
