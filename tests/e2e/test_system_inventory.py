@@ -194,6 +194,9 @@ BOOT_OPTIONS = SYSTEM + "/BootOptions"
 @pytest.fixture
 def boot_order(bmc, admin):
     path = os.path.join(bmc.root, "nv", "bios", "bios_setting")
+    # The BIOS's directory exists once the BIOS has written anything; on a
+    # worker that ran no earlier test of this module, it has not yet.
+    os.makedirs(os.path.dirname(path), exist_ok=True)
 
     def write(text):
         with open(path, "w") as setting:
