@@ -2,6 +2,7 @@
 
 import json
 import os
+import shutil
 import signal
 import socket
 import subprocess
@@ -31,6 +32,27 @@ def wait_until_listening(server, port, error_log):
         except OSError:
             time.sleep(0.05)
     raise RuntimeError("lighttpd did not listen on port %d" % port)
+
+
+class NoTmpfs(RuntimeError):
+    """No tmpfs can be mounted here (mounting needs root)."""
+
+
+def mount_small_directory(root, relative, size):
+    """Mounts a tmpfs of size over root/relative with its contents copied in;
+    returns the directory."""
+    directory = os.path.join(root, relative)
+    saved = directory + ".saved"
+    shutil.copytree(directory, saved, symlinks=True)
+    try:
+        if os.geteuid() != 0 or shutil.which("mount") is None or subprocess.run(
+                ["mount", "-t", "tmpfs", "-o", "size=" + size, "tmpfs", directory],
+                capture_output=True).returncode != 0:
+            raise NoTmpfs("no tmpfs can be mounted here")
+        shutil.copytree(saved, directory, symlinks=True, dirs_exist_ok=True)
+    finally:
+        shutil.rmtree(saved)
+    return directory
 
 
 STALE_ANSWER = "differs from a fresh one"
@@ -67,18 +89,18 @@ class BmcInstance:
 
     def __init__(self, processes=2, open_service_root=False, check_reused_responses=True,
                  https_only=False, kill_at=None, state_size=None, allow_local_destinations=True,
-                 also_listen_on=(), before_start=None):
+                 also_listen_on=(), before_start=None, small_directory=None):
         self.directory = tempfile.TemporaryDirectory(prefix="bmc-e2e-")
         self.root = self.directory.name
-        # A small file system of the instance's own, which a test can fill
-        # (mounting needs root; RuntimeError when it cannot be mounted).
+        # The whole root on a small file system of its own, which a test
+        # can fill (NoTmpfs when it cannot be mounted).
         self.mounted = False
         if state_size:
             mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=" + state_size, "tmpfs",
                                       self.root], capture_output=True)
             if mounted.returncode != 0:
                 self.directory.cleanup()
-                raise RuntimeError("no tmpfs can be mounted here")
+                raise NoTmpfs("no tmpfs can be mounted here")
             self.mounted = True
         self.port = free_port()
         self.tls_port = free_port()
@@ -101,6 +123,17 @@ class BmcInstance:
                 config.write(f'$SERVER["socket"] == "{address}:{self.port}" {{ }}\n')
         if before_start:
             before_start(self)
+        # A directory moved onto a small tmpfs of its own, (relative path,
+        # size), that a test can fill like a full disk. Mounted before the
+        # service starts, which would otherwise watch the directory hidden
+        # under the mount.
+        self.small_directory = None
+        if small_directory:
+            try:
+                self.small_directory = mount_small_directory(self.root, *small_directory)
+            except NoTmpfs:
+                self.directory.cleanup()
+                raise
         # The service processes' diagnostics go where lighttpd's standard
         # error goes: the instance's error log, as with make run.
         # Every reused GET answer is also built afresh and compared (stop()
@@ -212,6 +245,8 @@ class BmcInstance:
                 self.server.wait()
         stale = [line for line in self.error_log().splitlines() if STALE_ANSWER in line]
         self._end_leftover_programs()
+        if self.small_directory:
+            subprocess.run(["umount", "-l", self.small_directory], check=False)
         if self.mounted:
             subprocess.run(["umount", "-l", self.root], check=False)
         self.directory.cleanup()

@@ -1,35 +1,19 @@
-"""A directory of an instance moved onto a small tmpfs, so that a test can
-fill it like a full disk. Mounting needs root; elsewhere the test skips.
+"""Instances with a directory on a small tmpfs, that a test fills like a
+full disk. Mounting needs root; elsewhere the test skips."""
 
-Mount before the first request: a service process that already watches a
-directory would keep watching the one hidden under the mount."""
-
-import contextlib
 import os
-import shutil
-import subprocess
 
 import pytest
 
+from bmc_instance import BmcInstance, NoTmpfs
 
-@contextlib.contextmanager
-def small_file_system(bmc, relative, size="64k"):
-    """Mounts a tmpfs of size over <root>/relative with its contents copied
-    in; yields the directory and unmounts it at the end."""
-    directory = os.path.join(bmc.root, relative)
-    saved = directory + ".saved"
-    shutil.copytree(directory, saved, symlinks=True)
-    if os.geteuid() != 0 or shutil.which("mount") is None or subprocess.run(
-            ["mount", "-t", "tmpfs", "-o", "size=" + size, "tmpfs", directory],
-            capture_output=True).returncode != 0:
-        shutil.rmtree(saved)
-        pytest.skip("no tmpfs can be mounted here")
+
+def instance_with_small_directory(relative, size, **options):
+    """A BmcInstance whose <root>/relative is a tmpfs of size."""
     try:
-        shutil.copytree(saved, directory, symlinks=True, dirs_exist_ok=True)
-        yield directory
-    finally:
-        subprocess.run(["umount", "--lazy", directory], check=True)
-        shutil.rmtree(saved)
+        return BmcInstance(small_directory=(relative, size), **options)
+    except NoTmpfs as error:
+        pytest.skip(str(error))
 
 
 def fill(path):

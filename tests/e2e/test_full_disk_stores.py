@@ -5,8 +5,7 @@ import os
 
 import pytest
 
-from bmc_instance import BmcInstance
-from full_disk import fill, small_file_system
+from full_disk import fill, instance_with_small_directory
 from test_http_push import image_dir, push
 from test_update import BMC_TARGET, TASKS, firmware, make_image, wait_for_end
 
@@ -18,16 +17,16 @@ PASSWORD = "Passw0rd-1"
 @pytest.fixture
 def full_nv():
     """A BMC with a subscription and an account, whose /nv can be filled."""
-    bmc = BmcInstance(processes=1)
+    bmc = instance_with_small_directory("nv", "256k", processes=1)
     try:
         bmc.bmcsim("users", "add", "3", "bystander", PASSWORD, "2")
-        with small_file_system(bmc, "nv", size="256k") as directory:
-            admin = bmc.admin()
-            created = admin.post(bmc.url(SUBSCRIPTIONS), timeout=10, json={
-                "Destination": "http://127.0.0.1:9/events", "Protocol": "Redfish",
-                "Context": "before"})
-            assert created.status_code == 201, created.text
-            yield bmc, admin, created.headers["Location"], os.path.join(directory, "filler")
+        admin = bmc.admin()
+        created = admin.post(bmc.url(SUBSCRIPTIONS), timeout=10, json={
+            "Destination": "http://127.0.0.1:9/events", "Protocol": "Redfish",
+            "Context": "before"})
+        assert created.status_code == 201, created.text
+        yield bmc, admin, created.headers["Location"], \
+            os.path.join(bmc.small_directory, "filler")
     finally:
         bmc.stop()
 

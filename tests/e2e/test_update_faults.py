@@ -9,7 +9,7 @@ import time
 import pytest
 import requests
 
-from bmc_instance import BmcInstance, process_commands
+from bmc_instance import BmcInstance, NoTmpfs, process_commands
 from test_http_push import image_dir, push, push_errors, push_truncated
 from test_start_update import START_UPDATE, error_texts, push_waiting
 from test_update import BIOS_TARGET, BMC_TARGET, TASKS, firmware, make_image, simple_update, \
@@ -189,7 +189,7 @@ def test_a_full_state_file_system_refuses_updates_cleanly():
         pytest.skip("mounting a small tmpfs needs root")
     try:
         bmc = BmcInstance(state_size="64m")
-    except RuntimeError as error:
+    except NoTmpfs as error:
         pytest.skip(str(error))
     images = tempfile.TemporaryDirectory()
     try:

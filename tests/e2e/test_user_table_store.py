@@ -5,8 +5,7 @@ import os
 
 import pytest
 
-from bmc_instance import BmcInstance
-from full_disk import fill, small_file_system
+from full_disk import fill, instance_with_small_directory
 
 ACCOUNTS = "/redfish/v1/AccountService/Accounts"
 PASSWORD = "Passw0rd-1"
@@ -15,10 +14,9 @@ PASSWORD = "Passw0rd-1"
 @pytest.fixture
 def full_disk_bmc():
     """A BMC whose user table lives on a small tmpfs that can be filled."""
-    bmc = BmcInstance()
+    bmc = instance_with_small_directory(os.path.join("nv", "bmc"), "64k")
     try:
-        with small_file_system(bmc, os.path.join("nv", "bmc")) as directory:
-            yield bmc, os.path.join(directory, "filler")
+        yield bmc, os.path.join(bmc.small_directory, "filler")
     finally:
         bmc.stop()
 
