@@ -5,7 +5,6 @@
 set -eu
 
 packages="build-essential cmake ninja-build pkg-config libfcgi-dev libboost1.81-dev
-libboost-json1.81-dev
 libssl-dev zlib1g-dev libcurl4-openssl-dev libsnmp-dev
 libgtest-dev clang-format lighttpd lighttpd-mod-openssl openssl python3-pytest
 python3-pytest-xdist python3-requests python3-jsonschema python3-cryptography python3-sushy redfishtool

@@ -8,7 +8,7 @@
 set -eu
 
 sysroot=$1
-packages="libstdc++-12-dev libboost-json1.81-dev libboost1.81-dev libssl-dev zlib1g-dev
+packages="libstdc++-12-dev libboost1.81-dev libssl-dev zlib1g-dev
 libfcgi-dev libcurl4-openssl-dev libsnmp-dev libgtest-dev"
 stamp="$sysroot/.packages"
 wanted=$(echo $packages)
