@@ -32,10 +32,15 @@ constexpr threshold_property threshold_properties[] = {
      &St_SensorThresholds::lower_non_recoverable},
 };
 
+// 10 to the power of the 0 to 8 decimal places a 4-bit result exponent
+// gives; a table, as pow() would map the math library's tables into every
+// service process.
+constexpr double decimal_scales[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
+
 // Whole values are written as integers, the rest to the decimal places the
 // result exponent gives (no more digits than the sensor resolves).
 boost::json::value rounded(double value, int decimals) {
-    const double scale = std::pow(10.0, decimals);
+    const double scale = decimal_scales[std::clamp(decimals, 0, 8)];
     const double result = std::round(value * scale) / scale;
     if (result == std::floor(result)) return static_cast<int64_t>(result);
     return result;
