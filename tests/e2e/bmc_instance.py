@@ -35,7 +35,15 @@ def wait_until_listening(server, port, error_log):
 
 
 class NoTmpfs(RuntimeError):
-    """No tmpfs can be mounted here (mounting needs root)."""
+    """No tmpfs can be mounted here (mounting needs root); tests skip."""
+
+
+def mount_tmpfs(directory, size):
+    """Mounts a tmpfs of size over directory."""
+    if os.geteuid() != 0 or shutil.which("mount") is None or subprocess.run(
+            ["mount", "-t", "tmpfs", "-o", "size=" + size, "tmpfs", directory],
+            capture_output=True).returncode != 0:
+        raise NoTmpfs("no tmpfs can be mounted here")
 
 
 def mount_small_directory(root, relative, size):
@@ -45,10 +53,7 @@ def mount_small_directory(root, relative, size):
     saved = directory + ".saved"
     shutil.copytree(directory, saved, symlinks=True)
     try:
-        if os.geteuid() != 0 or shutil.which("mount") is None or subprocess.run(
-                ["mount", "-t", "tmpfs", "-o", "size=" + size, "tmpfs", directory],
-                capture_output=True).returncode != 0:
-            raise NoTmpfs("no tmpfs can be mounted here")
+        mount_tmpfs(directory, size)
         shutil.copytree(saved, directory, symlinks=True, dirs_exist_ok=True)
     finally:
         shutil.rmtree(saved)
@@ -96,11 +101,11 @@ class BmcInstance:
         # can fill (NoTmpfs when it cannot be mounted).
         self.mounted = False
         if state_size:
-            mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=" + state_size, "tmpfs",
-                                      self.root], capture_output=True)
-            if mounted.returncode != 0:
+            try:
+                mount_tmpfs(self.root, state_size)
+            except NoTmpfs:
                 self.directory.cleanup()
-                raise NoTmpfs("no tmpfs can be mounted here")
+                raise
             self.mounted = True
         self.port = free_port()
         self.tls_port = free_port()
