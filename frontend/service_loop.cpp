@@ -1,13 +1,13 @@
 #include "frontend/service_loop.h"
 
 #include <fcgiapp.h>
-#include <fcgio.h>
 
 #include <cstring>
 #include <iostream>
 
 #include "base/request_epoch.h"
 #include "frontend/answer_storage.h"
+#include "frontend/fcgx_streambuf.h"
 #include "frontend/process_memory.h"
 #include "frontend/request_context.h"
 #include "frontend/request_parameters.h"
@@ -26,8 +26,8 @@ FCGX_Request request;
 // Binds the standard output and the process environment to one request;
 // returns the size of the answer.
 std::streamsize serve(FCGX_Request& current, request_server serve_request) {
-    fcgi_streambuf output(current.out);
-    fcgi_streambuf input(current.in);
+    fcgx_streambuf output(current.out);
+    fcgx_streambuf input(current.in);
     counting_streambuf counted(&output);
     // rdbuf() also clears the error state that a client gone away may have
     // left from the last request.
