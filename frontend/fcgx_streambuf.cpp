@@ -40,10 +40,11 @@ fcgx_streambuf::int_type fcgx_streambuf::underflow() {
 
 // Large reads (uploads) skip the buffer once what it holds is taken.
 std::streamsize fcgx_streambuf::xsgetn(char* text, std::streamsize count) {
-    const std::streamsize buffered = std::min<std::streamsize>(count, egptr() - gptr());
-    std::memcpy(text, gptr(), static_cast<std::size_t>(buffered));
-    gbump(static_cast<int>(buffered));
-    std::streamsize taken = buffered;
+    std::streamsize taken = std::min<std::streamsize>(count, egptr() - gptr());
+    if (taken > 0) {
+        std::memcpy(text, gptr(), static_cast<std::size_t>(taken));
+        gbump(static_cast<int>(taken));
+    }
     while (taken < count) {
         const int read = FCGX_GetStr(text + taken, piece(count - taken), stream_);
         if (read <= 0) break;
