@@ -1,7 +1,7 @@
 #include "framework/schema_files.h"
 
-#include <algorithm>
 #include <stdexcept>
+#include <unordered_map>
 
 namespace odata::redfish {
 
@@ -142,11 +142,15 @@ const std::vector<schema_file>& schema_files() {
     return table;
 }
 
+// Every resource looks its schema up, some twice: hashed, once per process.
 const schema_file* find_schema_file(std::string_view name) {
-    const auto& table = schema_files();
-    auto before = [](const schema_file& row, std::string_view key) { return row.name < key; };
-    auto row = std::lower_bound(table.begin(), table.end(), name, before);
-    return row != table.end() && row->name == name ? &*row : nullptr;
+    static const std::unordered_map<std::string_view, const schema_file*> by_name = [] {
+        std::unordered_map<std::string_view, const schema_file*> rows;
+        for (const schema_file& row : schema_files()) rows.emplace(row.name, &row);
+        return rows;
+    }();
+    const auto row = by_name.find(name);
+    return row == by_name.end() ? nullptr : row->second;
 }
 
 const schema_file& schema_file_of(std::string_view name) {

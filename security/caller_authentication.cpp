@@ -6,7 +6,6 @@
 #include "framework/ini_settings.h"
 #include "frontend/exception_http.h"
 #include "frontend/request_parameters.h"
-#include "platform/libipmi.h"
 #include "platform/libweb.h"
 #include "security/auth.h"
 #include "security/failure_log.h"
@@ -31,8 +30,6 @@ bool accept_token(request_context& context) {
 }
 
 [[noreturn]] void refuse(const request_context& context) {
-    char address[61] = {};
-    GetClientIP(address, sizeof address);
     std::strcpy(InterfaceInfo->user_name, "NoAuth");
     const auth* tried = context.authenticator.get();
     if (!tried || tried->matched.log_failure) log_failed_authentication(context.uri);

@@ -29,7 +29,8 @@ bool outside_account_holds(const St_RedfishSession& record) {
             return UtilGetRadiusEnable() != 0;
         case SESSION_SOURCE_HOST_INTERFACE:
             return UtilGetHostInterfaceEnable() != 0 &&
-                   UtilIsExistHostFWUserInfo(session_user_name(record).c_str(), nullptr) != 0;
+                   UtilIsExistHostFWUserInfo(std::string(session_user_name(record)).c_str(),
+                                             nullptr) != 0;
         default:
             return false;
     }
@@ -44,8 +45,8 @@ std::optional<session_owner> local_owner(int slot, uint8_t source) {
                          user->lan_privilege, source, slot, user->key};
 }
 
-std::string session_user_name(const St_RedfishSession& record) {
-    return std::string(record.user_name, strnlen(record.user_name, sizeof record.user_name));
+std::string_view session_user_name(const St_RedfishSession& record) {
+    return std::string_view(record.user_name, strnlen(record.user_name, sizeof record.user_name));
 }
 
 bool follow_account(St_RedfishSession& record) {
@@ -54,7 +55,7 @@ bool follow_account(St_RedfishSession& record) {
     if (!user || !user->enabled || user->key != record.account_key ||
         !role_of_level(user->lan_privilege) ||
         session_user_name(record) !=
-            std::string(user->name, strnlen(user->name, sizeof user->name)))
+            std::string_view(user->name, strnlen(user->name, sizeof user->name)))
         return false;
     record.privilege = user->lan_privilege;
     return true;

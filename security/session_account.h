@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/session_record.h"
 
@@ -22,8 +23,9 @@ struct session_owner {
 // The owner of a local user's slot as the user table holds it now.
 std::optional<session_owner> local_owner(int slot, uint8_t source);
 
-// The user name of a record; a 16-character name fills its field.
-std::string session_user_name(const St_RedfishSession& record);
+// The user name of a record (a view into it); a 16-character name fills its
+// field.
+std::string_view session_user_name(const St_RedfishSession& record);
 
 // Brings the record's privilege up to its account's role; false when the
 // account is gone, disabled, renamed or replaced by a new user of the slot.

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <filesystem>
 #include <random>
@@ -120,8 +121,11 @@ bool write_record(const St_RedfishSession& record) {
         std::string_view(reinterpret_cast<const char*>(&record), sizeof record), 0600);
 }
 
+// Read on every request: from_chars, without strtoll's locale.
 long long last_use(const St_RedfishSession& record) {
-    return std::strtoll(record.last_use, nullptr, 10);
+    long long value = 0;
+    std::from_chars(record.last_use, record.last_use + std::strlen(record.last_use), value);
+    return value;
 }
 
 void set_last_use(St_RedfishSession& record, long long now) {

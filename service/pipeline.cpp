@@ -30,8 +30,8 @@ constexpr int interface_redfish = 5;
 constexpr std::size_t max_variable_length = 4096;
 
 // A CGI variable of the current request, "" when unset.
-std::string cgi_variable(cgi_parameter parameter) {
-    return std::string(request_parameter(parameter).value_or("").substr(0, max_variable_length));
+std::string_view cgi_variable(cgi_parameter parameter) {
+    return request_parameter(parameter).value_or("").substr(0, max_variable_length);
 }
 
 void check_odata_version() {
@@ -76,7 +76,7 @@ void check_conditional_headers(redfish& resource) {
 
 // Whether a list of entity tags ("a", "b" or *) names etag; weak tags
 // never match a change.
-bool if_match_names(const std::string& list, const std::string& etag) {
+bool if_match_names(std::string_view list, const std::string& etag) {
     std::vector<std::string> tags;
     boost::algorithm::split(tags, list, [](char c) { return c == ','; });
     return std::any_of(tags.begin(), tags.end(), [&](std::string& tag) {
@@ -145,7 +145,7 @@ void authorise(request_context& context, const route& row) {
 
 void handle_request(request_context& context, std::istream& input) {
     context.uri = normalise_path(cgi_variable(cgi_parameter::request_uri));
-    context.query = cgi_variable(cgi_parameter::query_string);
+    context.query = std::string(cgi_variable(cgi_parameter::query_string));
     context.method = request_method();
     if (at_p_St_GlobalVar->fcgi_mode == 0) throw_http_error(503, "Base.1.10.ServiceInUnknownState");
     InterfaceInfo->kind = interface_redfish;
@@ -190,9 +190,14 @@ void answer_logged_failure(const char* text) {
 
 }  // namespace
 
-std::string normalise_path(std::string uri) {
-    for (size_t at = uri.find("//"); at != std::string::npos; at = uri.find("//")) uri.erase(at, 1);
-    return uri.substr(0, uri.find('?'));
+std::string normalise_path(std::string_view uri) {
+    uri = uri.substr(0, uri.find('?'));
+    std::string path;
+    path.reserve(uri.size());
+    for (const char c : uri) {
+        if (c != '/' || path.empty() || path.back() != '/') path += c;
+    }
+    return path;
 }
 
 void run_pipeline(std::istream& input) {

@@ -10,6 +10,6 @@ namespace odata::redfish {
 void run_pipeline(std::istream& input);
 
 // REQUEST_URI with "//" collapsed and the query cut off.
-std::string normalise_path(std::string uri);
+std::string normalise_path(std::string_view uri);
 
 }  // namespace odata::redfish
