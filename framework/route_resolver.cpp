@@ -10,13 +10,10 @@ namespace {
 
 // The numeric member shorthand of route paths.
 constexpr std::string_view number_shorthand = "{n}";
-// Deeper than any route, so that splitting a path allocates once.
-constexpr size_t usual_segment_count = 16;
 
 // The non-empty segments of path, so that "//" and a trailing "/" add none.
-std::vector<std::string_view> split_segments(std::string_view path) {
-    std::vector<std::string_view> segments;
-    segments.reserve(usual_segment_count);
+route_resolver::path_segments split_segments(std::string_view path) {
+    route_resolver::path_segments segments;
     size_t start = 0;
     while (start <= path.size()) {
         size_t end = path.find('/', start);
@@ -48,8 +45,8 @@ route_resolver::route_resolver(boost::span<const route> routes) {
     }
 }
 
-const route* route_resolver::walk(const node& from, const std::vector<std::string_view>& segments,
-                                  size_t index, std::vector<std::string>& captures,
+const route* route_resolver::walk(const node& from, const path_segments& segments, size_t index,
+                                  std::vector<std::string>& captures,
                                   unserved_match& unserved) const {
     if (index == segments.size()) {
         const route* row = from.row;

@@ -2,6 +2,7 @@
 // literal or regular-expression, once per process.
 #pragma once
 
+#include <boost/container/small_vector.hpp>
 #include <boost/core/span.hpp>
 #include <memory>
 #include <stdexcept>
@@ -72,6 +73,9 @@ public:
     std::string_view resolve_class(const std::string& path,
                                    std::vector<std::string>& captures) const;
 
+    // The segments of a path, kept on the stack for any route's depth.
+    using path_segments = boost::container::small_vector<std::string_view, 16>;
+
 private:
     struct node {
         explicit node(std::string_view text) : segment(text) {}
@@ -84,7 +88,7 @@ private:
         const route* row = nullptr;
         std::vector<std::string> captures;
     };
-    const route* walk(const node& from, const std::vector<std::string_view>& segments, size_t index,
+    const route* walk(const node& from, const path_segments& segments, size_t index,
                       std::vector<std::string>& captures, unserved_match& unserved) const;
 
     node root_{""};

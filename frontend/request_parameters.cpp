@@ -52,9 +52,9 @@ void look_up_all() {
         if (!equals) continue;
         const auto length = static_cast<std::size_t>(equals - *entry);
         const unsigned candidates = length < names_of_length.size() ? names_of_length[length] : 0;
-        for (std::size_t at = 0; candidates >> at; ++at) {
-            if ((candidates >> at & 1u) && !kept.values[at] &&
-                std::memcmp(*entry, parameter_names[at].data(), length) == 0)
+        for (unsigned rest = candidates; rest != 0; rest &= rest - 1) {
+            const auto at = static_cast<std::size_t>(__builtin_ctz(rest));
+            if (!kept.values[at] && std::memcmp(*entry, parameter_names[at].data(), length) == 0)
                 kept.values[at] = equals + 1;
         }
     }
