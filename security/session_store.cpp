@@ -86,8 +86,11 @@ std::string scratch_directory(int id) {
     return sessions_directory() + "/" + scratch_prefix + std::to_string(id);
 }
 
-// The characters of token_alphabet, checked without a search of it.
-bool token_character(char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'); }
+// The characters of token_alphabet, checked without a search of it (and,
+// as a lambda, inlined into the check of every request's token).
+constexpr auto token_character = [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+};
 
 bool well_formed_token(const std::string& token) {
     return token.size() == SESSION_TOKEN_LEN &&
@@ -198,14 +201,15 @@ std::optional<St_RedfishSession> read_whole_record(const std::string& path) {
 // session's directory changes: most requests bring the token of the one
 // before.
 struct remembered_record {
-    std::string path;
+    std::string token;
     std::optional<St_RedfishSession> record;
     platform::watched_files watched;
 
     // Each is watched before it is looked at, so that a change made while
     // reading shows next time.
-    void read(const std::string& record_path) {
-        path = record_path;
+    void read(const std::string& new_token) {
+        token = new_token;
+        const std::string path = record_path(token);
         watched.watch({path});
         record = read_record(path);
         if (!record || !valid_id(record->session_id) ||
@@ -216,10 +220,11 @@ struct remembered_record {
 
     // What this process just wrote under the store lock, which every
     // writer of records takes: nothing can change it before the watch.
-    void written(const std::string& record_path, const St_RedfishSession& whole) {
-        path = record_path;
+    void written(const St_RedfishSession& whole) {
+        token = whole.token;
         record = whole;
-        if (!watched.watch({path}) || !watched.watch_also({session_directory(whole.session_id)}))
+        if (!watched.watch({record_path(token)}) ||
+            !watched.watch_also({session_directory(whole.session_id)}))
             watched.forget();
     }
 };
@@ -229,9 +234,14 @@ remembered_record& last_record() {
     return last;
 }
 
-std::optional<St_RedfishSession> remembered_whole_record(const std::string& path) {
+// In constant time, as every comparison with a token.
+bool same_token(const std::string& one, const std::string& other) {
+    return one.size() == other.size() && CRYPTO_memcmp(one.data(), other.data(), one.size()) == 0;
+}
+
+std::optional<St_RedfishSession> remembered_whole_record(const std::string& token) {
     remembered_record& last = last_record();
-    if (last.path != path || !last.watched.unchanged()) last.read(path);
+    if (!same_token(last.token, token) || !last.watched.unchanged()) last.read(token);
     return last.record;
 }
 
@@ -386,14 +396,14 @@ std::optional<St_RedfishSession> validate_token(const std::string& token) {
     if (!well_formed_token(token)) return std::nullopt;
     const long timeout = sessionserviceconfig::session_timeout();
     const long long now = lx_time_get();
-    const std::string path = record_path(token);
     // Records are replaced by a rename, so a reader sees a whole one without
     // the lock; only a change (the last use, once a second, or the end of
     // the session) takes it.
-    std::optional<St_RedfishSession> record = remembered_whole_record(path);
+    std::optional<St_RedfishSession> record = remembered_whole_record(token);
     if (check_record(record, token, now, timeout) == record_check::usable &&
         last_use(*record) == now)
         return record;
+    const std::string path = record_path(token);
     store_lock hold;
     record = read_whole_record(path);
     switch (check_record(record, token, now, timeout)) {
@@ -407,7 +417,7 @@ std::optional<St_RedfishSession> validate_token(const std::string& token) {
     }
     if (last_use(*record) != now) {
         set_last_use(*record, now);
-        if (write_record(*record)) last_record().written(path, *record);
+        if (write_record(*record)) last_record().written(*record);
     }
     return record;
 }

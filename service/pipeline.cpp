@@ -2,6 +2,7 @@
 
 #include <boost/algorithm/string/split.hpp>
 #include <boost/algorithm/string/trim.hpp>
+#include <algorithm>
 #include <iostream>
 #include <string>
 
@@ -194,10 +195,12 @@ std::string normalise_path(std::string_view uri) {
     uri = uri.substr(0, uri.find('?'));
     std::string path;
     path.reserve(uri.size());
-    for (const char c : uri) {
-        if (c != '/' || path.empty() || path.back() != '/') path += c;
+    size_t start = 0;
+    for (size_t run = uri.find("//"); run != std::string_view::npos; run = uri.find("//", start)) {
+        path.append(uri.substr(start, run + 1 - start));
+        start = std::min(uri.find_first_not_of('/', run), uri.size());
     }
-    return path;
+    return path.append(uri.substr(start));
 }
 
 void run_pipeline(std::istream& input) {

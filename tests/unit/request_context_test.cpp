@@ -132,4 +132,5 @@ TEST(RequestBody, ParsedAsJsonOrRefused) {
 TEST(PathNormalisation, CollapsesSlashesAndCutsTheQuery) {
     EXPECT_EQ(normalise_path("//redfish///v1//Systems?$top=1"), "/redfish/v1/Systems");
     EXPECT_EQ(normalise_path("/redfish/v1/"), "/redfish/v1/");
+    EXPECT_EQ(normalise_path("///a//b//"), "/a/b/");
 }
