@@ -1,8 +1,8 @@
 #include "service/pipeline.h"
 
+#include <algorithm>
 #include <boost/algorithm/string/split.hpp>
 #include <boost/algorithm/string/trim.hpp>
-#include <algorithm>
 #include <iostream>
 #include <string>
 
