@@ -2,6 +2,7 @@
 
 #include <openssl/evp.h>
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 
@@ -39,15 +40,25 @@ std::string_view last_segment(std::string_view uri) {
     return trimmed.substr(trimmed.find_last_of('/') + 1);
 }
 
-// "#Type.Type" for a collection, "#Type.v1_0_0.Type" otherwise; built in
-// one allocation, as every resource names its type.
+// "#Type.Type" for a collection, "#Type.v1_0_0.Type" otherwise; sized once
+// and filled in place, as every resource names its type.
 boost::json::string odata_type(std::string_view type, std::string_view version,
                                const boost::json::storage_ptr& storage) {
     boost::json::string text(storage);
-    text.reserve(2 * type.size() + version.size() + 3);
-    text.append("#").append(type).append(".");
-    if (!version.empty()) text.append(version).append(".");
-    return text.append(type);
+    text.resize(2 * type.size() + version.size() + (version.empty() ? 2 : 3));
+    char* out = text.data();
+    const auto put = [&out](std::string_view piece) {
+        out = std::copy(piece.begin(), piece.end(), out);
+    };
+    put("#");
+    put(type);
+    put(".");
+    if (!version.empty()) {
+        put(version);
+        put(".");
+    }
+    put(type);
+    return text;
 }
 
 }  // namespace

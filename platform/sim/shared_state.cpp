@@ -141,7 +141,7 @@ extern "C" int GlobalParaInit(void) {
 
 extern "C" int GlobalParaCheck(void) {
     if (!attached) return 0;
-    const std::string path = platform::shared_state_file();
+    const std::string& path = platform::shared_state_file();
     if (file_intact(path) && attached->global.layout_magic == global_layout_magic &&
         attached->global.layout_size == sizeof(St_GlobalVar))
         return 0;
