@@ -2,10 +2,10 @@
 
 #include <openssl/evp.h>
 
-#include <algorithm>
 #include <iostream>
 #include <memory>
 
+#include "framework/schema_files.h"
 #include "frontend/answer_storage.h"
 #include "frontend/response_headers.h"
 #include "frontend/result_writer.h"
@@ -38,27 +38,6 @@ std::string quoted_md5(const std::string& text) {
 std::string_view last_segment(std::string_view uri) {
     const std::string_view trimmed = uri.substr(0, uri.find_last_not_of('/') + 1);
     return trimmed.substr(trimmed.find_last_of('/') + 1);
-}
-
-// "#Type.Type" for a collection, "#Type.v1_0_0.Type" otherwise; sized once
-// and filled in place, as every resource names its type.
-boost::json::string odata_type(std::string_view type, std::string_view version,
-                               const boost::json::storage_ptr& storage) {
-    boost::json::string text(storage);
-    text.resize(2 * type.size() + version.size() + (version.empty() ? 2 : 3));
-    char* out = text.data();
-    const auto put = [&out](std::string_view piece) {
-        out = std::copy(piece.begin(), piece.end(), out);
-    };
-    put("#");
-    put(type);
-    put(".");
-    if (!version.empty()) {
-        put(version);
-        put(".");
-    }
-    put(type);
-    return text;
 }
 
 }  // namespace
@@ -97,8 +76,8 @@ void redfish::set(std::string_view name, std::string_view text) {
 
 void redfish::set_common_properties(std::string_view id) {
     set("@odata.id", uri_);
-    set("@odata.type",
-        boost::json::value(odata_type(entity_type_, schema_version_, value_.storage())));
+    set("@odata.type", boost::json::value(type_text(entity_type_, schema_version_,
+                                                    boost::json::string(value_.storage()))));
     if (!schema_version_.empty()) set("Id", id.empty() ? last_segment(uri_) : id);
     set("Name", name_);
 }

@@ -160,9 +160,7 @@ const schema_file& schema_file_of(std::string_view name) {
 }
 
 std::string schema_type(const schema_file& schema) {
-    std::string name(schema.name);
-    if (schema.version.empty()) return "#" + name + "." + name;
-    return "#" + name + "." + std::string(schema.version) + "." + name;
+    return type_text(schema.name, schema.version, std::string());
 }
 
 namespace {

@@ -3,6 +3,7 @@
 // this table; the files themselves are installed as static content.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,27 @@ const schema_file& schema_file_of(std::string_view name);
 
 // "#Chassis.v1_10_0.Chassis", "#ChassisCollection.ChassisCollection".
 std::string schema_type(const schema_file& schema);
+
+// The same text of a type and version (empty for a collection) in text, an
+// empty string of any kind: sized once and filled in place, as every
+// resource names its type.
+template <class string_type>
+string_type type_text(std::string_view type, std::string_view version, string_type text) {
+    text.resize(2 * type.size() + version.size() + (version.empty() ? 2 : 3));
+    char* out = text.data();
+    const auto put = [&out](std::string_view piece) {
+        out = std::copy(piece.begin(), piece.end(), out);
+    };
+    put("#");
+    put(type);
+    put(".");
+    if (!version.empty()) {
+        put(version);
+        put(".");
+    }
+    put(type);
+    return text;
+}
 
 // The JSON schema of a type: the service's copy where it publishes one
 // ("/redfish/v1/JsonSchemas/Chassis"), else DMTF's file of its version.

@@ -192,15 +192,10 @@ void answer_logged_failure(const char* text) {
 }  // namespace
 
 std::string normalise_path(std::string_view uri) {
-    uri = uri.substr(0, uri.find('?'));
-    std::string path;
-    path.reserve(uri.size());
-    size_t start = 0;
-    for (size_t run = uri.find("//"); run != std::string_view::npos; run = uri.find("//", start)) {
-        path.append(uri.substr(start, run + 1 - start));
-        start = std::min(uri.find_first_not_of('/', run), uri.size());
-    }
-    return path.append(uri.substr(start));
+    std::string path(uri.substr(0, uri.find('?')));
+    const auto slashes = [](char one, char next) { return one == '/' && next == '/'; };
+    path.erase(std::unique(path.begin(), path.end(), slashes), path.end());
+    return path;
 }
 
 void run_pipeline(std::istream& input) {
