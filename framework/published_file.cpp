@@ -21,10 +21,17 @@ published_file::published_file(request_context& context, std::string entity_type
 void published_file::set_file_properties(std::string_view description,
                                          std::string_view content_property,
                                          std::string_view content, std::string location_uri) {
+    // Built member by member: a generic initializer list costs as much as
+    // the rest of the resource.
     set("Description", description);
-    set("Languages", {"en"});
+    boost::json::array languages(answer_storage());
+    languages.emplace_back("en");
+    set("Languages", std::move(languages));
     set(content_property, content);
-    set("Location", {{{"Language", "en"}, {"Uri", std::move(location_uri)}}});
+    boost::json::array locations(answer_storage());
+    locations.emplace_back(boost::json::object(
+        {{"Language", "en"}, {"Uri", std::move(location_uri)}}, answer_storage()));
+    set("Location", std::move(locations));
     set("Oem", boost::json::object(answer_storage()));
 }
 

@@ -57,11 +57,19 @@ size_t sensor_record_count() {
 }
 
 std::vector<const St_SensorData*> exposed_sensors() {
+    const size_t count = sensor_record_count();
     std::vector<const St_SensorData*> records;
-    records.reserve(sensor_record_count());
-    for (size_t i = 0; i < sensor_record_count(); ++i)
+    records.reserve(count);
+    for (size_t i = 0; i < count; ++i)
         if (is_exposed(at_St_SensorData[i])) records.push_back(&at_St_SensorData[i]);
     return records;
+}
+
+const St_SensorData* exposed_sensor(size_t number) {
+    const size_t count = sensor_record_count();
+    for (size_t i = 0; i < count && number > 0; ++i)
+        if (is_exposed(at_St_SensorData[i]) && --number == 0) return &at_St_SensorData[i];
+    return nullptr;
 }
 
 std::vector<const St_SensorData*> threshold_sensors(uint8_t sensor_type) {

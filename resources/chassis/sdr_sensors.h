@@ -20,6 +20,9 @@ size_t sensor_record_count();
 // collection numbers them from 1.
 std::vector<const St_SensorData*> exposed_sensors();
 
+// The exposed record of that number (from 1), or null.
+const St_SensorData* exposed_sensor(size_t number);
+
 // The full (threshold) records of one SENSOR_TYPE_*, in repository order.
 std::vector<const St_SensorData*> threshold_sensors(uint8_t sensor_type);
 

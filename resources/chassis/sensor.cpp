@@ -26,11 +26,10 @@ sensor::sensor(request_context& context)
               sensor_uri(context)) {}
 
 int sensor::get(request_context& context) {
-    const std::vector<const St_SensorData*> records = exposed_sensors();
     const int index = context.capture_number(0);
-    if (index < 1 || static_cast<size_t>(index) > records.size())
-        throw_http_error(404, "Base.1.10.InvalidIndex", {captured_index(context)});
-    const St_SensorData& record = *records[index - 1];
+    const St_SensorData* found = index < 1 ? nullptr : exposed_sensor(index);
+    if (!found) throw_http_error(404, "Base.1.10.InvalidIndex", {captured_index(context)});
+    const St_SensorData& record = *found;
     set_common_properties();
     set("Name", sensor_name(record));
     set("Status", sensor_status(record));
