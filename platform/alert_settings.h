@@ -36,7 +36,7 @@ struct event_service_settings {
     smtp_settings smtp;
 };
 
-std::string event_settings_file();
+const std::string& event_settings_file();
 
 // The stored settings; defaults for what is missing or out of range.
 event_service_settings read_event_service_settings();

@@ -17,7 +17,7 @@
 
 namespace platform {
 
-std::string outbound_settings_file();
+const std::string& outbound_settings_file();
 
 // Whether the setting above is on.
 bool local_destinations_allowed();

@@ -12,7 +12,10 @@ namespace {
 // How often the worker looks whether the task was cancelled.
 constexpr int stop_check_ms = 250;
 
-std::string fetch_program() { return platform::bmc_path("/usr/sbin/bmc-image-fetch"); }
+const std::string& fetch_program() {
+    static platform::fixed_bmc_path path("/usr/sbin/bmc-image-fetch");
+    return path.get();
+}
 
 // Task messages are read by every user: what the server or the network
 // answered (refused, silent, an HTTP status) would tell them which ports are

@@ -16,7 +16,10 @@
 namespace odata::redfish {
 namespace {
 
-std::string record_file() { return platform::bmc_path("/tmp/fwupdate_waiting"); }
+const std::string& record_file() {
+    static platform::fixed_bmc_path path("/tmp/fwupdate_waiting");
+    return path.get();
+}
 
 bool task_pending(int task_id) {
     TaskInfo task{};

@@ -56,7 +56,10 @@ pt::ptree tree_of(const event_service_settings& settings) {
 
 }  // namespace
 
-std::string event_settings_file() { return bmc_path("/nv/redfish/event.ini"); }
+const std::string& event_settings_file() {
+    static fixed_bmc_path path("/nv/redfish/event.ini");
+    return path.get();
+}
 
 event_service_settings read_event_service_settings() {
     pt::ptree tree;

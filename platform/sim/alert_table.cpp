@@ -40,7 +40,10 @@ locked_table& state() {
     return table;
 }
 
-std::string alert_lock_file() { return platform::bmc_path("/var/bmc/alert_dest.lock"); }
+const std::string& alert_lock_file() {
+    static platform::fixed_bmc_path path("/var/bmc/alert_dest.lock");
+    return path.get();
+}
 
 template <std::size_t N>
 bool copy_whole_text(char (&field)[N], std::string_view text) {
@@ -134,7 +137,10 @@ std::string_view text_or_empty(const char* text) { return text ? text : ""; }
 
 namespace platform {
 
-std::string alert_table_file() { return bmc_path("/nv/bmc/alert_dest"); }
+const std::string& alert_table_file() {
+    static fixed_bmc_path path("/nv/bmc/alert_dest");
+    return path.get();
+}
 
 alert_table read_alert_table() {
     alert_table table{};

@@ -21,7 +21,7 @@ namespace platform {
 
 using alert_table = std::array<St_AlertDest, ALERT_DEST_COUNT>;
 
-std::string alert_table_file();
+const std::string& alert_table_file();
 
 // An entry in the JSON form of the file, and back; a field that is missing,
 // out of range or too long for its field reads as empty or 0.

@@ -44,7 +44,10 @@ void put_keys(pt::ptree& state, const St_SecureBootKeys& keys) {
 
 namespace platform {
 
-std::string bios_security_file() { return bmc_path("/nv/bios/security.ini"); }
+const std::string& bios_security_file() {
+    static fixed_bmc_path path("/nv/bios/security.ini");
+    return path.get();
+}
 
 bool post_bios_password() {
     return update([](pt::ptree& state) {

@@ -11,7 +11,7 @@
 
 namespace platform {
 
-std::string bios_security_file();
+const std::string& bios_security_file();
 
 // A host boot as far as the password goes: a pending password comes into
 // force.

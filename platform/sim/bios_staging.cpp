@@ -19,9 +19,18 @@
 namespace platform::sim {
 namespace {
 
-std::string task_record() { return bmc_path("/nv/pending_task.ini"); }
-std::string reset_marker() { return bmc_path("/nv/OnReset_Update"); }
-std::string bios_image() { return bmc_path("/tmp/bios_rom"); }
+const std::string& task_record() {
+    static fixed_bmc_path path("/nv/pending_task.ini");
+    return path.get();
+}
+const std::string& reset_marker() {
+    static fixed_bmc_path path("/nv/OnReset_Update");
+    return path.get();
+}
+const std::string& bios_image() {
+    static fixed_bmc_path path("/tmp/bios_rom");
+    return path.get();
+}
 
 struct staged_task {
     int id = 0;

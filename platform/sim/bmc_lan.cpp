@@ -51,7 +51,10 @@ std::string service_key(int service, const char* field) {
 
 namespace platform {
 
-std::string lan_settings_file() { return bmc_path("/nv/bmc/lan.ini"); }
+const std::string& lan_settings_file() {
+    static fixed_bmc_path path("/nv/bmc/lan.ini");
+    return path.get();
+}
 
 const char* net_service_name(int service) {
     return service >= 0 && service < NET_SERVICE_COUNT ? service_defaults[service].name : nullptr;

@@ -18,7 +18,7 @@
 
 namespace platform {
 
-std::string lan_settings_file();
+const std::string& lan_settings_file();
 
 // "HTTP", "HTTPS", ... for a NET_SERVICE_* code; null for others.
 const char* net_service_name(int service);

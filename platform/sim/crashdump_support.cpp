@@ -11,7 +11,10 @@
 
 namespace platform {
 
-std::string crashdump_flag_file() { return bmc_path("/var/bmc/crashdump_supported"); }
+const std::string& crashdump_flag_file() {
+    static fixed_bmc_path path("/var/bmc/crashdump_supported");
+    return path.get();
+}
 
 bool set_crashdump_supported(bool supported) {
     std::string path = crashdump_flag_file();

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-std::string crashdump_flag_file();
+const std::string& crashdump_flag_file();
 
 // Creates or removes the flag file; false when that fails.
 bool set_crashdump_supported(bool supported);

@@ -165,7 +165,10 @@ bool parse_directory_provider(const std::string& name, directory_provider& provi
     return false;
 }
 
-std::string directory_users_file() { return bmc_path("/nv/bmc/directory_users"); }
+const std::string& directory_users_file() {
+    static fixed_bmc_path path("/nv/bmc/directory_users");
+    return path.get();
+}
 
 std::string directory_switch_file(directory_provider provider) {
     switch (provider) {

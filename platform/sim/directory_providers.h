@@ -27,7 +27,7 @@ enum class directory_provider { ldap, ad, radius };
 const char* directory_provider_name(directory_provider provider);
 bool parse_directory_provider(const std::string& name, directory_provider& provider);
 
-std::string directory_users_file();
+const std::string& directory_users_file();
 
 // The file that holds the provider's switch.
 std::string directory_switch_file(directory_provider provider);

@@ -117,9 +117,15 @@ void make_room(int keep) {
 
 }  // namespace
 
-std::string dump_directory() { return bmc_path("/tmp/dumps"); }
+const std::string& dump_directory() {
+    static fixed_bmc_path path("/tmp/dumps");
+    return path.get();
+}
 
-std::string dump_settings_file() { return bmc_path("/var/bmc/dumps.ini"); }
+const std::string& dump_settings_file() {
+    static fixed_bmc_path path("/var/bmc/dumps.ini");
+    return path.get();
+}
 
 const char* dump_file_name(int kind) { return known_kind(kind) ? file_names[kind] : nullptr; }
 

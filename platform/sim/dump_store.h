@@ -16,8 +16,8 @@ inline constexpr long long default_dump_store_limit = 16LL << 20;
 inline constexpr long long min_dump_store_limit = 64;
 inline constexpr long long max_dump_store_limit = 256LL << 20;
 
-std::string dump_directory();
-std::string dump_settings_file();
+const std::string& dump_directory();
+const std::string& dump_settings_file();
 // The file name of kind's dump; null for an unknown kind.
 const char* dump_file_name(int kind);
 

@@ -123,7 +123,10 @@ bool visit_records(const std::string& path,
 
 namespace platform {
 
-std::string event_log_file() { return bmc_path("/var/log/bmc_events.jsonl"); }
+const std::string& event_log_file() {
+    static fixed_bmc_path path("/var/log/bmc_events.jsonl");
+    return path.get();
+}
 
 namespace {
 

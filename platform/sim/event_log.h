@@ -22,7 +22,7 @@ struct event_record {
 
 constexpr std::size_t max_event_log_bytes = 256 * 1024;
 
-std::string event_log_file();
+const std::string& event_log_file();
 std::string older_event_log_file();
 
 // The well-formed records, oldest first; empty when there is no log.

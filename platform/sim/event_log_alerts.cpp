@@ -44,7 +44,10 @@ acknowledged_point newest_point() {
 
 namespace platform {
 
-std::string event_log_ack_file() { return bmc_path("/var/bmc/event_log_ack.ini"); }
+const std::string& event_log_ack_file() {
+    static fixed_bmc_path path("/var/bmc/event_log_ack.ini");
+    return path.get();
+}
 
 }  // namespace platform
 

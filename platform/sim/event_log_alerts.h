@@ -12,6 +12,6 @@
 
 namespace platform {
 
-std::string event_log_ack_file();
+const std::string& event_log_ack_file();
 
 }  // namespace platform

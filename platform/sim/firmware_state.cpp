@@ -52,11 +52,17 @@ const component* find_component(int device) {
     return nullptr;
 }
 
-std::string versions_file() { return bmc_path("/nv/firmware.ini"); }
+const std::string& versions_file() {
+    static fixed_bmc_path path("/nv/firmware.ini");
+    return path.get();
+}
 
 // Holds "<pid> <start>" of the holding process, or "task <id> <monitor id>"
 // of the holding task.
-std::string update_lock_file() { return bmc_path("/tmp/fw_updating_lock"); }
+const std::string& update_lock_file() {
+    static fixed_bmc_path path("/tmp/fw_updating_lock");
+    return path.get();
+}
 
 bool lock_held() {
     std::string holder;
@@ -116,7 +122,10 @@ bool store_firmware_version(int device, const std::string& version) {
            });
 }
 
-std::string evidence_marker_file() { return bmc_path("/tmp/evidence_generating"); }
+const std::string& evidence_marker_file() {
+    static fixed_bmc_path path("/tmp/evidence_generating");
+    return path.get();
+}
 
 }  // namespace platform::sim
 

@@ -25,6 +25,6 @@ std::string task_holder(int task_id);
 bool holder_alive(const std::string& holder);
 
 // The marker that an evidence dump is being generated.
-std::string evidence_marker_file();
+const std::string& evidence_marker_file();
 
 }  // namespace platform::sim

@@ -48,7 +48,10 @@ bool link_up(int index) {
 
 namespace platform {
 
-std::string host_nics_file() { return bmc_path("/var/bmc/host_nics.ini"); }
+const std::string& host_nics_file() {
+    static fixed_bmc_path path("/var/bmc/host_nics.ini");
+    return path.get();
+}
 
 bool set_host_port_link(int port_number, bool up) {
     if (port_number < 1 || port_number > port_count) return false;

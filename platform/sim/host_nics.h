@@ -8,7 +8,7 @@
 
 namespace platform {
 
-std::string host_nics_file();
+const std::string& host_nics_file();
 
 // Port number 1-based; false when there is no such port or it is not stored.
 bool set_host_port_link(int port_number, bool up);

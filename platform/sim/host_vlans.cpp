@@ -63,7 +63,10 @@ int change_vlans(int port_index, change_fn change) {
 
 namespace platform {
 
-std::string host_vlans_file() { return bmc_path("/var/bmc/host_vlans.ini"); }
+const std::string& host_vlans_file() {
+    static fixed_bmc_path path("/var/bmc/host_vlans.ini");
+    return path.get();
+}
 
 }  // namespace platform
 

@@ -8,6 +8,6 @@
 
 namespace platform {
 
-std::string host_vlans_file();
+const std::string& host_vlans_file();
 
 }  // namespace platform

@@ -14,7 +14,10 @@ bool valid_level(long long level) {
 
 namespace platform {
 
-std::string kcs_settings_file() { return bmc_path("/nv/bmc/kcs.ini"); }
+const std::string& kcs_settings_file() {
+    static fixed_bmc_path path("/nv/bmc/kcs.ini");
+    return path.get();
+}
 
 }  // namespace platform
 

@@ -7,6 +7,6 @@
 
 namespace platform {
 
-std::string kcs_settings_file();
+const std::string& kcs_settings_file();
 
 }  // namespace platform

@@ -21,7 +21,10 @@ St_MemoryErrorCounts stored_counts(const pt::ptree& module) {
 
 namespace platform {
 
-std::string memory_errors_file() { return bmc_path("/var/bmc/memory_errors.ini"); }
+const std::string& memory_errors_file() {
+    static fixed_bmc_path path("/var/bmc/memory_errors.ini");
+    return path.get();
+}
 
 bool valid_device_locator(const std::string& device_locator) {
     return !device_locator.empty() && device_locator.size() <= max_locator_length &&

@@ -12,7 +12,7 @@
 
 namespace platform {
 
-std::string memory_errors_file();
+const std::string& memory_errors_file();
 
 bool valid_device_locator(const std::string& device_locator);
 

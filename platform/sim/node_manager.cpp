@@ -31,7 +31,10 @@ int read_policies(const pt::ptree& state, St_NmPolicy* policies) {
 
 namespace platform {
 
-std::string node_manager_file() { return bmc_path("/var/bmc/node_manager.ini"); }
+const std::string& node_manager_file() {
+    static fixed_bmc_path path("/var/bmc/node_manager.ini");
+    return path.get();
+}
 
 policy_stored store_node_manager_policy(const St_NmPolicy& policy) {
     bool full = false;

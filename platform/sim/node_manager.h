@@ -13,7 +13,7 @@
 
 namespace platform {
 
-std::string node_manager_file();
+const std::string& node_manager_file();
 
 enum class policy_stored { stored, full, failed };
 

@@ -22,7 +22,10 @@ bool terminated(const char (&field)[NTP_SERVER_SIZE]) {
 
 namespace platform {
 
-std::string ntp_settings_file() { return bmc_path("/nv/bmc/ntp.ini"); }
+const std::string& ntp_settings_file() {
+    static fixed_bmc_path path("/nv/bmc/ntp.ini");
+    return path.get();
+}
 
 bool valid_ntp_server(std::string_view server) {
     if (server.size() >= NTP_SERVER_SIZE) return false;

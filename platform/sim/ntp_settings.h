@@ -8,7 +8,7 @@
 
 namespace platform {
 
-std::string ntp_settings_file();
+const std::string& ntp_settings_file();
 
 // A host name or address that an NTP server entry may hold ("" is none).
 bool valid_ntp_server(std::string_view server);

@@ -57,7 +57,10 @@ bool localhost_name(std::string_view host) {
 
 }  // namespace
 
-std::string outbound_settings_file() { return bmc_path("/nv/redfish/outbound.ini"); }
+const std::string& outbound_settings_file() {
+    static fixed_bmc_path path("/nv/redfish/outbound.ini");
+    return path.get();
+}
 
 bool local_destinations_allowed() {
     return sim::stored_state_ini(outbound_settings_file())->get("Destinations.AllowLocal", 0) == 1;

@@ -246,7 +246,10 @@ std::vector<stored_device>::iterator find_stored(std::vector<stored_device>& dev
 
 namespace platform {
 
-std::string pcie_devices_file() { return bmc_path("/var/bmc/pcie_devices.ini"); }
+const std::string& pcie_devices_file() {
+    static fixed_bmc_path path("/var/bmc/pcie_devices.ini");
+    return path.get();
+}
 
 const char* pcie_kind_prefix(int kind) {
     return kind >= 0 && kind < PCIE_KIND_COUNT ? kind_prefixes[kind] : nullptr;

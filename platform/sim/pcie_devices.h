@@ -15,7 +15,7 @@
 
 namespace platform {
 
-std::string pcie_devices_file();
+const std::string& pcie_devices_file();
 
 // "GPU", "NVMeSSD", "PCIeSSD", "NIC"; null for another kind.
 const char* pcie_kind_prefix(int kind);

@@ -40,7 +40,10 @@ std::string codes_text(const std::vector<uint8_t>& codes) {
 
 namespace platform {
 
-std::string post_codes_file() { return bmc_path("/var/bmc/postcodes.ini"); }
+const std::string& post_codes_file() {
+    static fixed_bmc_path path("/var/bmc/postcodes.ini");
+    return path.get();
+}
 
 bool add_post_codes(const std::vector<uint8_t>& codes) {
     return sim::update_state_ini(post_codes_file(), [&](pt::ptree& state) {

@@ -9,7 +9,7 @@
 
 namespace platform {
 
-std::string post_codes_file();
+const std::string& post_codes_file();
 
 // The host writes codes (the oldest beyond the history are dropped);
 // false when they cannot be stored.

@@ -82,7 +82,10 @@ bool change_history(bool host_on, uint32_t watts,
 
 }  // namespace
 
-std::string power_history_file() { return bmc_path("/var/bmc/power_history.bin"); }
+const std::string& power_history_file() {
+    static fixed_bmc_path path("/var/bmc/power_history.bin");
+    return path.get();
+}
 
 std::string encode_power_history(const power_history& history) {
     std::string text(magic, sizeof magic);

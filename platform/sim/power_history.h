@@ -21,7 +21,7 @@
 
 namespace platform {
 
-std::string power_history_file();
+const std::string& power_history_file();
 
 struct power_history {
     uint32_t settled_minute = 0;          // samples are written through it

@@ -44,7 +44,10 @@ bool update(const std::function<bool(pt::ptree&)>& change) {
 
 namespace platform {
 
-std::string radius_settings_file() { return bmc_path("/nv/bmc/radius.ini"); }
+const std::string& radius_settings_file() {
+    static fixed_bmc_path path("/nv/bmc/radius.ini");
+    return path.get();
+}
 
 bool radius_directory_enabled() {
     St_RadiusConfig config;

@@ -12,7 +12,7 @@
 
 namespace platform {
 
-std::string radius_settings_file();
+const std::string& radius_settings_file();
 
 // Enabled with a server.
 bool radius_directory_enabled();

@@ -148,7 +148,10 @@ const char* duration_key(platform::sim::raid_duration which) {
 
 namespace platform::sim {
 
-std::string raid_store_file() { return bmc_path("/var/bmc/raid.ini"); }
+const std::string& raid_store_file() {
+    static fixed_bmc_path path("/var/bmc/raid.ini");
+    return path.get();
+}
 
 bool raid_controller_exists(int family, int controller) {
     const int count = family == RAID_FAMILY_BROADCOM  ? GetBRCMDeviceNum()

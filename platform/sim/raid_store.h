@@ -44,7 +44,7 @@ struct raid_controller_record {
     std::vector<raid_volume_record> volumes;  // ascending ids
 };
 
-std::string raid_store_file();
+const std::string& raid_store_file();
 
 bool raid_controller_exists(int family, int controller);
 

@@ -17,7 +17,10 @@ constexpr platform::sim::choice_setting mouse_mode = {"/nv/bmc/mouse.ini", "Mous
 
 constexpr int default_timeout_minutes = 30;
 
-std::string kvm_file() { return platform::bmc_path("/nv/bmc/kvm.ini"); }
+const std::string& kvm_file() {
+    static platform::fixed_bmc_path path("/nv/bmc/kvm.ini");
+    return path.get();
+}
 
 bool valid(const St_KvmConfig& config) {
     return config.local_monitor_off <= 1 && config.keyboard_layout < KVM_KEYBOARD_COUNT &&

@@ -43,7 +43,10 @@ std::string one_line(std::string text) {
 
 namespace platform {
 
-std::string syslog_settings_file() { return bmc_path("/nv/bmc/syslog.ini"); }
+const std::string& syslog_settings_file() {
+    static fixed_bmc_path path("/nv/bmc/syslog.ini");
+    return path.get();
+}
 
 }  // namespace platform
 

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-std::string syslog_settings_file();
+const std::string& syslog_settings_file();
 
 }  // namespace platform
 

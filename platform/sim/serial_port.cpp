@@ -25,7 +25,10 @@ St_SerialConfig stored_config(const pt::ptree& state) {
 
 namespace platform {
 
-std::string serial_settings_file() { return bmc_path("/nv/bmc/serial.ini"); }
+const std::string& serial_settings_file() {
+    static fixed_bmc_path path("/nv/bmc/serial.ini");
+    return path.get();
+}
 
 bool valid_serial_config(const St_SerialConfig& config) {
     bool known_rate = false;

@@ -11,7 +11,7 @@
 
 namespace platform {
 
-std::string serial_settings_file();
+const std::string& serial_settings_file();
 
 // The ranges PltSERIAL_SetConfig checks.
 bool valid_serial_config(const St_SerialConfig& config);

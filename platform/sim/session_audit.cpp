@@ -44,7 +44,10 @@ bool record_of(const std::string& path, int slot, uint32_t key) {
 
 namespace platform {
 
-std::string session_audit_file() { return bmc_path("/var/log/session_audit.log"); }
+const std::string& session_audit_file() {
+    static fixed_bmc_path path("/var/log/session_audit.log");
+    return path.get();
+}
 
 }  // namespace platform
 

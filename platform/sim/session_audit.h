@@ -14,6 +14,6 @@ namespace platform {
 // Every request with Basic credentials logs in, so the log turns over.
 constexpr std::size_t max_session_audit_bytes = 64 * 1024;
 
-std::string session_audit_file();
+const std::string& session_audit_file();
 
 }  // namespace platform

@@ -61,7 +61,10 @@ bool write_ini(const std::string& path, const pt::ptree& tree, mode_t new_mode) 
 
 namespace {
 
-std::string settings_lock_file() { return bmc_path("/var/bmc/settings.lock"); }
+const std::string& settings_lock_file() {
+    static fixed_bmc_path path("/var/bmc/settings.lock");
+    return path.get();
+}
 
 }  // namespace
 

@@ -79,7 +79,10 @@ bool new_key(const json::object* old, const char* name, const char* key, std::st
 
 namespace platform {
 
-std::string snmp_users_file() { return bmc_path("/nv/bmc/snmp_users"); }
+const std::string& snmp_users_file() {
+    static fixed_bmc_path path("/nv/bmc/snmp_users");
+    return path.get();
+}
 
 long long snmp_daemon_restarts() { return sim_setting_number("SNMP.DaemonRestarts", 0); }
 

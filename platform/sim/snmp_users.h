@@ -15,7 +15,7 @@
 
 namespace platform {
 
-std::string snmp_users_file();
+const std::string& snmp_users_file();
 
 // How often setSNMPDaemonOP ran.
 long long snmp_daemon_restarts();

@@ -15,7 +15,10 @@ namespace {
 
 constexpr size_t max_version_length = 32;
 
-std::string inventory_directory() { return platform::bmc_path("/tmp/fwinventory"); }
+const std::string& inventory_directory() {
+    static platform::fixed_bmc_path path("/tmp/fwinventory");
+    return path.get();
+}
 
 // An entry is one plain name: it never leaves the directory.
 bool plain_entry(const char* entry) {

@@ -40,7 +40,10 @@ int stored_number(const char* key) {
 
 namespace platform {
 
-std::string storage_inventory_file() { return bmc_path("/var/bmc/storage.ini"); }
+const std::string& storage_inventory_file() {
+    static fixed_bmc_path path("/var/bmc/storage.ini");
+    return path.get();
+}
 
 bool set_storage_count(storage_count which, int count) {
     if (count < 0 || count > max_count) return false;

@@ -8,7 +8,7 @@
 
 namespace platform {
 
-std::string storage_inventory_file();
+const std::string& storage_inventory_file();
 
 enum class storage_count { broadcom, marvell, nvme_slots };
 

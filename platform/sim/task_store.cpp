@@ -26,7 +26,10 @@ using platform::sim::process_identity;
 
 namespace {
 
-std::string store_file() { return platform::bmc_path("/nv/task_store.json"); }
+const std::string& store_file() {
+    static platform::fixed_bmc_path path("/nv/task_store.json");
+    return path.get();
+}
 
 json::object empty_store() { return {{"ServiceEnabled", true}, {"Tasks", json::array()}}; }
 

@@ -31,7 +31,10 @@ bool read_live_marker(marker& found) {
 
 }  // namespace
 
-std::string update_mode_file() { return bmc_path("/tmp/fw_updating"); }
+const std::string& update_mode_file() {
+    static fixed_bmc_path path("/tmp/fw_updating");
+    return path.get();
+}
 
 int mark_update_mode(const std::string& holder, const std::string& component) {
     int marked = -2;

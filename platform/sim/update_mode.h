@@ -6,7 +6,7 @@
 
 namespace platform::sim {
 
-std::string update_mode_file();
+const std::string& update_mode_file();
 
 // Marks update mode for holder unless another live holder has it: 0 when
 // marked, -1 while held, -2 when the marker cannot be written.

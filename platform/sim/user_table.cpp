@@ -286,7 +286,10 @@ const std::string& user_table_file() {
     return path.get();
 }
 
-std::string user_table_lock_file() { return bmc_path("/var/bmc/user_table.lock"); }
+const std::string& user_table_lock_file() {
+    static fixed_bmc_path path("/var/bmc/user_table.lock");
+    return path.get();
+}
 
 bool parse_user_slot(const json::value& value, user_slot& record, int& slot) {
     return parse_slot(value, record, slot);

@@ -27,7 +27,7 @@
 namespace platform {
 
 const std::string& user_table_file();
-std::string user_table_lock_file();
+const std::string& user_table_lock_file();
 
 // One slot as the table keeps it.
 struct user_slot {

@@ -37,7 +37,10 @@ bool is_storable(const char* text, std::size_t size, bool required) {
 
 namespace platform {
 
-std::string virtual_media_file() { return bmc_path("/tmp/vmedia.ini"); }
+const std::string& virtual_media_file() {
+    static fixed_bmc_path path("/tmp/vmedia.ini");
+    return path.get();
+}
 
 const char* virtual_media_kind_name(int kind) {
     return kind == VMEDIA_CD || kind == VMEDIA_FLOPPY ? kind_names[kind] : nullptr;

@@ -8,7 +8,7 @@
 
 namespace platform {
 
-std::string virtual_media_file();
+const std::string& virtual_media_file();
 
 // "CD" or "Floppy" for a VMEDIA_* kind; null for others.
 const char* virtual_media_kind_name(int kind);

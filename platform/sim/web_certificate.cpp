@@ -45,7 +45,10 @@ std::string key_block(std::string_view pem) {
     return std::string(pem.substr(begin, end + 5 - begin)) + '\n';
 }
 
-std::string pending_key_file() { return platform::bmc_path("/etc/ssl/pending-key.pem"); }
+const std::string& pending_key_file() {
+    static platform::fixed_bmc_path path("/etc/ssl/pending-key.pem");
+    return path.get();
+}
 
 struct served_pair {
     std::string chain;
@@ -105,7 +108,10 @@ std::string with_newline(const char* text) {
 
 namespace platform {
 
-std::string web_certificate_file() { return bmc_path("/etc/ssl/server.pem"); }
+const std::string& web_certificate_file() {
+    static fixed_bmc_path path("/etc/ssl/server.pem");
+    return path.get();
+}
 
 }  // namespace platform
 

@@ -8,6 +8,6 @@
 
 namespace platform {
 
-std::string web_certificate_file();
+const std::string& web_certificate_file();
 
 }  // namespace platform

@@ -40,9 +40,13 @@ int requested_pcie_kind(const request_context& context) {
     return context.captures.empty() ? -1 : kind_of(context.captures[0]);
 }
 
+// Asks the platform device by device, up to the one sought.
 std::optional<St_PcieDevice> find_pcie_device(int kind, int number) {
-    for (const St_PcieDevice& device : pcie_devices())
+    for (int index = 0; index < PCIE_DEVICES_MAX; ++index) {
+        St_PcieDevice device{};
+        if (PcieGetDevice(index, &device) != PLT_OK) break;
         if (device.kind == kind && device.number == number) return device;
+    }
     return std::nullopt;
 }
 

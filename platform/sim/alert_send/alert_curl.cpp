@@ -75,7 +75,10 @@ size_t read_upload(char* buffer, size_t size, size_t count, void* source) {
 
 }  // namespace
 
-std::string alert_ca_file() { return platform::bmc_path("/etc/ssl/alert_ca.pem"); }
+const std::string& alert_ca_file() {
+    static platform::fixed_bmc_path path("/etc/ssl/alert_ca.pem");
+    return path.get();
+}
 
 bool post_redfish_event(const std::string& url, const std::string& body, std::string& error) {
     curl_handle handle;

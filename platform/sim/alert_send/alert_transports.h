@@ -13,7 +13,7 @@ inline constexpr long alert_attempt_seconds = 10;
 
 // The authorities that TLS destinations (https, SMTP over TLS) are verified
 // against: <root>/etc/ssl/alert_ca.pem when it exists, the system's otherwise.
-std::string alert_ca_file();
+const std::string& alert_ca_file();
 
 // POSTs body to an http or https URL; true for a 2xx answer.
 bool post_redfish_event(const std::string& url, const std::string& body, std::string& error);
