@@ -61,7 +61,7 @@ int metadata::write_headers(unsigned length, const std::string&) {
 }
 
 int metadata::get(request_context&) {
-    set_text(metadata_text());
+    set_lasting_text(metadata_text());
     return 0;
 }
 

@@ -5,9 +5,10 @@
 namespace odata::redfish {
 
 void plain_document::send_response() {
-    if (text_.empty()) return;
-    write_headers(static_cast<unsigned>(text_.size()), text_);
-    std::cout << text_;
+    const std::string& answer = text();
+    if (answer.empty()) return;
+    write_headers(static_cast<unsigned>(answer.size()), answer);
+    std::cout << answer;
 }
 
 }  // namespace odata::redfish

@@ -18,9 +18,14 @@ protected:
     ~plain_document() = default;
 
     void set_text(std::string text) { text_ = std::move(text); }
+    // A text built once per process, answered without a copy.
+    void set_lasting_text(const std::string& text) { lasting_text_ = &text; }
 
 private:
+    const std::string& text() const { return lasting_text_ ? *lasting_text_ : text_; }
+
     std::string text_;
+    const std::string* lasting_text_ = nullptr;
 };
 
 }  // namespace odata::redfish

@@ -24,7 +24,7 @@ const std::string& service_document_text() {
 }
 
 int servicedocument::get(request_context&) {
-    set_text(service_document_text());
+    set_lasting_text(service_document_text());
     return 0;
 }
 

@@ -56,26 +56,25 @@ struct named_component {
     const char* staged_entry;  // null for running firmware
 };
 
-std::vector<named_component> named_components() {
-    int raid_counts[std::size(raid_families)] = {};
-    std::size_t total = std::size(running_components) + staged_components().size();
-    for (std::size_t at = 0; at < std::size(raid_families); ++at) {
-        raid_counts[at] = raid_families[at].count();
-        total += static_cast<std::size_t>(raid_counts[at]);
-    }
-    std::vector<named_component> named;
-    named.reserve(total);
+// Calls visit with each component in inventory order, until it returns
+// true: a lookup of running firmware asks nothing of the controllers or
+// the staging area.
+template <typename Visit>
+void for_each_named(Visit visit) {
     for (const running_component& each : running_components)
-        named.push_back({each.id, each.oem_id, each.device, nullptr});
-    for (std::size_t at = 0; at < std::size(raid_families); ++at) {
-        const raid_family& family = raid_families[at];
-        for (int index = 0; index < raid_counts[at]; ++index)
-            named.push_back({family.id + std::to_string(index),
-                             family.oem_id + std::to_string(index), family.device, nullptr});
+        if (visit(named_component{each.id, each.oem_id, each.device, nullptr})) return;
+    for (const raid_family& family : raid_families) {
+        const int count = family.count();
+        for (int index = 0; index < count; ++index) {
+            if (visit(named_component{family.id + std::to_string(index),
+                                      family.oem_id + std::to_string(index), family.device,
+                                      nullptr}))
+                return;
+        }
     }
     for (const staged_component& each : staged_components())
-        named.push_back({each.inventory_entry, "", each.device, each.inventory_entry});
-    return named;
+        if (visit(named_component{each.inventory_entry, "", each.device, each.inventory_entry}))
+            return;
 }
 
 // The component with its version; none when it has no version, which is
@@ -93,22 +92,32 @@ std::optional<firmware_component> with_version(named_component&& named) {
 
 std::vector<firmware_component> firmware_components() {
     std::vector<firmware_component> components;
-    for (named_component& named : named_components())
+    for_each_named([&components](named_component&& named) {
         if (std::optional<firmware_component> component = with_version(std::move(named)))
             components.push_back(std::move(*component));
+        return false;
+    });
     return components;
 }
 
 std::optional<firmware_component> find_firmware_component(const std::string& id) {
-    for (named_component& named : named_components())
-        if (named.id == id) return with_version(std::move(named));
-    return std::nullopt;
+    std::optional<firmware_component> found;
+    for_each_named([&](named_component&& named) {
+        if (named.id != id) return false;
+        found = with_version(std::move(named));
+        return true;
+    });
+    return found;
 }
 
 std::optional<firmware_component> find_oem_firmware_component(const std::string& oem_id) {
-    for (named_component& named : named_components())
-        if (!named.oem_id.empty() && named.oem_id == oem_id) return with_version(std::move(named));
-    return std::nullopt;
+    std::optional<firmware_component> found;
+    for_each_named([&](named_component&& named) {
+        if (named.oem_id.empty() || named.oem_id != oem_id) return false;
+        found = with_version(std::move(named));
+        return true;
+    });
+    return found;
 }
 
 bool store_staged_version(const std::string& id, const std::string& version) {

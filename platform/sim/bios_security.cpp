@@ -60,9 +60,9 @@ bool post_bios_password() {
 }
 
 std::string bios_password_state() {
-    const pt::ptree state = sim::read_state_ini(bios_security_file());
-    std::string text = state.get(administrator_key, "").empty() ? "none" : "set";
-    if (!state.get(pending_key, "").empty()) text += ", new one pending";
+    const std::shared_ptr<const pt::ptree> state = sim::stored_state_ini(bios_security_file());
+    std::string text = state->get(administrator_key, "").empty() ? "none" : "set";
+    if (!state->get(pending_key, "").empty()) text += ", new one pending";
     return text;
 }
 
@@ -89,7 +89,7 @@ extern "C" int UtilBiosChangePassword(int password, const char* old_password,
 
 extern "C" int UtilGetSecureBootKeys(St_SecureBootKeys* keys) {
     if (!keys) return PLT_ERR_ARGUMENT;
-    *keys = keys_in(platform::sim::read_state_ini(platform::bios_security_file()));
+    *keys = keys_in(*platform::sim::stored_state_ini(platform::bios_security_file()));
     return PLT_OK;
 }
 

@@ -121,24 +121,26 @@ bool set_lan_dns(const std::string& domain, const std::vector<std::string>& serv
 
 extern "C" int PltLAN_GetConfig(St_LanConfig* config) {
     if (!config) return PLT_ERR_ARGUMENT;
-    const pt::ptree state = platform::sim::read_state_ini(platform::lan_settings_file());
+    const std::shared_ptr<const pt::ptree> state =
+        platform::sim::stored_state_ini(platform::lan_settings_file());
     *config = {};
     platform::sim::copy_text(config->mac_address,
-                             state.get("LAN.MACAddress", std::string("02:00:5e:10:00:01")));
-    config->link_up = state.get("LAN.LinkUp", 1) != 0;
-    config->speed_mbps = static_cast<uint16_t>(state.get("LAN.SpeedMbps", 1000));
-    config->dhcp_enabled = state.get("LAN.DHCPEnabled", 0) != 0;
+                             state->get("LAN.MACAddress", std::string("02:00:5e:10:00:01")));
+    config->link_up = state->get("LAN.LinkUp", 1) != 0;
+    config->speed_mbps = static_cast<uint16_t>(state->get("LAN.SpeedMbps", 1000));
+    config->dhcp_enabled = state->get("LAN.DHCPEnabled", 0) != 0;
     platform::sim::copy_text(config->ipv4_address,
-                             state.get("LAN.Address", std::string("192.168.0.120")));
+                             state->get("LAN.Address", std::string("192.168.0.120")));
     platform::sim::copy_text(config->subnet_mask,
-                             state.get("LAN.SubnetMask", std::string("255.255.255.0")));
-    platform::sim::copy_text(config->gateway, state.get("LAN.Gateway", std::string("192.168.0.1")));
-    platform::sim::copy_text(config->host_name, state.get("LAN.HostName", std::string("bmc")));
+                             state->get("LAN.SubnetMask", std::string("255.255.255.0")));
+    platform::sim::copy_text(config->gateway,
+                             state->get("LAN.Gateway", std::string("192.168.0.1")));
+    platform::sim::copy_text(config->host_name, state->get("LAN.HostName", std::string("bmc")));
     platform::sim::copy_text(config->domain_name,
-                             state.get("LAN.DomainName", std::string("localdomain")));
+                             state->get("LAN.DomainName", std::string("localdomain")));
     platform::sim::copy_text(config->name_servers[0],
-                             state.get("LAN.NameServer1", std::string("192.168.0.1")));
-    platform::sim::copy_text(config->name_servers[1], state.get("LAN.NameServer2", std::string()));
+                             state->get("LAN.NameServer1", std::string("192.168.0.1")));
+    platform::sim::copy_text(config->name_servers[1], state->get("LAN.NameServer2", std::string()));
     return PLT_OK;
 }
 
@@ -154,10 +156,11 @@ extern "C" int PltLAN_SetConfig(const St_LanConfig* config) {
 
 extern "C" int PltNET_GetService(int service, St_NetService* state) {
     if (!state || !platform::net_service_name(service)) return PLT_ERR_ARGUMENT;
-    const pt::ptree stored = platform::sim::read_state_ini(platform::lan_settings_file());
-    state->enabled =
-        stored.get(service_key(service, "Enabled"), service_defaults[service].enabled ? 1 : 0) != 0;
-    state->port = stored.get(service_key(service, "Port"), service_defaults[service].port);
+    const std::shared_ptr<const pt::ptree> stored =
+        platform::sim::stored_state_ini(platform::lan_settings_file());
+    state->enabled = stored->get(service_key(service, "Enabled"),
+                                 service_defaults[service].enabled ? 1 : 0) != 0;
+    state->port = stored->get(service_key(service, "Port"), service_defaults[service].port);
     return PLT_OK;
 }
 
@@ -172,8 +175,9 @@ extern "C" int PltNET_SetService(int service, const St_NetService* state) {
 }
 
 extern "C" int PltIPMI_GetRakpRequired(void) {
-    const pt::ptree stored = platform::sim::read_state_ini(platform::lan_settings_file());
-    return stored.get("IPMI.RAKPRequired", 1) != 0 ? 1 : 0;
+    const std::shared_ptr<const pt::ptree> stored =
+        platform::sim::stored_state_ini(platform::lan_settings_file());
+    return stored->get("IPMI.RAKPRequired", 1) != 0 ? 1 : 0;
 }
 
 extern "C" int PltIPMI_SetRakpRequired(int required) {

@@ -11,8 +11,8 @@ namespace platform::sim {
 std::string choice_setting_file(const choice_setting& setting) { return bmc_path(setting.file); }
 
 int read_choice(const choice_setting& setting) {
-    const pt::ptree state = read_state_ini(choice_setting_file(setting));
-    const int value = state.get(setting.key, setting.fallback);
+    const std::shared_ptr<const pt::ptree> state = stored_state_ini(choice_setting_file(setting));
+    const int value = state->get(setting.key, setting.fallback);
     return value >= 0 && value < setting.count ? value : setting.fallback;
 }
 

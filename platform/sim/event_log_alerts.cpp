@@ -23,9 +23,10 @@ bool alert(const platform::event_record& record) {
 }
 
 acknowledged_point read_point() {
-    const pt::ptree state = platform::sim::read_state_ini(platform::event_log_ack_file());
-    return {state.get<long long>("Acknowledged.Time", -1),
-            state.get<long long>("Acknowledged.AtTime", 0)};
+    const std::shared_ptr<const pt::ptree> state =
+        platform::sim::stored_state_ini(platform::event_log_ack_file());
+    return {state->get<long long>("Acknowledged.Time", -1),
+            state->get<long long>("Acknowledged.AtTime", 0)};
 }
 
 // The point that covers every alert record now in the log.

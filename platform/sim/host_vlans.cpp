@@ -72,10 +72,11 @@ const std::string& host_vlans_file() {
 
 extern "C" int NicGetVlans(int port_index, St_HostNicVlan* vlans) {
     if (!vlans || !valid_port(port_index)) return PLT_ERR_ARGUMENT;
-    const pt::ptree state = platform::sim::read_state_ini(platform::host_vlans_file());
+    const std::shared_ptr<const pt::ptree> state =
+        platform::sim::stored_state_ini(platform::host_vlans_file());
     int count = 0;
     for (int number = 1; number <= NIC_MAX_VLANS; ++number)
-        if (stored_vlan(state, port_index, number, vlans[count])) ++count;
+        if (stored_vlan(*state, port_index, number, vlans[count])) ++count;
     return count;
 }
 

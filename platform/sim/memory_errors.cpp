@@ -45,7 +45,8 @@ bool set_memory_error_counts(const std::string& device_locator, uint32_t correct
 
 void for_each_memory_error_count(
     const std::function<void(const std::string&, uint32_t, uint32_t)>& visit) {
-    for (const auto& [locator, module] : sim::read_state_ini(memory_errors_file())) {
+    const std::shared_ptr<const pt::ptree> state = sim::stored_state_ini(memory_errors_file());
+    for (const auto& [locator, module] : *state) {
         const St_MemoryErrorCounts counts = stored_counts(module);
         visit(locator, counts.correctable, counts.uncorrectable);
     }
@@ -56,8 +57,9 @@ void for_each_memory_error_count(
 extern "C" int MemGetErrorCounts(const char* device_locator, St_MemoryErrorCounts* counts) {
     if (!device_locator || !counts || !platform::valid_device_locator(device_locator))
         return PLT_ERR_ARGUMENT;
-    const pt::ptree state = platform::sim::read_state_ini(platform::memory_errors_file());
-    const auto module = state.get_child_optional(device_locator);
+    const std::shared_ptr<const pt::ptree> state =
+        platform::sim::stored_state_ini(platform::memory_errors_file());
+    const auto module = state->get_child_optional(device_locator);
     *counts = module ? stored_counts(*module) : St_MemoryErrorCounts{};
     return PLT_OK;
 }

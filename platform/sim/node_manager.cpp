@@ -59,7 +59,7 @@ policy_stored store_node_manager_policy(const St_NmPolicy& policy) {
 
 extern "C" int NmGetPolicies(St_NmPolicy* policies) {
     if (!policies) return PLT_ERR_ARGUMENT;
-    return read_policies(platform::sim::read_state_ini(platform::node_manager_file()), policies);
+    return read_policies(*platform::sim::stored_state_ini(platform::node_manager_file()), policies);
 }
 
 extern "C" int NmClearAllPolicies(void) {

@@ -41,12 +41,13 @@ bool valid_ntp_server(std::string_view server) {
 
 extern "C" int PltNTP_GetConfig(St_NtpConfig* config) {
     if (!config) return PLT_ERR_ARGUMENT;
-    const pt::ptree state = platform::sim::read_state_ini(platform::ntp_settings_file());
+    const std::shared_ptr<const pt::ptree> state =
+        platform::sim::stored_state_ini(platform::ntp_settings_file());
     *config = St_NtpConfig{};
     config->source =
-        state.get("NTP.Source", "Manual") == "NTP" ? NTP_SOURCE_NTP : NTP_SOURCE_MANUAL;
+        state->get("NTP.Source", "Manual") == "NTP" ? NTP_SOURCE_NTP : NTP_SOURCE_MANUAL;
     for (int index = 0; index < NTP_SERVER_COUNT; ++index) {
-        const std::string server = state.get(server_key(index), "");
+        const std::string server = state->get(server_key(index), "");
         if (!platform::valid_ntp_server(server)) return PLT_ERR_FORMAT;
         platform::sim::copy_text(config->servers[index], server);
     }

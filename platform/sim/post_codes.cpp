@@ -68,7 +68,7 @@ bool clear_post_codes() {
 extern "C" int PltSNOOP_GetPostCodes(St_PostCodes* codes) {
     if (!codes) return PLT_ERR_ARGUMENT;
     const std::vector<uint8_t> stored =
-        stored_codes(platform::sim::read_state_ini(platform::post_codes_file()));
+        stored_codes(*platform::sim::stored_state_ini(platform::post_codes_file()));
     *codes = {};
     codes->count = static_cast<uint8_t>(stored.size());
     std::copy(stored.begin(), stored.end(), codes->codes);

@@ -126,7 +126,7 @@ bool set_consumed_watts(uint32_t watts) {
     return stored && settled;
 }
 
-uint32_t host_load_watts() { return load_watts(sim::read_state_ini(power_state_file())); }
+uint32_t host_load_watts() { return load_watts(*sim::stored_state_ini(power_state_file())); }
 
 bool set_power_limit(uint32_t watts, uint8_t exception) {
     return sim::update_state_ini(power_state_file(), [&](pt::ptree& state) {

@@ -72,15 +72,16 @@ bool set_radius_server(const std::string& server) {
 
 extern "C" int PltRADIUS_GetConfig(St_RadiusConfig* config) {
     if (!config) return PLT_ERR_ARGUMENT;
-    const pt::ptree state = platform::sim::read_state_ini(platform::radius_settings_file());
+    const std::shared_ptr<const pt::ptree> state =
+        platform::sim::stored_state_ini(platform::radius_settings_file());
     *config = {};
-    config->enabled = state.get("RADIUS.Enabled", 0) != 0;
-    platform::sim::copy_text(config->server, state.get("RADIUS.Server", std::string()));
-    config->port = state.get("RADIUS.Port", radius_port);
-    const int timeout = state.get("RADIUS.TimeoutSeconds", int{default_timeout_seconds});
+    config->enabled = state->get("RADIUS.Enabled", 0) != 0;
+    platform::sim::copy_text(config->server, state->get("RADIUS.Server", std::string()));
+    config->port = state->get("RADIUS.Port", radius_port);
+    const int timeout = state->get("RADIUS.TimeoutSeconds", int{default_timeout_seconds});
     config->timeout_seconds = static_cast<uint8_t>(
         timeout >= 1 && timeout <= RADIUS_TIMEOUT_MAX ? timeout : default_timeout_seconds);
-    config->secret_set = !state.get("RADIUS.Secret", std::string()).empty();
+    config->secret_set = !state->get("RADIUS.Secret", std::string()).empty();
     return PLT_OK;
 }
 

@@ -41,11 +41,11 @@ extern "C" int PltKVM_SetMouseMode(int mode) {
 
 extern "C" int PltKVM_GetConfig(St_KvmConfig* config) {
     if (!config) return PLT_ERR_ARGUMENT;
-    const pt::ptree state = platform::sim::read_state_ini(kvm_file());
+    const std::shared_ptr<const pt::ptree> state = platform::sim::stored_state_ini(kvm_file());
     St_KvmConfig stored{};
-    stored.local_monitor_off = state.get("KVM.LocalMonitorOff", 0) != 0;
-    stored.keyboard_layout = static_cast<uint8_t>(state.get("KVM.KeyboardLayout", 0));
-    stored.timeout_minutes = static_cast<uint16_t>(state.get("KVM.TimeoutMinutes", 0));
+    stored.local_monitor_off = state->get("KVM.LocalMonitorOff", 0) != 0;
+    stored.keyboard_layout = static_cast<uint8_t>(state->get("KVM.KeyboardLayout", 0));
+    stored.timeout_minutes = static_cast<uint16_t>(state->get("KVM.TimeoutMinutes", 0));
     const St_KvmConfig shipped{0, KVM_KEYBOARD_US, default_timeout_minutes};
     *config = valid(stored) ? stored : shipped;
     return PLT_OK;

@@ -73,11 +73,12 @@ void forward_to_syslog(long long time, int event_code, const std::string& text) 
 
 extern "C" int PltSYSLOG_GetConfig(St_SyslogConfig* config) {
     if (!config) return PLT_ERR_ARGUMENT;
-    const pt::ptree state = platform::sim::read_state_ini(platform::syslog_settings_file());
+    const std::shared_ptr<const pt::ptree> state =
+        platform::sim::stored_state_ini(platform::syslog_settings_file());
     *config = St_SyslogConfig{};
-    config->enabled = state.get("Syslog.Enabled", 0) != 0;
-    platform::sim::copy_text(config->address, state.get("Syslog.Address", ""));
-    const int port = state.get("Syslog.Port", syslog_port);
+    config->enabled = state->get("Syslog.Enabled", 0) != 0;
+    platform::sim::copy_text(config->address, state->get("Syslog.Address", ""));
+    const int port = state->get("Syslog.Port", syslog_port);
     config->port = static_cast<uint16_t>(port);
     return port == config->port && valid_config(*config) ? PLT_OK : PLT_ERR_FORMAT;
 }

@@ -52,7 +52,7 @@ void put_serial_config(pt::ptree& state, const St_SerialConfig& config) {
 extern "C" int PltSERIAL_GetConfig(int port, St_SerialConfig* config) {
     if (!config) return PLT_ERR_ARGUMENT;
     if (port < 1 || port > SERIAL_PORT_COUNT) return PLT_ERR_NOT_FOUND;
-    *config = stored_config(platform::sim::read_state_ini(platform::serial_settings_file()));
+    *config = stored_config(*platform::sim::stored_state_ini(platform::serial_settings_file()));
     return platform::valid_serial_config(*config) ? PLT_OK : PLT_ERR_FORMAT;
 }
 

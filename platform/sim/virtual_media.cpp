@@ -61,14 +61,15 @@ extern "C" int PltVMEDIA_DriveCount(int kind) {
 extern "C" int PltVMEDIA_GetState(int kind, int drive, St_VMediaState* state) {
     if (!state) return PLT_ERR_ARGUMENT;
     if (!is_drive(kind, drive)) return PLT_ERR_NOT_FOUND;
-    const pt::ptree stored = platform::sim::read_state_ini(platform::virtual_media_file());
+    const std::shared_ptr<const pt::ptree> stored =
+        platform::sim::stored_state_ini(platform::virtual_media_file());
     const std::string name = section(kind, drive);
     *state = {};
-    state->inserted = stored.get(name + ".Inserted", 0) != 0;
-    state->write_protected = stored.get(name + ".WriteProtected", 1) != 0;
+    state->inserted = stored->get(name + ".Inserted", 0) != 0;
+    state->write_protected = stored->get(name + ".WriteProtected", 1) != 0;
     if (!state->inserted) return PLT_OK;
-    platform::sim::copy_text(state->image, stored.get(name + ".Image", std::string()));
-    platform::sim::copy_text(state->user_name, stored.get(name + ".UserName", std::string()));
+    platform::sim::copy_text(state->image, stored->get(name + ".Image", std::string()));
+    platform::sim::copy_text(state->user_name, stored->get(name + ".UserName", std::string()));
     return PLT_OK;
 }
 
