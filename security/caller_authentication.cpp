@@ -17,7 +17,7 @@ namespace {
 bool accept_token(request_context& context) {
     std::optional<std::string_view> token = request_parameter(cgi_parameter::auth_token);
     if (!token || token->size() != SESSION_TOKEN_LEN) return false;
-    std::optional<St_RedfishSession> session = validate_token(std::string(*token));
+    std::optional<St_RedfishSession> session = validate_token(*token);
     if (!session) return false;
     context.user_name = session_user_name(*session);
     context.privilege = session->privilege;

@@ -65,7 +65,7 @@ private:
     int fd_;
 };
 
-std::string record_path(const std::string& token) {
+std::string record_path(std::string_view token) {
     static platform::fixed_bmc_path directory("/tmp/");
     std::string path;
     path.reserve(directory.get().size() + record_prefix.size() + token.size());
@@ -92,7 +92,7 @@ constexpr auto token_character = [](char c) {
     return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
 };
 
-bool well_formed_token(const std::string& token) {
+bool well_formed_token(std::string_view token) {
     return token.size() == SESSION_TOKEN_LEN &&
            std::all_of(token.begin(), token.end(), token_character);
 }
@@ -207,7 +207,7 @@ struct remembered_record {
 
     // Each is watched before it is looked at, so that a change made while
     // reading shows next time.
-    void read(const std::string& new_token) {
+    void read(std::string_view new_token) {
         token = new_token;
         const std::string path = record_path(token);
         watched.watch({path});
@@ -235,11 +235,11 @@ remembered_record& last_record() {
 }
 
 // In constant time, as every comparison with a token.
-bool same_token(const std::string& one, const std::string& other) {
+bool same_token(std::string_view one, std::string_view other) {
     return one.size() == other.size() && CRYPTO_memcmp(one.data(), other.data(), one.size()) == 0;
 }
 
-std::optional<St_RedfishSession> remembered_whole_record(const std::string& token) {
+std::optional<St_RedfishSession> remembered_whole_record(std::string_view token) {
     remembered_record& last = last_record();
     if (!same_token(last.token, token) || !last.watched.unchanged()) last.read(token);
     return last.record;
@@ -248,7 +248,7 @@ std::optional<St_RedfishSession> remembered_whole_record(const std::string& toke
 enum class record_check { unknown, ended, usable };
 
 // Whether a whole record lets its token in; follows the account's privilege.
-record_check check_record(std::optional<St_RedfishSession>& record, const std::string& token,
+record_check check_record(std::optional<St_RedfishSession>& record, std::string_view token,
                           long long now, long timeout) {
     if (!record || CRYPTO_memcmp(record->token, token.data(), SESSION_TOKEN_LEN) != 0)
         return record_check::unknown;
@@ -392,7 +392,7 @@ std::optional<opened_session> open_session(const session_owner& owner, session_r
     return opened_session{record.session_id, record.token, session_uri(record.session_id)};
 }
 
-std::optional<St_RedfishSession> validate_token(const std::string& token) {
+std::optional<St_RedfishSession> validate_token(std::string_view token) {
     if (!well_formed_token(token)) return std::nullopt;
     const long timeout = sessionserviceconfig::session_timeout();
     const long long now = lx_time_get();

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/session_record.h"
@@ -34,7 +35,7 @@ std::optional<opened_session> open_session(const session_owner& owner,
 // The record of a valid token, with its account's current privilege;
 // refreshes its last use. A session that has expired or whose account is
 // gone, disabled or renamed is removed and gives none.
-std::optional<St_RedfishSession> validate_token(const std::string& token);
+std::optional<St_RedfishSession> validate_token(std::string_view token);
 
 // The sweep: removes every session idle for longer than the timeout or
 // whose account has gone, and what killed processes left behind: records

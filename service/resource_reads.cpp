@@ -35,8 +35,11 @@ response_cache& responses() {
 }  // namespace
 
 void get_resource(webservice& handler, request_context& context, bool reusable) {
-    auto* resource = dynamic_cast<redfish*>(&handler);
-    if (!resource || !reusable || !reuse_allowed || !context.query.empty()) {
+    // The cast last: most answers are not reused.
+    auto* resource = reusable && reuse_allowed && context.query.empty()
+                         ? dynamic_cast<redfish*>(&handler)
+                         : nullptr;
+    if (!resource) {
         handler.call(GET);
         return;
     }

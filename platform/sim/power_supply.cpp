@@ -140,7 +140,9 @@ bool set_power_limit(uint32_t watts, uint8_t exception) {
 
 extern "C" int PltPSU_GetPowerControl(St_PowerControl* control) {
     if (!control) return PLT_ERR_ARGUMENT;
-    pt::ptree state = platform::sim::read_state_ini(platform::power_state_file());
+    const std::shared_ptr<const pt::ptree> stored =
+        platform::sim::stored_state_ini(platform::power_state_file());
+    const pt::ptree& state = *stored;
     St_PowerControl figures{};
     figures.consumed_watts = consumed_watts(state);
     figures.capacity_watts = working_supplies() > 0 ? supply_capacity_watts : 0;
@@ -187,9 +189,9 @@ extern "C" int PltPSU_GetBayInfo(int bay, St_PowerSupplyInfo* info) {
         details.line_input_volts = supply.bits & PS_STATE_INPUT_LOST ? 0 : line_input_volts;
     }
     if (supply.working()) {
-        pt::ptree state = platform::sim::read_state_ini(platform::power_state_file());
-        details.last_output_watts =
-            static_cast<uint16_t>(consumed_watts(state) / working_supplies());
+        details.last_output_watts = static_cast<uint16_t>(
+            consumed_watts(*platform::sim::stored_state_ini(platform::power_state_file())) /
+            working_supplies());
     }
     *info = details;
     return PLT_OK;
