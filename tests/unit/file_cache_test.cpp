@@ -15,8 +15,10 @@
 #include "framework/redfish.h"
 #include "framework/response_cache.h"
 #include "platform/libipmi.h"
+#include "platform/libserial.h"
 #include "platform/sim/memory_modules.h"
 #include "platform/sim/sensor_readings.h"
+#include "platform/sim/serial_port.h"
 #include "platform/sim/sim_file.h"
 #include "platform/sim/smbios_store.h"
 #include "service/resource_reads.h"
@@ -167,6 +169,32 @@ TEST_F(FileCache, ChangesAreSeenAtOnceOrByTheNextRequest) {
         if (::waitpid(other, &status, 0) != other || !WIFEXITED(status)) return 3;
         platform::start_request_epoch();
         return read(file) == "three" ? 0 : 4;
+    };
+    EXPECT_EXIT(std::exit(one_request_after_another()), ::testing::ExitedWithCode(0), "");
+}
+
+// A platform reader keeps the parsed file, not a copy of what it read last:
+// another process's change reaches the next request.
+TEST_F(FileCache, APlatformSettingFollowsAnotherProcesssChange) {
+    const std::string file = platform::serial_settings_file();
+    sim_testing::write_text(file, "[Port1]\nBitRate=9600\n");
+    settle();
+    const auto bit_rate = [] {
+        St_SerialConfig config{};
+        return PltSERIAL_GetConfig(1, &config) == PLT_OK ? config.bit_rate : 0u;
+    };
+    const auto one_request_after_another = [&] {
+        platform::start_request_epoch();
+        if (bit_rate() != 9600 || bit_rate() != 9600) return 1;
+        const pid_t other = ::fork();
+        if (other == 0) {
+            sim_testing::write_text(file, "[Port1]\nBitRate=19200\n");
+            ::_exit(0);
+        }
+        int status = 0;
+        if (::waitpid(other, &status, 0) != other || !WIFEXITED(status)) return 2;
+        platform::start_request_epoch();
+        return bit_rate() == 19200 ? 0 : 3;
     };
     EXPECT_EXIT(std::exit(one_request_after_another()), ::testing::ExitedWithCode(0), "");
 }
