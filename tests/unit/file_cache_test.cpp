@@ -49,6 +49,17 @@ protected:
         sim_root::TearDown();
     }
 
+    // Writes text to file from another process, as bmcsim would.
+    static bool written_by_another_process(const std::string& file, const std::string& text) {
+        const pid_t other = ::fork();
+        if (other == 0) {
+            sim_testing::write_text(file, text);
+            ::_exit(0);
+        }
+        int status = 0;
+        return ::waitpid(other, &status, 0) == other && WIFEXITED(status);
+    }
+
     // Lets every file written so far settle, as if a minute had passed.
     static void settle() { platform::set_settle_clock_for_tests(a_minute_later); }
 
@@ -160,13 +171,7 @@ TEST_F(FileCache, ChangesAreSeenAtOnceOrByTheNextRequest) {
         platform::start_request_epoch();
         if (read(file) != "one") return 1;
         if (!platform::sim::replace_file(file, "two", 0644) || read(file) != "two") return 2;
-        const pid_t other = ::fork();
-        if (other == 0) {
-            sim_testing::write_text(file, "three");
-            ::_exit(0);
-        }
-        int status = 0;
-        if (::waitpid(other, &status, 0) != other || !WIFEXITED(status)) return 3;
+        if (!written_by_another_process(file, "three")) return 3;
         platform::start_request_epoch();
         return read(file) == "three" ? 0 : 4;
     };
@@ -186,13 +191,7 @@ TEST_F(FileCache, APlatformSettingFollowsAnotherProcesssChange) {
     const auto one_request_after_another = [&] {
         platform::start_request_epoch();
         if (bit_rate() != 9600 || bit_rate() != 9600) return 1;
-        const pid_t other = ::fork();
-        if (other == 0) {
-            sim_testing::write_text(file, "[Port1]\nBitRate=19200\n");
-            ::_exit(0);
-        }
-        int status = 0;
-        if (::waitpid(other, &status, 0) != other || !WIFEXITED(status)) return 2;
+        if (!written_by_another_process(file, "[Port1]\nBitRate=19200\n")) return 2;
         platform::start_request_epoch();
         return bit_rate() == 19200 ? 0 : 3;
     };
