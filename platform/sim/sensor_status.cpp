@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <vector>
 
 #include "base/input_recording.h"
 #include "base/request_epoch.h"
@@ -50,22 +51,44 @@ constexpr uint8_t critical_thresholds = THRESHOLD_LOWER_CRITICAL | THRESHOLD_LOW
                                         THRESHOLD_UPPER_CRITICAL | THRESHOLD_UPPER_NON_RECOVERABLE;
 constexpr uint8_t warning_thresholds = THRESHOLD_LOWER_NON_CRITICAL | THRESHOLD_UPPER_NON_CRITICAL;
 
+// What one SDR row works out to under a snapshot, once.
+struct worked_out_row {
+    bool raw_known = false;
+    bool drifted = false;  // its reading follows the second
+    uint8_t raw = 0;
+    bool health_known = false;
+    int health = SENSOR_HEALTH_OK;
+};
+
 struct sensor_snapshot {
     std::shared_ptr<const platform::raw_readings> stored = platform::stored_sensor_readings();
     bool host_on = PltCHASSIS_PowerStatus() == 1;
     // Drifting readings follow the clock's second; one for all of them.
     long long second = stored->drift_seed && host_on ? lx_time_get() : 0;
+    // By SDR row, made at the first use: readings and health are functions
+    // of the three above.
+    mutable std::vector<worked_out_row> rows;
+
+    bool same_inputs(const sensor_snapshot& other) const {
+        return stored == other.stored && host_on == other.host_on && second == other.second;
+    }
+    worked_out_row& row_of(const St_SensorData& record) const {
+        if (rows.empty()) rows.resize(at_St_SensorDataRows);
+        return rows[static_cast<std::size_t>(&record - at_St_SensorData)];
+    }
 };
 
 // The stored readings, host power and second, read once per request epoch: a
 // sensor resource asks for dozens of sensors. Read on every call outside
-// the service loop.
+// the service loop. What was worked out under them stays while they do (a
+// system's health asks for every sensor).
 const sensor_snapshot& current_snapshot() {
     static std::optional<sensor_snapshot> kept;
     static std::uint64_t kept_epoch = 0;
     const std::uint64_t epoch = platform::request_epoch();
     if (!kept || epoch == 0 || epoch != kept_epoch) {
-        kept.emplace();
+        sensor_snapshot fresh;
+        if (!kept || !fresh.same_inputs(*kept)) kept.emplace(std::move(fresh));
         kept_epoch = epoch;
     }
     return *kept;
@@ -92,12 +115,13 @@ int crossed_thresholds(const St_SensorData& record, uint8_t raw) {
 
 // A stored reading, else the nominal one, which drifts while the host is on
 // and drift is set; a step that would cross a threshold is not taken.
-uint8_t current_raw(const St_SensorData& record, const sensor_snapshot& snapshot) {
+uint8_t worked_out_raw(const St_SensorData& record, const sensor_snapshot& snapshot,
+                       bool& follows_second) {
     auto found = snapshot.stored->stored.find(record.sensor_number);
     if (found != snapshot.stored->stored.end()) return found->second;
     const auto& seed = snapshot.stored->drift_seed;
     if (!seed || !snapshot.host_on || !is_threshold_sensor(record)) return record.nominal_reading;
-    platform::note_input_expiry(snapshot.second + 1);
+    follows_second = true;
     int drifted =
         record.nominal_reading + platform::drift_step(*seed, record.sensor_number, snapshot.second);
     if (drifted < 0 || drifted > 0xFF) return record.nominal_reading;
@@ -107,6 +131,17 @@ uint8_t current_raw(const St_SensorData& record, const sensor_snapshot& snapshot
     bool in_range = value >= SensorRawToValue(&record, record.min_reading) &&
                     value <= SensorRawToValue(&record, record.max_reading);
     return in_range && crossed_thresholds(record, raw) == 0 ? raw : record.nominal_reading;
+}
+
+// Each use of a drifting reading notes when it expires.
+uint8_t current_raw(const St_SensorData& record, const sensor_snapshot& snapshot) {
+    worked_out_row& row = snapshot.row_of(record);
+    if (!row.raw_known) {
+        row.raw = worked_out_raw(record, snapshot, row.drifted);
+        row.raw_known = true;
+    }
+    if (row.drifted) platform::note_input_expiry(snapshot.second + 1);
+    return row.raw;
 }
 
 int threshold_health(int crossed) {
@@ -132,8 +167,13 @@ int state_bits(const St_SensorData& record, uint8_t raw) {
 int sensor_health(const St_SensorData& record, const sensor_snapshot& snapshot) {
     if (!has_reading(record, snapshot)) return SENSOR_HEALTH_UNAVAILABLE;
     uint8_t raw = current_raw(record, snapshot);
-    return is_threshold_sensor(record) ? threshold_health(crossed_thresholds(record, raw))
-                                       : discrete_health(record, raw);
+    worked_out_row& row = snapshot.row_of(record);
+    if (!row.health_known) {
+        row.health = is_threshold_sensor(record) ? threshold_health(crossed_thresholds(record, raw))
+                                                 : discrete_health(record, raw);
+        row.health_known = true;
+    }
+    return row.health;
 }
 
 // The worst health of the chosen sensors; no reading counts as OK.

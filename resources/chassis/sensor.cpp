@@ -1,6 +1,7 @@
 #include "resources/chassis/sensor.h"
 
 #include "framework/schema_files.h"
+#include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
 #include "resources/chassis/chassis_uris.h"
 #include "resources/chassis/sdr_sensors.h"
@@ -33,10 +34,13 @@ int sensor::get(request_context& context) {
     set_common_properties();
     set("Name", sensor_name(record));
     set("Status", sensor_status(record));
-    set("Oem", {{"Tarnwright",
-                 {{"@odata.type", "#TwrSensorExtensions.v1_0_0.Sensor"},
-                  {"SensorNumber", record.sensor_number},
-                  {"SensorValue", reading_value(record, number_form::decimal)}}}});
+    boost::json::object extension({{"@odata.type", "#TwrSensorExtensions.v1_0_0.Sensor"},
+                                   {"SensorNumber", record.sensor_number},
+                                   {"SensorValue", reading_value(record, number_form::decimal)}},
+                                  answer_storage());
+    boost::json::object oem(answer_storage());
+    oem.emplace("Tarnwright", std::move(extension));
+    set("Oem", std::move(oem));
     return 0;
 }
 
