@@ -1,13 +1,14 @@
 #include "framework/published_file.h"
 
+#include "base/joined_text.h"
 #include "framework/schema_files.h"
 #include "frontend/answer_storage.h"
 
 namespace odata::redfish {
 namespace {
 
-std::string captured_id(const request_context& context) {
-    return context.captures.empty() ? std::string() : context.captures.front();
+std::string_view captured_id(const request_context& context) {
+    return context.captures.empty() ? std::string_view() : context.captures.front();
 }
 
 }  // namespace
@@ -15,7 +16,7 @@ std::string captured_id(const request_context& context) {
 published_file::published_file(request_context& context, std::string entity_type,
                                std::string_view collection_uri)
     : redfish(context, entity_type, std::string(schema_file_of(entity_type).version), "",
-              std::string(collection_uri) + "/" + captured_id(context)),
+              platform::joined({collection_uri, "/", captured_id(context)})),
       id_(captured_id(context)) {}
 
 void published_file::set_file_properties(std::string_view description,

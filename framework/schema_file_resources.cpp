@@ -1,5 +1,6 @@
 #include "framework/schema_file_resources.h"
 
+#include "base/joined_text.h"
 #include "framework/schema_files.h"
 #include "frontend/exception_http.h"
 
@@ -37,10 +38,10 @@ int json_file_common::get(request_context&) {
     const schema_file* schema = find_schema_file(id());
     if (!schema || !schema->json_published)
         throw_http_error(404, "Base.1.10.ResourceNotFound", {"JsonSchemaFile", id()});
-    name_ = id() + " Schema File";
+    name_ = platform::joined({id(), " Schema File"});
     set_common_properties();
-    set_file_properties(name_ + " Location", "Schema", schema_type(*schema),
-                        "/schemas/v1/" + id() + ".json");
+    set_file_properties(platform::joined({name_, " Location"}), "Schema", schema_type(*schema),
+                        platform::joined({"/schemas/v1/", id(), ".json"}));
     return 0;
 }
 
