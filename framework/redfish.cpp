@@ -35,6 +35,15 @@ std::string quoted_md5(const std::string& text) {
     return result;
 }
 
+// The property made in place, in the value's storage, without a temporary.
+template <class property_type>
+void put_property(boost::json::object& value, std::string_view name, property_type&& property) {
+    // Room for a typical resource's properties, which are few enough to be
+    // scanned, taken at the first, since a reused answer sets none.
+    if (value.empty()) value.reserve(scanned_properties);
+    value.insert_or_assign(name, std::forward<property_type>(property));
+}
+
 std::string_view last_segment(std::string_view uri) {
     const std::string_view trimmed = uri.substr(0, uri.find_last_not_of('/') + 1);
     return trimmed.substr(trimmed.find_last_of('/') + 1);
@@ -52,26 +61,21 @@ redfish::redfish(request_context& context, std::string entity_type, std::string 
       value_(answer_storage()) {}
 
 void redfish::set(std::string_view name, boost::json::value property) {
-    // Room for a typical resource's properties, which are few enough to be
-    // scanned, taken at the first, since a reused answer sets none.
-    if (value_.empty()) value_.reserve(scanned_properties);
-    value_.insert_or_assign(name, std::move(property));
+    put_property(value_, name, std::move(property));
 }
 
 void redfish::set(std::string_view name, std::initializer_list<boost::json::value_ref> property) {
-    set(name, boost::json::value(property, value_.storage()));
+    put_property(value_, name, boost::json::value(property, value_.storage()));
 }
 
-void redfish::set(std::string_view name, const char* text) {
-    set(name, boost::json::value(text, value_.storage()));
-}
+void redfish::set(std::string_view name, const char* text) { put_property(value_, name, text); }
 
 void redfish::set(std::string_view name, const std::string& text) {
-    set(name, boost::json::value(boost::json::string_view(text), value_.storage()));
+    put_property(value_, name, boost::json::string_view(text));
 }
 
 void redfish::set(std::string_view name, std::string_view text) {
-    set(name, boost::json::value(boost::json::string_view(text), value_.storage()));
+    put_property(value_, name, boost::json::string_view(text));
 }
 
 void redfish::set_common_properties(std::string_view id) {
