@@ -99,9 +99,11 @@ void set_response_header(response_header header, std::string value) {
     kept_headers()[static_cast<size_t>(header)] = std::move(value);
 }
 
-// Written in one piece: the stream passes each write on to the server.
+// Written in one piece: the stream passes each write on to the server. The
+// block's buffer is kept for the next request's.
 void write_header_block(std::size_t length, body_kind kind, const resource_headers& resource) {
-    std::string block;
+    thread_local std::string block;
+    block.clear();
     block.reserve(header_block_bytes);
     for (const auto& [header, name] : header_names) {
         std::string& value = kept_headers()[static_cast<size_t>(header)];

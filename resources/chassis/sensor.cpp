@@ -1,5 +1,6 @@
 #include "resources/chassis/sensor.h"
 
+#include "base/joined_text.h"
 #include "framework/schema_files.h"
 #include "frontend/answer_storage.h"
 #include "frontend/exception_http.h"
@@ -16,8 +17,8 @@ std::string captured_index(const request_context& context) {
 // "/Sensors/007" is sensor 7: the URI names it as the collection does.
 std::string sensor_uri(const request_context& context) {
     const int index = context.capture_number(0);
-    return std::string(sensors_uri) + "/" +
-           (index < 0 ? captured_index(context) : std::to_string(index));
+    return platform::joined(
+        {sensors_uri, "/", index < 0 ? captured_index(context) : std::to_string(index)});
 }
 
 }  // namespace
