@@ -4,6 +4,7 @@
 
 #include <boost/algorithm/string/predicate.hpp>
 
+#include "base/joined_text.h"
 #include "platform/libraid.h"
 #include "platform/libstorage.h"
 #include "resources/chassis/chassis_uris.h"
@@ -64,22 +65,23 @@ int raid_controller_count(const raid_family& family) {
 }
 
 std::string raid_storage_uri(const raid_family& family) {
-    return std::string(storage_collection_uri) + "/" + family.storage_id;
+    return platform::joined({storage_collection_uri, "/", family.storage_id});
 }
 
 std::string raid_volume_uri(const raid_volume_ref& volume) {
-    return raid_storage_uri(*volume.family) + "/Volumes/Controller." +
-           std::to_string(volume.controller) + ".Volume." + std::to_string(volume.volume);
+    return platform::joined({raid_storage_uri(*volume.family), "/Volumes/Controller.",
+                             std::to_string(volume.controller), ".Volume.",
+                             std::to_string(volume.volume)});
 }
 
 std::string raid_enclosure_uri(const raid_family& family, int controller) {
-    return std::string(chassis_collection_uri) + "/" + family.enclosure_prefix +
-           std::to_string(controller) + family.enclosure_suffix;
+    return platform::joined({chassis_collection_uri, "/", family.enclosure_prefix,
+                             std::to_string(controller), family.enclosure_suffix});
 }
 
 std::string raid_drive_uri(const raid_drive_ref& drive) {
-    return raid_enclosure_uri(*drive.family, drive.controller) + "/Drives/Disk.Bay." +
-           std::to_string(drive.bay);
+    return platform::joined({raid_enclosure_uri(*drive.family, drive.controller),
+                             "/Drives/Disk.Bay.", std::to_string(drive.bay)});
 }
 
 std::string storage_id_of_path(std::string_view path) {

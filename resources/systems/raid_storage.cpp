@@ -1,5 +1,6 @@
 // The storage member of a RAID controller family: its controllers, the
 // drives in their enclosures, its volumes and the actions that change them.
+#include "base/joined_text.h"
 #include "framework/status_object.h"
 #include "frontend/answer_storage.h"
 #include "platform/libipmi_sensors.h"
@@ -34,8 +35,8 @@ boost::json::object controller_entry(const raid_family& family, int controller) 
 boost::json::object action(const std::string& storage_uri, const char* name,
                            const char* actioninfo) {
     return boost::json::object(
-        {{"target", storage_uri + "/Actions/Oem/" + name},
-         {"@Redfish.ActionInfo", storage_uri + "/Oem/Tarnwright/" + actioninfo}},
+        {{"target", platform::joined({storage_uri, "/Actions/Oem/", name})},
+         {"@Redfish.ActionInfo", platform::joined({storage_uri, "/Oem/Tarnwright/", actioninfo})}},
         answer_storage());
 }
 
