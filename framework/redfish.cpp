@@ -80,8 +80,8 @@ void redfish::set(std::string_view name, std::string_view text) {
 
 void redfish::set_common_properties(std::string_view id) {
     set("@odata.id", uri_);
-    set("@odata.type", boost::json::value(type_text(entity_type_, schema_version_,
-                                                    boost::json::string(value_.storage()))));
+    put_property(value_, "@odata.type",
+                 type_text(entity_type_, schema_version_, boost::json::string(value_.storage())));
     if (!schema_version_.empty()) set("Id", id.empty() ? last_segment(uri_) : id);
     set("Name", name_);
 }

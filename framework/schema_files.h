@@ -29,9 +29,9 @@ const schema_file& schema_file_of(std::string_view name);
 // "#Chassis.v1_10_0.Chassis", "#ChassisCollection.ChassisCollection".
 std::string schema_type(const schema_file& schema);
 
-// The same text of a type and version (empty for a collection) in text, an
-// empty string of any kind: sized once and filled in place, as every
-// resource names its type.
+// That text for a type and a version (empty for a collection), made in
+// text, an empty std::string or boost::json::string (in its storage): sized
+// once and filled in place, as every resource names its type.
 template <class string_type>
 string_type type_text(std::string_view type, std::string_view version, string_type text) {
     text.resize(2 * type.size() + version.size() + (version.empty() ? 2 : 3));
