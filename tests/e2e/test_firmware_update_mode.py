@@ -210,4 +210,5 @@ def test_a_process_killed_entering_update_mode_holds_nothing_back(killed_in_upda
     assert (firmware(bmc)["update-mode"], firmware(bmc)["updating"]) == ("", "0")
     path = make_image(bmc, image_dir(bmc), "after.img", "BMC", "7.02.00")
     accepted = push(bmc, path, {"Targets": [BMC_TARGET]})
-    assert wait_for_end(bmc, admin, accepted.headers["Location"]).status_code == 200
+    ended = wait_for_end(bmc, admin, accepted.headers["Location"])
+    assert ended.status_code == 200, ended.text
