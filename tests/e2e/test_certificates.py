@@ -29,18 +29,16 @@ def der(pem):
     return ssl.PEM_cert_to_DER_cert(pem)
 
 
-def served(bmc):
-    return ssl.get_server_certificate(("127.0.0.1", bmc.tls_port), timeout=10)
+def served(bmc, timeout=10):
+    return ssl.get_server_certificate(("127.0.0.1", bmc.tls_port), timeout=timeout)
 
 
-def wait_until_served(bmc, cert, seconds=30):
-    """Waits, boundedly, for lighttpd's reload to serve cert."""
-    deadline = time.monotonic() + seconds
+def wait_until_served(bmc, cert):
+    """Waits up to 30 s for lighttpd's reload to serve cert."""
+    deadline = time.monotonic() + 30
     while time.monotonic() < deadline:
         try:
-            pem = ssl.get_server_certificate(("127.0.0.1", bmc.tls_port),
-                                             timeout=max(deadline - time.monotonic(), 0.1))
-            if der(pem) == der(cert):
+            if der(served(bmc, timeout=max(deadline - time.monotonic(), 0.1))) == der(cert):
                 return
         except OSError:
             pass
